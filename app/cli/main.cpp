@@ -1,0 +1,84 @@
+// quillary-cli: the engine without screens, for scripts and tests.
+#include "CliCommand.h"
+#include "runtime/VbError.h"
+#include <QCoreApplication>
+#include <QLocale>
+#include <map>
+
+namespace cli {
+namespace {
+struct Entry {
+    QString usage;
+    Handler handler;
+};
+std::map<QString, Entry>& registry() {
+    static std::map<QString, Entry> r;
+    return r;
+}
+} // namespace
+
+CliCommand::CliCommand(const char* name, const char* usage, Handler handler) {
+    registry()[QString::fromUtf8(name)] = Entry{QString::fromUtf8(usage), std::move(handler)};
+}
+
+QTextStream& out() {
+    static QTextStream s(stdout);
+    return s;
+}
+QTextStream& err() {
+    static QTextStream s(stderr);
+    return s;
+}
+
+static void printUsage(QTextStream& s) {
+    s << "usage: quillary-cli COMMAND [ARGUMENTS]\n\ncommands:\n";
+    for (const auto& [name, e] : registry())
+        s << "  " << e.usage << "\n";
+    s.flush();
+}
+
+} // namespace cli
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Quillary"));
+    QStringList args = app.arguments().mid(1);
+    if (args.isEmpty()) {
+        cli::printUsage(cli::err());
+        return 2;
+    }
+    const QString name = args.takeFirst();
+    if (name == QLatin1String("help") || name == QLatin1String("--help")) {
+        cli::printUsage(cli::out());
+        return 0;
+    }
+    auto it = cli::registry().find(name);
+    if (it == cli::registry().end()) {
+        cli::err() << "quillary-cli: unknown command '" << name << "'\n";
+        cli::printUsage(cli::err());
+        return 2;
+    }
+    int rc = 0;
+    try {
+        rc = it->second.handler(args, cli::out());
+    } catch (const cli::CliUsageError&) {
+        cli::out().flush();
+        cli::err() << "usage: quillary-cli " << it->second.usage << "\n";
+        rc = 2;
+    } catch (const cli::CliFailure& f) {
+        cli::out().flush();
+        cli::err() << QString::fromStdString(f.what()) << "\n";
+        rc = 1;
+    } catch (const ql::VbError& e) {
+        cli::out().flush();
+        cli::err() << e.description() << "\n";
+        rc = 1;
+    } catch (const std::exception& e) {
+        cli::out().flush();
+        cli::err() << e.what() << "\n";
+        rc = 1;
+    }
+    cli::out().flush();
+    cli::err().flush();
+    return rc;
+}
