@@ -9,7 +9,7 @@ packages=(
     libsqlite3-dev sqlite3
     libgtest-dev libgmock-dev googletest libbenchmark-dev
     clang libclang-rt-14-dev
-    dbus dbus-x11 xvfb xauth fonts-dejavu-core poppler-utils locales
+    dbus dbus-x11 xvfb xauth fonts-dejavu-core poppler-utils locales tzdata
 )
 
 missing=()
@@ -26,4 +26,15 @@ if ((${#missing[@]})); then
     export DEBIAN_FRONTEND=noninteractive
     "${sudo_cmd[@]}" apt-get update -qq
     "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+
+# The tests and `make run` use English (New Zealand); generate it once so the shell does not complain.
+if ! locale -a 2>/dev/null | grep -qi '^en_NZ\.utf-\?8$'; then
+    sudo_cmd=()
+    if [ "$(id -u)" -ne 0 ]; then sudo_cmd=(sudo); fi
+    if [ -f /etc/locale.gen ]; then
+        "${sudo_cmd[@]}" sed -i 's/^# *\(en_NZ.UTF-8 UTF-8\)/\1/' /etc/locale.gen
+        grep -q '^en_NZ.UTF-8 UTF-8' /etc/locale.gen || echo 'en_NZ.UTF-8 UTF-8' | "${sudo_cmd[@]}" tee -a /etc/locale.gen >/dev/null
+        "${sudo_cmd[@]}" locale-gen >/dev/null 2>&1 || true
+    fi
 fi
