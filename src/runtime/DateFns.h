@@ -26,6 +26,9 @@ QDate Today();
 QDateTime Now();
 void setClockForTesting(std::function<QDateTime()> clock); // empty function restores the real clock
 
+// A date as CStr shows it: the short date, with the long time when it carries a time of day.
+QString dateText(const QVariant& v);
+
 // The locale's short date with a four-digit year ("5/03/2024" in New Zealand).
 QString shortDateFormat();
 
