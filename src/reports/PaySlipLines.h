@@ -1,0 +1,31 @@
+#pragma once
+// The payslip lines: the PaySlip table rebuilt from the detail rows of the open pay, which is at once
+// the payslip view of the wage screen, what the printed slip shows, and the source of the summary
+// labels.
+#include <QString>
+
+namespace ql {
+
+class PayView;
+class Recordset;
+
+// Empties PaySlip, writes every line of CurrentWageID and sets the summary labels. Errors are trapped
+// and reported under "RefreshPaySlip".
+void RefreshPaySlip(PayView& form);
+
+// RefreshPaySlip, then loads the payslip rows into a new WageGridArray for the grid.
+void EnterPaySlip(PayView& form);
+
+// Writes one section (a heading and the lines of sql above 0) to the open PaySlip recordset and
+// returns the sum of the lines as shown.
+float FillPaySlip(const QString& heading, const QString& sql, Recordset& paySlip, bool sumWhenPositive,
+                  bool alwaysTotal, bool negateTotal);
+
+// Adds one PaySlip row.
+void AddPaySlipRec(Recordset& paySlip, const QString& description, const QString& number,
+                   const QString& rate, const QString& amount, const QString& total);
+
+// The payment lines of a pay: name, units, rate, amount; with keys also PaymentNameID and Salary.
+QString GetPaymentLinesSQL(qint32 wageID, bool withKeys);
+
+} // namespace ql
