@@ -33,6 +33,14 @@ void FillDeductionGrid(PayView& form);
 void FillContributionGrid(PayView& form);
 void FillPAYEDisplay(PayView& form);
 
+// What the totals need of the payslip lines; defined with them in reports/ (PaySlipLines.cpp), so that
+// the engine reaches them without including a higher layer.
+// Empties PaySlip, writes every line of CurrentWageID and sets the summary labels. Errors are trapped
+// and reported under "RefreshPaySlip".
+void RefreshPaySlip(PayView& form);
+// RefreshPaySlip, then loads the payslip rows into a new WageGridArray for the grid.
+void EnterPaySlip(PayView& form);
+
 // PayInterval.PaysPerYear of CurrentEmployeeID; 0 when there is no row.
 float GetPaysPerYear();
 

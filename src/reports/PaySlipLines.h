@@ -2,19 +2,12 @@
 // The payslip lines: the PaySlip table rebuilt from the detail rows of the open pay, which is at once
 // the payslip view of the wage screen, what the printed slip shows, and the source of the summary
 // labels.
+#include "payengine/PayTotals.h" // RefreshPaySlip, EnterPaySlip
 #include <QString>
 
 namespace ql {
 
-class PayView;
 class Recordset;
-
-// Empties PaySlip, writes every line of CurrentWageID and sets the summary labels. Errors are trapped
-// and reported under "RefreshPaySlip".
-void RefreshPaySlip(PayView& form);
-
-// RefreshPaySlip, then loads the payslip rows into a new WageGridArray for the grid.
-void EnterPaySlip(PayView& form);
 
 // Writes one section (a heading and the lines of sql above 0) to the open PaySlip recordset and
 // returns the sum of the lines as shown.
