@@ -45,17 +45,38 @@ public:
     void showBoundValues();
 
     PayList datPays;
+    PayList datEmployee;         // the query of current employees
     GridArray WageGridArray;     // the lines of the open view
     QString PAYEText;            // the text of txtPAYE that stands as accepted
+
+    // The text of cboEmployee: the shown employee's name as the list shows it.
+    virtual QString employeeName() const { return caption(QStringLiteral("cboEmployee")); }
+    // Asks whether to remove the shown employee from the payroll and does it; false when declined.
+    virtual bool DeleteEmployee(const QString& /*employeeName*/) { return false; }
+    // After a removal: InitData, FillEmployeeArray and, when anybody is left, FillEmployeeCombo.
+    virtual void reloadEmployees() {}
 
     // Screen actions the engine starts. The wage screen model implements them.
     virtual void SelectLabel(const QString& label) = 0;     // the common start of a click on a summary label
     virtual void openView(int tab) = 0;                      // what a click on cmdSelect(tab) opens
     virtual void refreshGrid() {}                            // rebind and repaint the grid
     virtual void bringToFront(const QString& /*control*/) {}
+    // The question whether to remove an employee whose last pay is gone; true when removed. Then the
+    // screen lets the employee leave (reload of the roster and the list).
+    virtual bool DeleteEmployee(const QString& /*employeeName*/) { return false; }
+    virtual void employeeRemoved() {}
 
 private:
     QHash<QString, ControlState> m_controls;
 };
+
+// Whether the shown pay may be changed (App().PayEditable).
+bool GetPayEditable();
+void SetPayEditable(bool editable);
+
+// Locks a committed pay's PAYE box in its pale colour; unlocks an editable one in the window colour.
+void SetPAYELock(ControlState& textBox, bool editable);
+constexpr quint32 LockedBoxColor = 0xE0FFFF;
+constexpr quint32 WindowColor = 0x80000005; // the system's window colour
 
 } // namespace ql
