@@ -5,6 +5,7 @@
 #include "data/Database.h"
 #include "runtime/Currency.h"
 #include <QDate>
+#include <QObject>
 #include <QString>
 #include <QVector>
 
@@ -71,6 +72,7 @@ public:
     QString WageGridQuery;
 
     PayView* WageForm = nullptr; // the shown wage screen, through the engine's interface
+    QObject* TheWageObject = nullptr; // the one PHWage of the process (frame/startup)
 };
 
 // The context of the running program. Each program (and each test) installs its own.
