@@ -61,10 +61,6 @@ public:
     virtual void openView(int tab) = 0;                      // what a click on cmdSelect(tab) opens
     virtual void refreshGrid() {}                            // rebind and repaint the grid
     virtual void bringToFront(const QString& /*control*/) {}
-    // The question whether to remove an employee whose last pay is gone; true when removed. Then the
-    // screen lets the employee leave (reload of the roster and the list).
-    virtual bool DeleteEmployee(const QString& /*employeeName*/) { return false; }
-    virtual void employeeRemoved() {}
 
 private:
     QHash<QString, ControlState> m_controls;
