@@ -45,7 +45,8 @@ public:
     void UpdateRecord();
     // Edits one column of the current row and stores it at once (Edit, set, Update).
     void setValueNow(const QString& column, const QVariant& v);
-    // Deletes the current row (the cascade removes its details); the list stands after it.
+    // Deletes the current row (the cascade removes its details); the list stands on the row that
+    // followed, or at its end. Only a list left without rows fires the reposition event.
     void Delete();
 
     // The reposition event; the wage screen installs its handler.

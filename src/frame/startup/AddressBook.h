@@ -4,8 +4,6 @@
 
 namespace ql {
 
-// The setting ProgramDirectory with a "/" at its end.
-QString ProgramPath();
 // The address book's executable in ProgramDirectory.
 QString addressBookPath();
 
