@@ -79,6 +79,8 @@ public:
     void txtPAYE_LostFocus();
 
     // --- buttons ----------------------------------------------------------------------------------
+    // In country 64 an employee without a tax code is refused with a message; true when the action
+    // may go ahead.
     bool TaxCodeTest();
     void cmdAddPay_Click();
     void cmdOneOff_Click();
@@ -112,13 +114,19 @@ public:
     std::function<void()> onGridChanged;  // the grid's array or columns changed
     std::function<void()> onScreenChanged; // captions, colours or the list changed
     // Screens of other parts that the buttons open; unset means not there yet.
-    std::function<void(WageScreen&)> showCommit, showMemo, showQuickView, showOneOff;
+    std::function<void(WageScreen&)> showCommit, showMemo, showQuickView;
+    std::function<void(WageScreen&, const QDate&)> showOneOff; // the one-off dialog for a date
     std::function<void(WageScreen&)> showAddEdit; // the calendar's choice (sets the three flags)
     std::function<void()> unloadAll;              // cmdClose: unload every open form
+    std::function<void()> onGridUpdate;           // the grid ends a cell edit and stores it
+    std::function<void(bool)> onHourglass;        // the mouse pointer as the hourglass, or back
 
 private:
     void changed();
-    void openPayeView();
+    void showView(int tab);
+    void hourglass(bool on);
+    void notYet(const QString& what);
+    void committedMessage();
     qint32 m_addressID = 0;
 };
 

@@ -1,0 +1,125 @@
+#include "Startup.h"
+#include "AddressBook.h"
+#include "Roster.h"
+#include "data/Schema.h"
+#include "frame/Messages.h"
+#include "frame/SettingGetters.h"
+#include "frame/Settings.h"
+#include "frame/Texts.h"
+#include "payengine/AppContext.h"
+#include "payengine/PayView.h"
+#include "runtime/Trap.h"
+#include <QCoreApplication>
+#include <QList>
+#include <QPair>
+
+namespace ql {
+
+namespace {
+MainFormFactory& factory() {
+    static MainFormFactory f;
+    return f;
+}
+std::unique_ptr<MainForm>& shownForm() {
+    static std::unique_ptr<MainForm> form;
+    return form;
+}
+QList<QPair<void*, std::function<void()>>>& openForms() {
+    static QList<QPair<void*, std::function<void()>>> forms;
+    return forms;
+}
+bool& unloading() {
+    static bool flag = false;
+    return flag;
+}
+} // namespace
+
+void setMainFormFactory(MainFormFactory f) { factory() = std::move(f); }
+MainForm* mainForm() { return shownForm().get(); }
+
+QString commandLineText(const QStringList& arguments) { return arguments.join(QLatin1Char(' ')); }
+
+bool Main(const QString& commandLine) {
+    if (commandLine.isEmpty()) {
+        const QString firm = Firm();
+        ShowMessage(TranslateText(QStringLiteral("This Application is designed to run from inside |0|\r\n\r\n"
+                                                 "Please select the correct menu option from inside |0| to launch "
+                                                 "Quillary."),
+                                  QStringList{firm}),
+                    0, firm, QStringLiteral("Invalid Execution"), QStringLiteral("Unable to Start Quillary"), 6, false);
+        return false;
+    }
+    QCoreApplication::setApplicationName(QStringLiteral("Quillary"));
+    StartQuillary(commandLine); // an error travels on unchanged and ends the process
+    return true;
+}
+
+void StartQuillary(const QString& title) {
+    OpenWageDatabase();
+    if (FillEmployeeArray() < 1) {
+        CloseWageDatabase();
+        ShowMessage(QStringLiteral("There are no current Employees listed in the database.\r\n\r\n"
+                                   "You will now be taken to the address book where you can enter your "
+                                   "Employees' details."),
+                    0, Firm(), QStringLiteral("No Employees Found"), QString(), 6, true);
+        LaunchAddressBook(0, 0, false, true);
+        return;
+    }
+    if (!factory())
+        raiseError(91, QStringLiteral("Quillary"), QStringLiteral("The main screen is not available."));
+    shownForm() = factory()();
+    App().WageForm = &shownForm()->view();
+    shownForm()->setTitle(title);
+    shownForm()->show();
+}
+
+void OpenWageDatabase() { App().WageDatabase = openOrCreate(DatabaseKind::Wage, WageFileName()); }
+
+void CloseWageDatabase() { App().WageDatabase.close(); }
+
+void UnloadWageForm() {
+    if (unloading())
+        return;
+    unloading() = true;
+    MainForm* form = mainForm();
+    skipErrors([&] {
+        if (form)
+            WriteSetting(QStringLiteral("WAGE"), QStringLiteral("AllLeave"),
+                         form->view().control(QStringLiteral("optWhichYears(0)")).down ? QStringLiteral("N")
+                                                                                      : QStringLiteral("Y"));
+    });
+    skipErrors([] {
+        if (App().AddressBookWindow != 0)
+            CloseAddressBook();
+    });
+    // The leave grid is saved here once the leave ledger is on the screen.
+    skipErrors([] {
+        if (QCoreApplication::instance())
+            QCoreApplication::processEvents();
+    });
+    skipErrors([] { CloseWageDatabase(); });
+    while (!openForms().isEmpty()) {
+        const auto entry = openForms().takeFirst();
+        skipErrors([&] { entry.second(); });
+    }
+    skipErrors([] { App().WageForm = nullptr; });
+    skipErrors([] { shownForm().reset(); });
+    unloading() = false;
+}
+
+void UnloadAllForms() {
+    if (MainForm* form = mainForm())
+        skipErrors([&] { form->close(); });
+    while (!openForms().isEmpty()) {
+        const auto entry = openForms().takeFirst();
+        skipErrors([&] { entry.second(); });
+    }
+}
+
+void registerOpenForm(void* key, std::function<void()> unload) { openForms().append({key, std::move(unload)}); }
+
+void unregisterOpenForm(void* key) {
+    openForms().removeIf([key](const auto& entry) { return entry.first == key; });
+}
+
+} // namespace ql
