@@ -37,15 +37,11 @@ void FirstPayPrompt(PayView& form, const QString& employeeName);
 void SetEmpArray(qint32 value, const QString& kind);
 // The combo's item data, walked from 0 to the end; listIndex becomes the last item that holds
 // CurrentEmployeeID and stays as it was when none does.
-void SelectCurrentEmp(const QVector<QVariant>& itemData, int& listIndex);
+void SelectCurrentEmp(const QVector<qint32>& itemData, int& listIndex);
 
 void FillpayInfoArray(const QString& query, bool withSalary);
 float GetPayInfoRate(qint32 id);
 // Null when the id is not in the lookup, which counts as false.
 QVariant GetPayInfoSalary(qint32 id);
-
-// The check before a pay may be added in New Zealand: an employee with no tax code is refused with a
-// message. True when the pay may go ahead.
-bool TaxCodeTest();
 
 } // namespace ql
