@@ -1,9 +1,46 @@
-// The desktop program. Start-up proper comes with the main screen; until then it says what it can do.
+// The desktop program: the suite's menu starts it with a title on its command line, or through the
+// session bus (bus activation), where ReadySetGo gives the title.
+#include "DesktopDialogs.h"
+#include "frame/Messages.h"
+#include "frame/startup/ObjectServer.h"
+#include "frame/startup/Startup.h"
+#include "ledger/frmWage.h"
+#include "payengine/AppContext.h"
+#include "runtime/VbError.h"
 #include <QApplication>
-#include <QTextStream>
+#include <QMessageBox>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
-    QTextStream(stdout) << "Quillary: the desktop screens are not built yet; see quillary-cli help.\n";
-    return 0;
+    QApplication::setQuitOnLastWindowClosed(false);
+    ql::AppContext context;
+    ql::setApp(&context);
+    DesktopDialogs dialogs;
+    ql::setDialogs(&dialogs);
+    ql::installErrorReporter();
+    ql::setMainFormFactory([] { return std::make_unique<ql::WageMainForm>(); });
+
+    // A start by the bus carries no command line; the client calls ReadySetGo.
+    const bool byBus = qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE");
+    ql::startObjectServer();
+    try {
+        if (!byBus && !ql::Main(ql::commandLineText(app.arguments().mid(1))))
+            return 0;
+    } catch (const ql::VbError& e) {
+        // The runtime's own report, and the end of the process.
+        QMessageBox::critical(nullptr, QStringLiteral("Quillary"),
+                              QStringLiteral("Run-time error '%1':\n\n%2").arg(e.number()).arg(e.description()));
+        return 1;
+    }
+    // The process ends when no form is open and no client holds an object of it.
+    QObject::connect(&app, &QApplication::lastWindowClosed, &app, [] {
+        if (!ql::mainForm() && ql::busClientCount() == 0)
+            QCoreApplication::quit();
+    });
+    if (!ql::mainForm() && !byBus)
+        return 0; // sent to the address book: nothing more happens here
+    const int rc = app.exec();
+    ql::stopObjectServer();
+    ql::setApp(nullptr);
+    return rc;
 }

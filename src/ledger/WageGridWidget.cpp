@@ -1,0 +1,147 @@
+#include "WageGridWidget.h"
+#include "WageScreen.h"
+#include "frame/Messages.h"
+#include "payengine/PayView.h"
+#include "runtime/Convert.h"
+#include <QApplication>
+#include <QFocusEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+
+namespace ql {
+
+namespace {
+// Asks the screen before an edit begins; a committed pay gets no editor.
+class GuardedDelegate : public QStyledItemDelegate {
+public:
+    GuardedDelegate(WageScreen& screen, QObject* parent) : QStyledItemDelegate(parent), m_screen(screen) {}
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        bool cancel = false;
+        try {
+            cancel = m_screen.tgrdwages_BeforeColEdit(index.column());
+        } catch (const VbError& e) {
+            ReportError(e, QStringLiteral("tgrdwages_BeforeColEdit"));
+            cancel = true;
+        }
+        return cancel ? nullptr : QStyledItemDelegate::createEditor(parent, option, index);
+    }
+
+private:
+    WageScreen& m_screen;
+};
+} // namespace
+
+WageGridModel::WageGridModel(WageScreen& screen, QObject* parent) : QAbstractTableModel(parent), m_screen(screen) {}
+
+int WageGridModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : m_screen.WageGridArray.rowCount();
+}
+
+int WageGridModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : m_screen.WageGridArray.columnCount();
+}
+
+QVariant WageGridModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
+    const QVariant v = m_screen.WageGridArray.value(index.row(), index.column());
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
+        return IsNull(v) ? QVariant(QString()) : QVariant(CStr(v));
+    if (role == Qt::TextAlignmentRole && index.column() >= 2)
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    return {};
+}
+
+bool WageGridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (!index.isValid() || role != Qt::EditRole)
+        return false;
+    bool stored = false;
+    try {
+        stored = m_screen.storeCell(index.row(), index.column(), value.toString());
+    } catch (const VbError& e) {
+        ReportError(e, QStringLiteral("tgrdwages_AfterColUpdate"));
+    }
+    if (stored)
+        rowEdited = true;
+    emit dataChanged(this->index(index.row(), 0), this->index(index.row(), columnCount() - 1));
+    return stored;
+}
+
+Qt::ItemFlags WageGridModel::flags(const QModelIndex& index) const {
+    Qt::ItemFlags f = QAbstractTableModel::flags(index);
+    if (index.column() >= 1)
+        f |= Qt::ItemIsEditable;
+    return f;
+}
+
+QVariant WageGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    const QString caption = m_screen.caption(QStringLiteral("tgrdwages.Columns(%1)").arg(section));
+    return caption.isEmpty() ? QVariant(section) : QVariant(caption);
+}
+
+void WageGridModel::reload() {
+    beginResetModel();
+    rowEdited = false;
+    endResetModel();
+}
+
+WageGridWidget::WageGridWidget(WageScreen& screen, QWidget* parent)
+    : QTableView(parent), m_screen(screen), m_model(new WageGridModel(screen, this)) {
+    setModel(m_model);
+    setItemDelegate(new GuardedDelegate(screen, this));
+    setObjectName(QStringLiteral("tgrdwages"));
+    setAlternatingRowColors(true);
+    horizontalHeader()->setStretchLastSection(true);
+    verticalHeader()->hide();
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                    QAbstractItemView::AnyKeyPressed);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& now, const QModelIndex&) {
+                m_screen.gridRow = now.row();
+                if (!m_model->rowEdited)
+                    return;
+                m_model->rowEdited = false;
+                try {
+                    m_screen.tgrdwages_AfterRowChange();
+                } catch (const VbError& e) {
+                    ReportError(e, QStringLiteral("tgrdwages_AfterUpdate"));
+                }
+            });
+}
+
+void WageGridWidget::reload() {
+    m_model->reload();
+    // The key column is loaded but never shown.
+    for (int c = 0; c < m_model->columnCount(); ++c)
+        setColumnHidden(c, c == 0);
+}
+
+void WageGridWidget::focusOutEvent(QFocusEvent* event) {
+    QTableView::focusOutEvent(event);
+    // An open cell editor is part of the grid; only a real departure counts.
+    QWidget* next = QApplication::focusWidget();
+    if (next && isAncestorOf(next))
+        return;
+    try {
+        m_model->rowEdited = false;
+        m_screen.tgrdwages_LostFocus();
+    } catch (const VbError& e) {
+        ReportError(e, QStringLiteral("tgrdwages_LostFocus"));
+    }
+}
+
+void WageGridWidget::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Tab && state() != QAbstractItemView::EditingState) {
+        try {
+            m_screen.tgrdwages_TabKey();
+        } catch (const VbError& e) {
+            ReportError(e, QStringLiteral("tgrdwages_KeyPress"));
+        }
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+} // namespace ql

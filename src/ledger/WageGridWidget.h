@@ -1,0 +1,46 @@
+#pragma once
+// The detail grid of the wage screen: a table model over the screen's WageGridArray, and the view that
+// forwards the grid's events (edit start, stored cell, row change, focus loss, Tab) to the screen.
+#include <QAbstractTableModel>
+#include <QStyledItemDelegate>
+#include <QTableView>
+
+namespace ql {
+
+class WageScreen;
+
+class WageGridModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    explicit WageGridModel(WageScreen& screen, QObject* parent = nullptr);
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    // The array was replaced or changed as a whole.
+    void reload();
+    bool rowEdited = false; // a cell of the current row was stored since the row was entered
+
+private:
+    WageScreen& m_screen;
+};
+
+class WageGridWidget : public QTableView {
+    Q_OBJECT
+public:
+    explicit WageGridWidget(WageScreen& screen, QWidget* parent = nullptr);
+    WageGridModel* gridModel() const { return m_model; }
+    void reload();
+
+protected:
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    WageScreen& m_screen;
+    WageGridModel* m_model;
+};
+
+} // namespace ql
