@@ -280,8 +280,11 @@ QStringView TaxEvaluator::TakeFunction(QStringView& Text, QStringView& Arguments
     Arguments = {};
     const qsizetype open = Text.indexOf(QLatin1Char('('));
     if (open < 0) {
+        // Unlike a number or a parenthesis, a name without its call is taken whole.
         m_Error = Malformed;
-        return {};
+        const QStringView name = Text;
+        Text = {};
+        return name;
     }
     const QStringView name = Text.left(open);
     Text = Text.mid(open);
