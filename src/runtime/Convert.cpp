@@ -307,8 +307,14 @@ double Val(const QString& text) {
         ++b;
     double v = 0.0;
     const auto res = std::from_chars(b, a.data() + a.size(), v);
-    if (res.ec == std::errc::result_out_of_range)
-        raiseError(err::Overflow);
+    if (res.ec == std::errc::result_out_of_range) {
+        // Beyond a Double is an overflow; below the smallest one reads as zero.
+        const auto e = a.find('e');
+        const bool tinyExponent = e != std::string::npos && a.find('-', e) != std::string::npos;
+        if (!tinyExponent)
+            raiseError(err::Overflow);
+        return 0.0;
+    }
     return v == 0.0 ? 0.0 : v;
 }
 

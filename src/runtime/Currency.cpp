@@ -60,7 +60,12 @@ Currency Currency::operator-() const {
 
 Currency Currency::operator+(Currency o) const { return fromRaw(checkedAdd(m_raw, o.m_raw)); }
 
-Currency Currency::operator-(Currency o) const { return *this + (-o); }
+Currency Currency::operator-(Currency o) const {
+    std::int64_t r;
+    if (__builtin_sub_overflow(m_raw, o.m_raw, &r))
+        overflow();
+    return fromRaw(r);
+}
 
 Currency Currency::operator*(Currency o) const { return fromDouble(toDouble() * o.toDouble()); }
 

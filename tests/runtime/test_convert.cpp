@@ -269,4 +269,12 @@ TEST(StrAndVal, Examples) {
     EXPECT_EQ(Val(QStringLiteral("")), 0.0);
     EXPECT_EQ(Val(QStringLiteral(".5")), 0.5);
     EXPECT_EQ(Val(QStringLiteral("1.2.3")), 1.2);
+    EXPECT_EQ(Val(QStringLiteral("1e-400")), 0.0);
+    long number = 0;
+    try {
+        Val(QStringLiteral("1e400"));
+    } catch (const VbError& e) {
+        number = e.number();
+    }
+    EXPECT_EQ(number, err::Overflow);
 }

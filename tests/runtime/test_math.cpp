@@ -67,5 +67,6 @@ TEST(CurrencyArithmetic, ExactAndChecked) {
     EXPECT_LT(b, a);
     EXPECT_EQ(errorOf([] { Currency::fromRaw(INT64_MAX) * 2; }), err::Overflow);
     EXPECT_EQ(errorOf([] { Currency::fromRaw(INT64_MIN) - Currency::fromRaw(1); }), err::Overflow);
+    EXPECT_EQ((Currency::fromRaw(-1) - Currency::fromRaw(INT64_MIN)).raw(), INT64_MAX);
     EXPECT_EQ(errorOf([] { Currency::fromLong(900000000000000LL) * Currency::fromLong(2); }), err::Overflow);
 }
