@@ -2,6 +2,8 @@
 // One open SQLite file. SQL is written in SQLite's dialect by the callers; month-first date literals
 // (#mm/dd/yyyy#) outside quoted strings are rewritten to the stored ISO form before SQLite sees them.
 // SQLite failures are raised as ql::VbError with the numbers the system reacts to (see VbError.h).
+// Every connection has the SQL functions vbstr(x) (number to text as the runtime prints it) and
+// iif(condition, a, b).
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -12,6 +14,7 @@ struct sqlite3;
 namespace ql {
 
 class Recordset;
+struct Connection;
 
 enum class RecordsetType { Dynaset, Snapshot };
 
@@ -24,33 +27,46 @@ public:
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
-    // Opens an existing file of this system (no creation); see Schema.h for opening with creation.
+    // Opens an existing SQLite file (no creation); see Schema.h for opening with creation.
+    // A missing file raises 3024, a file that is not a database 3049.
     void open(const QString& path);
     void close();
     bool isOpen() const;
     QString path() const;
 
     QStringList tableNames() const;
-    void createTextTable(const QString& table, const QString& textColumn);
+    bool hasTable(const QString& table) const; // without regard to case
+    // Creates a table with one text column; an existing table raises 3010.
+    void createTextTable(const QString& table, const QString& textColumn, int size = 255);
 
     // Runs a statement that changes rows; returns the number of rows changed.
     int execute(const QString& sql);
+    // Runs a statement with positional parameters (?); returns the number of rows changed.
+    int execute(const QString& sql, const QVariantList& params);
+    // Runs several statements (a script) without results.
+    void executeScript(const QString& sql);
     // A query opened on a table name or a SELECT.
     std::unique_ptr<Recordset> openRecordset(const QString& tableOrSql,
                                              RecordsetType type = RecordsetType::Dynaset);
     // First column of the first row, or Null.
     QVariant scalar(const QString& sql);
+    qint64 lastInsertRowId() const;
 
     void beginTrans();
     void commitTrans();
     void rollback();
     bool inTransaction() const;
 
+    int userVersion() const;
+    void setUserVersion(int version);
+
     sqlite3* handle() const;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> d;
+    std::shared_ptr<Connection> m_conn;
+    QString m_path;
+    int m_transDepth = 0;
+    friend class Recordset;
 };
 
 } // namespace ql

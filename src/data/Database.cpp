@@ -1,0 +1,178 @@
+#include "Database.h"
+#include "Recordset.h"
+#include "SqlSupport.h"
+#include "runtime/VbError.h"
+#include <QFileInfo>
+
+namespace ql {
+
+namespace {
+const QString kSource = QStringLiteral("DAO.Database");
+}
+
+Database::Database() = default;
+Database::~Database() { close(); }
+Database::Database(Database&& o) noexcept
+    : m_conn(std::move(o.m_conn)), m_path(std::move(o.m_path)), m_transDepth(o.m_transDepth) {
+    o.m_transDepth = 0;
+}
+Database& Database::operator=(Database&& o) noexcept {
+    if (this != &o) {
+        close();
+        m_conn = std::move(o.m_conn);
+        m_path = std::move(o.m_path);
+        m_transDepth = o.m_transDepth;
+        o.m_transDepth = 0;
+    }
+    return *this;
+}
+
+void Database::open(const QString& path) {
+    close();
+    if (!QFileInfo(path).isFile())
+        raiseError(3024, kSource, QStringLiteral("Could not find file '%1'.").arg(path));
+    sqlite3* db = nullptr;
+    const QByteArray file = path.toUtf8();
+    int rc = sqlite3_open_v2(file.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
+    if (rc != SQLITE_OK) {
+        sqlite3_close_v2(db);
+        raiseError(3051, kSource,
+                   QStringLiteral("The database file '%1' cannot be opened; check that it exists and that "
+                                  "you may write to it.")
+                       .arg(path));
+    }
+    sqlite3_extended_result_codes(db, 1);
+    // Reading the schema is the first moment SQLite looks at the file's contents.
+    rc = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK) {
+        sqlite3_close_v2(db);
+        raiseError(err::NotADatabase, kSource,
+                   QStringLiteral("Cannot open database '%1'. It is not a database this program "
+                                  "recognizes, or the file is corrupt.")
+                       .arg(path));
+    }
+    sqlite3_busy_timeout(db, 5000);
+    sqlite3_exec(db, "PRAGMA foreign_keys=ON; PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr,
+                 nullptr, nullptr);
+    registerSqlFunctions(db);
+    m_conn = std::make_shared<Connection>();
+    m_conn->db = db;
+    m_conn->path = path;
+    m_path = path;
+    m_transDepth = 0;
+}
+
+void Database::close() {
+    if (!m_conn)
+        return;
+    if (m_conn->db) {
+        if (m_transDepth > 0)
+            sqlite3_exec(m_conn->db, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close_v2(m_conn->db);
+        m_conn->db = nullptr;
+    }
+    m_conn.reset();
+    m_transDepth = 0;
+}
+
+bool Database::isOpen() const { return m_conn && m_conn->db; }
+QString Database::path() const { return m_path; }
+sqlite3* Database::handle() const { return m_conn ? m_conn->db : nullptr; }
+
+QStringList Database::tableNames() const {
+    Statement st(handle(), QStringLiteral("SELECT name FROM sqlite_master WHERE type='table' AND name NOT "
+                                          "LIKE 'sqlite_%' ORDER BY name"),
+                 kSource);
+    QStringList names;
+    while (st.step())
+        names << st.column(0).toString();
+    return names;
+}
+
+bool Database::hasTable(const QString& table) const {
+    for (const QString& name : tableNames())
+        if (name.compare(table, Qt::CaseInsensitive) == 0)
+            return true;
+    return false;
+}
+
+void Database::createTextTable(const QString& table, const QString& textColumn, int size) {
+    if (hasTable(table))
+        raiseError(3010, kSource, QStringLiteral("Table '%1' already exists.").arg(table));
+    execute(QStringLiteral("CREATE TABLE %1 (%2 TEXT(%3))").arg(quoteName(table), quoteName(textColumn)).arg(size));
+}
+
+int Database::execute(const QString& sql) { return execute(sql, {}); }
+
+int Database::execute(const QString& sql, const QVariantList& params) {
+    Statement st(handle(), sql, kSource);
+    st.bindAll(params);
+    while (st.step()) {
+    }
+    return sqlite3_changes(handle());
+}
+
+void Database::executeScript(const QString& sql) {
+    const QByteArray utf8 = rewriteDateLiterals(sql).toUtf8();
+    char* message = nullptr;
+    const int rc = sqlite3_exec(handle(), utf8.constData(), nullptr, nullptr, &message);
+    sqlite3_free(message);
+    if (rc != SQLITE_OK)
+        raiseSqliteError(handle(), rc, sql, kSource);
+}
+
+std::unique_ptr<Recordset> Database::openRecordset(const QString& tableOrSql, RecordsetType type) {
+    if (!isOpen())
+        raiseError(3420, kSource, QStringLiteral("Object invalid or no longer set: the database is closed."));
+    return std::unique_ptr<Recordset>(new Recordset(m_conn, tableOrSql, type));
+}
+
+QVariant Database::scalar(const QString& sql) {
+    Statement st(handle(), sql, kSource);
+    return st.step() ? st.column(0) : QVariant();
+}
+
+qint64 Database::lastInsertRowId() const { return sqlite3_last_insert_rowid(handle()); }
+
+void Database::beginTrans() {
+    if (m_transDepth == 0)
+        executeScript(QStringLiteral("BEGIN"));
+    else
+        executeScript(QStringLiteral("SAVEPOINT ql_%1").arg(m_transDepth));
+    ++m_transDepth;
+}
+
+void Database::commitTrans() {
+    if (m_transDepth == 0)
+        raiseError(3034, kSource, QStringLiteral("You tried to commit or rollback a transaction without first "
+                                                 "beginning a transaction."));
+    --m_transDepth;
+    if (m_transDepth == 0)
+        executeScript(QStringLiteral("COMMIT"));
+    else
+        executeScript(QStringLiteral("RELEASE ql_%1").arg(m_transDepth));
+}
+
+void Database::rollback() {
+    if (m_transDepth == 0)
+        raiseError(3034, kSource, QStringLiteral("You tried to commit or rollback a transaction without first "
+                                                 "beginning a transaction."));
+    --m_transDepth;
+    if (m_transDepth == 0)
+        executeScript(QStringLiteral("ROLLBACK"));
+    else
+        executeScript(QStringLiteral("ROLLBACK TO ql_%1; RELEASE ql_%1").arg(m_transDepth));
+}
+
+bool Database::inTransaction() const { return m_transDepth > 0; }
+
+int Database::userVersion() const {
+    Statement st(handle(), QStringLiteral("PRAGMA user_version"), kSource);
+    return st.step() ? st.column(0).toInt() : 0;
+}
+
+void Database::setUserVersion(int version) {
+    executeScript(QStringLiteral("PRAGMA user_version=%1").arg(version));
+}
+
+} // namespace ql

@@ -1,0 +1,25 @@
+#pragma once
+// Between the stored form of a value (SQLite's integer, real, text or null) and the typed value a
+// field gives (Currency, float, QDate, bool, ...), by the field's type.
+#include "Recordset.h"
+#include <QString>
+#include <QVariant>
+#include <optional>
+
+namespace ql {
+
+// The field type a declared column type names (CURRENCY, SINGLE, DOUBLE, LONG, INTEGER, SMALLINT,
+// BYTE, DATETIME, YESNO, TEXT(n), MEMO, LONGTEXT, ...); nullopt for none or an unknown name.
+std::optional<FieldType> fieldTypeFromDeclared(const QString& declared);
+
+// The stored value as the field's type gives it; Null stays Null.
+QVariant typedValue(FieldType type, const QVariant& stored);
+
+// A value converted to the field's type and then to its stored form: Currency and Single as REAL,
+// dates as ISO text, Yes/No as 0 or 1. A value that does not convert raises 3421.
+QVariant storedValue(FieldType type, const QVariant& value);
+
+// ISO text of a date, with the time when it has one.
+QString isoDateText(const QDateTime& dt);
+
+} // namespace ql

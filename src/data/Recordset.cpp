@@ -1,0 +1,583 @@
+#include "Recordset.h"
+#include "Database.h"
+#include "FieldValue.h"
+#include "SqlSupport.h"
+#include "runtime/VbError.h"
+#include <QRegularExpression>
+#include <vector>
+
+namespace ql {
+
+namespace {
+
+const QString kSource = QStringLiteral("DAO.Recordset");
+const QString kRowidColumn = QStringLiteral("ql_rowid_");
+
+struct Field {
+    QString name;
+    QString table;  // table the column comes from, empty for an expression
+    QString origin; // the column's name in that table
+    FieldType type = FieldType::Text;
+    bool typeKnown = false;
+};
+
+struct Row {
+    QVariantList values; // stored form
+    qint64 rowid = 0;
+    bool deleted = false;
+    bool counted = false; // visited or added: part of RecordCount
+};
+
+enum class EditMode { None, Edit, AddNew };
+
+bool isSelect(const QString& text) {
+    static const QRegularExpression re(QStringLiteral(R"(^\s*(SELECT|WITH|VALUES)\b)"),
+                                       QRegularExpression::CaseInsensitiveOption);
+    return re.match(text).hasMatch();
+}
+
+QString bareName(QString name) {
+    name = name.trimmed();
+    if (name.startsWith(u'[') && name.endsWith(u']'))
+        name = name.mid(1, name.size() - 2);
+    return name;
+}
+
+[[noreturn]] void noCurrentRecord() { raiseError(err::NoCurrentRecord, kSource, QStringLiteral("No current record.")); }
+
+} // namespace
+
+struct Recordset::Impl {
+    std::shared_ptr<Connection> conn;
+    QString source; // what the caller gave
+    RecordsetType type;
+    bool closed = false;
+
+    QString table; // the table changes go to; empty when read-only
+    std::vector<Field> fields;
+    std::vector<Row> rows;
+    int pos = -1;
+    bool noMatch = false;
+    int lastModified = -1;
+
+    EditMode mode = EditMode::None;
+    QVariantList buffer;
+    std::vector<bool> dirty;
+
+    sqlite3* db() const {
+        if (closed || !conn || !conn->db)
+            raiseError(3420, kSource, QStringLiteral("Object invalid or no longer set."));
+        return conn->db;
+    }
+
+    int rowCount() const { return int(rows.size()); }
+    bool empty() const {
+        for (const Row& r : rows)
+            if (!r.deleted)
+                return false;
+        return true;
+    }
+    int nextLive(int from) const {
+        int i = from;
+        while (i < rowCount() && rows[i].deleted)
+            ++i;
+        return i;
+    }
+    int prevLive(int from) const {
+        int i = from;
+        while (i >= 0 && rows[i].deleted)
+            --i;
+        return i;
+    }
+    void visit(int i) {
+        pos = i;
+        if (i >= 0 && i < rowCount())
+            rows[i].counted = true;
+    }
+    bool onRow() const { return pos >= 0 && pos < rowCount() && !rows[pos].deleted; }
+    const Row& current() const {
+        if (!onRow())
+            noCurrentRecord();
+        return rows[pos];
+    }
+    void dropEdit() {
+        mode = EditMode::None;
+        buffer.clear();
+        dirty.clear();
+    }
+
+    void requireDynaset() const {
+        if (type != RecordsetType::Dynaset || table.isEmpty())
+            raiseError(3027, kSource, QStringLiteral("Cannot update. Database or object is read-only."));
+    }
+    void load();
+    void readAll(Statement& st, int firstField);
+    QString updatableSql(const QString& sql, const QString& baseTable) const;
+    void refreshRow(Row& row);
+    QVariantList defaultsOfTable();
+};
+
+void Recordset::Impl::readAll(Statement& st, int firstField) {
+    sqlite3_stmt* s = st.get();
+    const int n = sqlite3_column_count(s);
+    fields.clear();
+    for (int i = firstField; i < n; ++i) {
+        Field f;
+        f.name = QString::fromUtf8(sqlite3_column_name(s, i));
+        if (const char* t = sqlite3_column_table_name(s, i))
+            f.table = QString::fromUtf8(t);
+        if (const char* o = sqlite3_column_origin_name(s, i))
+            f.origin = QString::fromUtf8(o);
+        if (const char* decl = sqlite3_column_decltype(s, i)) {
+            if (auto t = fieldTypeFromDeclared(QString::fromUtf8(decl))) {
+                f.type = *t;
+                f.typeKnown = true;
+            }
+        }
+        fields.push_back(f);
+    }
+    rows.clear();
+    while (st.step()) {
+        Row r;
+        if (firstField > 0)
+            r.rowid = st.column(0).toLongLong();
+        for (int i = firstField; i < n; ++i)
+            r.values << st.column(i);
+        rows.push_back(std::move(r));
+    }
+    // A computed column takes its type from its values.
+    for (size_t c = 0; c < fields.size(); ++c) {
+        Field& f = fields[c];
+        if (f.typeKnown)
+            continue;
+        bool anyReal = false, anyInt = false;
+        for (const Row& r : rows) {
+            const int t = r.values[int(c)].typeId();
+            anyReal |= t == QMetaType::Double;
+            anyInt |= t == QMetaType::LongLong;
+        }
+        f.type = anyReal ? FieldType::Double : anyInt ? FieldType::Long : FieldType::Text;
+    }
+}
+
+// The query with the rowid of its base table in front, or empty when the rows cannot be traced back to
+// single rows of that table.
+QString Recordset::Impl::updatableSql(const QString& sql, const QString& baseTable) const {
+    static const QRegularExpression head(QStringLiteral(R"(^\s*SELECT\s+(DISTINCTROW\s+|ALL\s+)?)"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression aggregate(QStringLiteral(R"(\b(GROUP\s+BY|DISTINCT|UNION)\b)"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    const auto m = head.match(sql);
+    if (!m.hasMatch() || aggregate.match(sql.mid(m.capturedEnd())).hasMatch())
+        return QString();
+    return sql.left(m.capturedEnd()) + quoteName(baseTable) + QStringLiteral(".rowid AS ") + kRowidColumn
+        + QStringLiteral(", ") + sql.mid(m.capturedEnd());
+}
+
+void Recordset::Impl::load() {
+    sqlite3* handle = db();
+    rows.clear();
+    table.clear();
+    pos = -1;
+    noMatch = false;
+    lastModified = -1;
+    dropEdit();
+
+    QString sql = source.trimmed();
+    if (sql.endsWith(u';'))
+        sql.chop(1);
+    if (!isSelect(sql)) {
+        const QString name = bareName(sql);
+        const QString text = QStringLiteral("SELECT rowid AS %1, * FROM %2").arg(kRowidColumn, quoteName(name));
+        Statement st(handle, text, kSource);
+        readAll(st, 1);
+        if (type == RecordsetType::Dynaset)
+            table = fields.empty() ? name : fields.front().table;
+        if (table.isEmpty() && type == RecordsetType::Dynaset)
+            table = name;
+    } else {
+        QString baseTable;
+        {
+            Statement probe(handle, sql, kSource);
+            if (type == RecordsetType::Dynaset) {
+                const int n = sqlite3_column_count(probe.get());
+                for (int i = 0; i < n && baseTable.isEmpty(); ++i)
+                    if (const char* t = sqlite3_column_table_name(probe.get(), i))
+                        baseTable = QString::fromUtf8(t);
+            }
+            if (baseTable.isEmpty()) {
+                readAll(probe, 0);
+            }
+        }
+        if (!baseTable.isEmpty()) {
+            const QString withRowid = updatableSql(sql, baseTable);
+            bool done = false;
+            if (!withRowid.isEmpty()) {
+                try {
+                    Statement st(handle, withRowid, kSource);
+                    readAll(st, 1);
+                    table = baseTable;
+                    done = true;
+                } catch (const VbError&) {
+                    // The table is reached under another name: the rows stay read-only.
+                }
+            }
+            if (!done) {
+                Statement st(handle, sql, kSource);
+                readAll(st, 0);
+            }
+        }
+    }
+    if (!rows.empty())
+        visit(0);
+}
+
+void Recordset::Impl::refreshRow(Row& row) {
+    QStringList cols;
+    std::vector<int> idx;
+    for (size_t i = 0; i < fields.size(); ++i) {
+        if (!fields[i].origin.isEmpty() && fields[i].table.compare(table, Qt::CaseInsensitive) == 0) {
+            cols << quoteName(fields[i].origin);
+            idx.push_back(int(i));
+        }
+    }
+    if (cols.isEmpty())
+        return;
+    Statement st(db(), QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?").arg(cols.join(u','), quoteName(table)),
+                 kSource);
+    st.bind(1, row.rowid);
+    if (st.step()) {
+        for (size_t k = 0; k < idx.size(); ++k)
+            row.values[idx[k]] = st.column(int(k));
+    }
+}
+
+QVariantList Recordset::Impl::defaultsOfTable() {
+    QVariantList values;
+    for (int i = 0; i < int(fields.size()); ++i)
+        values << QVariant();
+    Statement info(db(), QStringLiteral("PRAGMA table_info(%1)").arg(quoteName(table)), kSource);
+    while (info.step()) {
+        const QString column = info.column(1).toString();
+        const QVariant dflt = info.column(4);
+        if (dflt.isNull())
+            continue;
+        for (int i = 0; i < int(fields.size()); ++i) {
+            if (fields[i].table.compare(table, Qt::CaseInsensitive) == 0
+                && fields[i].origin.compare(column, Qt::CaseInsensitive) == 0) {
+                Statement value(db(), QStringLiteral("SELECT ") + dflt.toString(), kSource);
+                if (value.step())
+                    values[i] = value.column(0);
+            }
+        }
+    }
+    return values;
+}
+
+Recordset::Recordset(std::shared_ptr<Connection> conn, const QString& tableOrSql, RecordsetType type)
+    : d(std::make_unique<Impl>()) {
+    d->conn = std::move(conn);
+    d->source = tableOrSql;
+    d->type = type;
+    d->load();
+}
+
+Recordset::~Recordset() = default;
+
+bool Recordset::EOF_() const { return d->empty() || d->pos >= d->rowCount(); }
+bool Recordset::BOF() const { return d->empty() || d->pos < 0; }
+
+int Recordset::RecordCount() const {
+    int n = 0;
+    for (const Row& r : d->rows)
+        n += (r.counted && !r.deleted) ? 1 : 0;
+    return n;
+}
+
+void Recordset::MoveFirst() {
+    d->db();
+    d->dropEdit();
+    if (d->empty())
+        noCurrentRecord();
+    d->visit(d->nextLive(0));
+}
+
+void Recordset::MoveNext() {
+    d->db();
+    d->dropEdit();
+    if (EOF_())
+        noCurrentRecord();
+    d->visit(d->nextLive(d->pos + 1));
+}
+
+void Recordset::MovePrevious() {
+    d->db();
+    d->dropEdit();
+    if (BOF())
+        noCurrentRecord();
+    d->visit(d->prevLive(d->pos - 1));
+}
+
+void Recordset::MoveLast() {
+    d->db();
+    d->dropEdit();
+    if (d->empty())
+        noCurrentRecord();
+    for (Row& r : d->rows)
+        r.counted = true;
+    d->visit(d->prevLive(d->rowCount() - 1));
+}
+
+namespace {
+
+// Evaluates a criterion on one row at a time: the row's values are bound as a one-row table whose
+// columns bear the query's field names.
+class CriterionTest {
+public:
+    CriterionTest(sqlite3* db, const std::vector<Field>& fields, const QString& table, const QString& criterion) {
+        QStringList cols;
+        QStringList seen;
+        for (size_t i = 0; i < fields.size(); ++i) {
+            QString name = fields[i].name;
+            if (seen.contains(name, Qt::CaseInsensitive))
+                name = fields[i].table + u'.' + name; // the later of two equal names
+            seen << name;
+            cols << QStringLiteral("?%1 AS %2").arg(i + 1).arg(quoteName(name));
+        }
+        if (cols.isEmpty())
+            cols << QStringLiteral("NULL AS ql_none_");
+        const QString alias = table.isEmpty() ? QStringLiteral("ql_row_") : quoteName(table);
+        m_st = std::make_unique<Statement>(
+            db, QStringLiteral("SELECT (%1) FROM (SELECT %2) AS %3").arg(criterion, cols.join(u','), alias),
+            kSource);
+    }
+    bool matches(const QVariantList& values) {
+        m_st->reset();
+        m_st->bindAll(values);
+        if (!m_st->step())
+            return false;
+        const QVariant v = m_st->column(0);
+        if (v.isNull())
+            return false;
+        if (v.typeId() == QMetaType::QString)
+            return v.toString().compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
+        return v.toDouble() != 0.0;
+    }
+
+private:
+    std::unique_ptr<Statement> m_st;
+};
+
+} // namespace
+
+void Recordset::FindFirst(const QString& criterion) {
+    CriterionTest test(d->db(), d->fields, d->table, criterion);
+    d->dropEdit();
+    for (int i = 0; i < d->rowCount(); ++i) {
+        if (!d->rows[i].deleted && test.matches(d->rows[i].values)) {
+            d->noMatch = false;
+            d->visit(i);
+            return;
+        }
+    }
+    d->noMatch = true;
+}
+
+void Recordset::FindNext(const QString& criterion) {
+    CriterionTest test(d->db(), d->fields, d->table, criterion);
+    d->dropEdit();
+    for (int i = std::max(d->pos + 1, 0); i < d->rowCount(); ++i) {
+        if (!d->rows[i].deleted && test.matches(d->rows[i].values)) {
+            d->noMatch = false;
+            d->visit(i);
+            return;
+        }
+    }
+    d->noMatch = true;
+}
+
+bool Recordset::NoMatch() const { return d->noMatch; }
+
+int Recordset::fieldCount() const { return int(d->fields.size()); }
+
+QString Recordset::fieldName(int index) const {
+    if (index < 0 || index >= fieldCount())
+        raiseError(3265, kSource, QStringLiteral("Item not found in this collection."));
+    return d->fields[index].name;
+}
+
+FieldType Recordset::fieldType(int index) const {
+    if (index < 0 || index >= fieldCount())
+        raiseError(3265, kSource, QStringLiteral("Item not found in this collection."));
+    return d->fields[index].type;
+}
+
+int Recordset::fieldIndex(const QString& name) const {
+    const QString bare = bareName(name);
+    for (int i = 0; i < fieldCount(); ++i)
+        if (d->fields[i].name.compare(bare, Qt::CaseInsensitive) == 0)
+            return i;
+    const auto dot = bare.indexOf(u'.');
+    if (dot > 0) {
+        const QString table = bareName(bare.left(dot));
+        const QString column = bareName(bare.mid(dot + 1));
+        for (int i = 0; i < fieldCount(); ++i)
+            if (d->fields[i].table.compare(table, Qt::CaseInsensitive) == 0
+                && (d->fields[i].origin.compare(column, Qt::CaseInsensitive) == 0
+                    || d->fields[i].name.compare(column, Qt::CaseInsensitive) == 0))
+                return i;
+    }
+    return -1;
+}
+
+QVariant Recordset::value(const QString& name) const {
+    const int i = fieldIndex(name);
+    if (i < 0)
+        raiseError(3265, kSource, QStringLiteral("Item not found in this collection: '%1'.").arg(name));
+    return value(i);
+}
+
+QVariant Recordset::value(int index) const {
+    d->db();
+    const FieldType t = fieldType(index);
+    if (d->mode != EditMode::None)
+        return typedValue(t, d->buffer[index]);
+    return typedValue(t, d->current().values[index]);
+}
+
+void Recordset::setValue(const QString& name, const QVariant& v) {
+    const int i = fieldIndex(name);
+    if (i < 0)
+        raiseError(3265, kSource, QStringLiteral("Item not found in this collection: '%1'.").arg(name));
+    setValue(i, v);
+}
+
+void Recordset::setValue(int index, const QVariant& v) {
+    const FieldType t = fieldType(index);
+    if (d->mode == EditMode::None)
+        raiseError(3020, kSource, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    const Field& f = d->fields[index];
+    if (f.origin.isEmpty() || f.table.compare(d->table, Qt::CaseInsensitive) != 0)
+        raiseError(3164, kSource, QStringLiteral("Field '%1' cannot be updated.").arg(f.name));
+    d->buffer[index] = storedValue(t, v);
+    d->dirty[index] = true;
+}
+
+void Recordset::AddNew() {
+    d->db();
+    d->requireDynaset();
+    d->dropEdit();
+    d->buffer = d->defaultsOfTable();
+    d->dirty.assign(d->fields.size(), false);
+    d->mode = EditMode::AddNew;
+}
+
+void Recordset::Edit() {
+    d->db();
+    d->requireDynaset();
+    const Row& row = d->current();
+    d->dropEdit();
+    d->buffer = row.values;
+    d->dirty.assign(d->fields.size(), false);
+    d->mode = EditMode::Edit;
+}
+
+void Recordset::Update() {
+    sqlite3* db = d->db();
+    if (d->mode == EditMode::None)
+        raiseError(3020, kSource, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    QStringList cols;
+    QVariantList params;
+    for (int i = 0; i < fieldCount(); ++i) {
+        if (d->dirty[i]) {
+            cols << quoteName(d->fields[i].origin);
+            params << d->buffer[i];
+        }
+    }
+    if (d->mode == EditMode::AddNew) {
+        QString sql;
+        if (cols.isEmpty()) {
+            sql = QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(quoteName(d->table));
+        } else {
+            QStringList marks;
+            for (int i = 0; i < cols.size(); ++i)
+                marks << QStringLiteral("?");
+            sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                      .arg(quoteName(d->table), cols.join(u','), marks.join(u','));
+        }
+        Statement st(db, sql, kSource);
+        st.bindAll(params);
+        st.step();
+        Row row;
+        row.rowid = sqlite3_last_insert_rowid(db);
+        row.values = d->buffer;
+        row.counted = true;
+        d->refreshRow(row);
+        d->rows.push_back(std::move(row));
+        d->lastModified = d->rowCount() - 1;
+    } else {
+        Row& row = d->rows[d->pos];
+        if (!cols.isEmpty()) {
+            QStringList sets;
+            for (const QString& c : cols)
+                sets << c + QStringLiteral(" = ?");
+            Statement st(db,
+                         QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?").arg(quoteName(d->table), sets.join(u',')),
+                         kSource);
+            params << row.rowid;
+            st.bindAll(params);
+            st.step();
+            row.values = d->buffer;
+            d->refreshRow(row);
+        }
+        d->lastModified = d->pos;
+    }
+    d->dropEdit();
+}
+
+void Recordset::CancelUpdate() {
+    if (d->mode == EditMode::None)
+        raiseError(3020, kSource, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    d->dropEdit();
+}
+
+bool Recordset::isEditing() const { return d->mode != EditMode::None; }
+
+void Recordset::Delete() {
+    sqlite3* db = d->db();
+    d->requireDynaset();
+    Row& row = const_cast<Row&>(d->current());
+    d->dropEdit();
+    Statement st(db, QStringLiteral("DELETE FROM %1 WHERE rowid = ?").arg(quoteName(d->table)), kSource);
+    st.bind(1, row.rowid);
+    st.step();
+    row.deleted = true;
+}
+
+QByteArray Recordset::Bookmark() const {
+    d->current();
+    return QByteArray::number(d->pos);
+}
+
+void Recordset::setBookmark(const QByteArray& bookmark) {
+    bool ok = false;
+    const int i = bookmark.toInt(&ok);
+    if (!ok || i < 0 || i >= d->rowCount() || d->rows[i].deleted)
+        raiseError(3159, kSource, QStringLiteral("Not a valid bookmark."));
+    d->dropEdit();
+    d->visit(i);
+}
+
+QByteArray Recordset::LastModified() const {
+    return d->lastModified < 0 ? QByteArray() : QByteArray::number(d->lastModified);
+}
+
+void Recordset::Requery() { d->load(); }
+
+void Recordset::Close() {
+    d->dropEdit();
+    d->rows.clear();
+    d->closed = true;
+}
+
+} // namespace ql

@@ -1,0 +1,232 @@
+#include "SqlSupport.h"
+#include "runtime/VbError.h"
+#include <QByteArray>
+#include <QRegularExpression>
+
+namespace ql {
+
+QString rewriteDateLiterals(const QString& sql) {
+    static const QRegularExpression literal(
+        QStringLiteral(R"(^#\s*(\d{1,2})/(\d{1,2})/(\d{4})(?:\s+(\d{1,2}):(\d{2})(?::(\d{2}))?)?\s*#)"));
+    QString out;
+    out.reserve(sql.size() + 8);
+    QChar quote; // the open quote or bracket, if any
+    for (qsizetype i = 0; i < sql.size(); ++i) {
+        const QChar c = sql.at(i);
+        if (!quote.isNull()) {
+            out += c;
+            if ((quote == u'[' && c == u']') || (quote != u'[' && c == quote))
+                quote = QChar();
+            continue;
+        }
+        if (c == u'\'' || c == u'"' || c == u'[') {
+            quote = c;
+            out += c;
+            continue;
+        }
+        if (c == u'#') {
+            const auto m = literal.match(QStringView(sql).mid(i));
+            if (m.hasMatch()) {
+                const int month = m.captured(1).toInt();
+                const int day = m.captured(2).toInt();
+                const int year = m.captured(3).toInt();
+                QString iso = QStringLiteral("%1-%2-%3")
+                                  .arg(year, 4, 10, QLatin1Char('0'))
+                                  .arg(month, 2, 10, QLatin1Char('0'))
+                                  .arg(day, 2, 10, QLatin1Char('0'));
+                if (m.capturedLength(4) > 0) {
+                    const int h = m.captured(4).toInt(), mi = m.captured(5).toInt(),
+                              s = m.captured(6).isEmpty() ? 0 : m.captured(6).toInt();
+                    if (h || mi || s)
+                        iso += QStringLiteral(" %1:%2:%3")
+                                   .arg(h, 2, 10, QLatin1Char('0'))
+                                   .arg(mi, 2, 10, QLatin1Char('0'))
+                                   .arg(s, 2, 10, QLatin1Char('0'));
+                }
+                out += u'\'' + iso + u'\'';
+                i += m.capturedLength(0) - 1;
+                continue;
+            }
+        }
+        out += c;
+    }
+    return out;
+}
+
+namespace {
+
+QString afterColon(const QString& message) {
+    const auto p = message.indexOf(QLatin1String(": "));
+    return p < 0 ? QString() : message.mid(p + 2).trimmed();
+}
+
+bool isDelete(const QString& sql) {
+    return sql.trimmed().startsWith(QLatin1String("delete"), Qt::CaseInsensitive);
+}
+
+} // namespace
+
+void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& source) {
+    const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+    const int extended = db ? sqlite3_extended_errcode(db) : rc;
+    const int primary = rc & 0xff;
+    const QString tail = QStringLiteral(" (%1)").arg(message);
+
+    if (primary == SQLITE_CONSTRAINT) {
+        switch (extended) {
+        case SQLITE_CONSTRAINT_UNIQUE:
+        case SQLITE_CONSTRAINT_PRIMARYKEY:
+            raiseError(err::DuplicateKey, source,
+                       QStringLiteral("The changes you requested to the table were not successful because "
+                                      "they would create duplicate values in the index or primary key: %1.")
+                           .arg(afterColon(message)));
+        case SQLITE_CONSTRAINT_FOREIGNKEY:
+            if (isDelete(sql))
+                raiseError(err::RowInUse, source,
+                           QStringLiteral("The record cannot be deleted or changed because another table "
+                                          "includes related records."));
+            raiseError(3201, source,
+                       QStringLiteral("You cannot add or change a record because a related record is "
+                                      "required in another table."));
+        case SQLITE_CONSTRAINT_NOTNULL:
+            raiseError(err::RequiredField, source,
+                       QStringLiteral("The field '%1' cannot contain a Null value because it is required. "
+                                      "Enter a value in this field.")
+                           .arg(afterColon(message)));
+        default:
+            raiseError(3317, source,
+                       QStringLiteral("One or more values are prohibited by the validation rule") + tail);
+        }
+    }
+    if (primary == SQLITE_NOTADB || primary == SQLITE_CORRUPT) {
+        const QString file = db ? QString::fromUtf8(sqlite3_db_filename(db, "main")) : QString();
+        raiseError(err::NotADatabase, source,
+                   QStringLiteral("Cannot open database '%1'. It is not a database this program recognizes, "
+                                  "or the file is corrupt.")
+                       .arg(file));
+    }
+    if (primary == SQLITE_BUSY || primary == SQLITE_LOCKED)
+        raiseError(3260, source, QStringLiteral("Couldn't update; currently locked") + tail + u'.');
+    if (primary == SQLITE_READONLY || primary == SQLITE_PERM || primary == SQLITE_CANTOPEN)
+        raiseError(3051, source,
+                   QStringLiteral("The database file cannot be opened or written; check its permissions")
+                       + tail + u'.');
+    if (message.startsWith(QLatin1String("no such table"))) {
+        raiseError(err::MissingObject, source,
+                   QStringLiteral("Cannot find the input table or query '%1'. Make sure it exists and that "
+                                  "its name is spelled correctly.")
+                       .arg(afterColon(message)));
+    }
+    if (message.startsWith(QLatin1String("no such column"))) {
+        raiseError(err::MissingObject, source,
+                   QStringLiteral("Cannot find the field '%1'. Make sure it exists and that its name is "
+                                  "spelled correctly.")
+                       .arg(afterColon(message)));
+    }
+    if (message.contains(QLatin1String("syntax error")) || message.startsWith(QLatin1String("unrecognized"))
+        || message.startsWith(QLatin1String("incomplete input"))) {
+        raiseError(3075, source, QStringLiteral("Syntax error in query expression '%1'").arg(sql) + tail + u'.');
+    }
+    raiseError(3000 + primary, source, message + QStringLiteral(" in '%1'.").arg(sql));
+}
+
+Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
+    : m_db(db), m_sql(rewriteDateLiterals(sql)), m_source(source) {
+    if (!db)
+        raiseError(3420, source, QStringLiteral("Object invalid or no longer set: the database is closed."));
+    const QByteArray utf8 = m_sql.toUtf8();
+    const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, nullptr);
+    if (rc != SQLITE_OK) {
+        sqlite3_finalize(m_stmt);
+        m_stmt = nullptr;
+        raiseSqliteError(db, rc, m_sql, source);
+    }
+}
+
+Statement::~Statement() { sqlite3_finalize(m_stmt); }
+
+bool Statement::step() {
+    if (!m_stmt)
+        return false;
+    const int rc = sqlite3_step(m_stmt);
+    if (rc == SQLITE_ROW)
+        return true;
+    if (rc == SQLITE_DONE)
+        return false;
+    sqlite3_reset(m_stmt);
+    raiseSqliteError(m_db, rc, m_sql, m_source);
+}
+
+void Statement::reset() {
+    if (m_stmt) {
+        sqlite3_reset(m_stmt);
+        sqlite3_clear_bindings(m_stmt);
+    }
+}
+
+void Statement::bind(int index, const QVariant& v) {
+    if (!m_stmt)
+        return;
+    int rc = SQLITE_OK;
+    if (!v.isValid() || v.isNull()) {
+        rc = sqlite3_bind_null(m_stmt, index);
+    } else {
+        switch (v.typeId()) {
+        case QMetaType::Bool:
+            rc = sqlite3_bind_int(m_stmt, index, v.toBool() ? 1 : 0);
+            break;
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+        case QMetaType::Short:
+        case QMetaType::UShort:
+        case QMetaType::UChar:
+        case QMetaType::Char:
+        case QMetaType::SChar:
+        case QMetaType::Long:
+            rc = sqlite3_bind_int64(m_stmt, index, v.toLongLong());
+            break;
+        case QMetaType::Double:
+        case QMetaType::Float:
+            rc = sqlite3_bind_double(m_stmt, index, v.toDouble());
+            break;
+        case QMetaType::QByteArray: {
+            const QByteArray b = v.toByteArray();
+            rc = sqlite3_bind_blob(m_stmt, index, b.constData(), int(b.size()), SQLITE_TRANSIENT);
+            break;
+        }
+        default: {
+            const QByteArray s = v.toString().toUtf8();
+            rc = sqlite3_bind_text(m_stmt, index, s.constData(), int(s.size()), SQLITE_TRANSIENT);
+        }
+        }
+    }
+    if (rc != SQLITE_OK)
+        raiseSqliteError(m_db, rc, m_sql, m_source);
+}
+
+void Statement::bindAll(const QVariantList& values) {
+    for (int i = 0; i < values.size(); ++i)
+        bind(i + 1, values.at(i));
+}
+
+QVariant Statement::column(int i) const {
+    switch (sqlite3_column_type(m_stmt, i)) {
+    case SQLITE_INTEGER:
+        return QVariant(qint64(sqlite3_column_int64(m_stmt, i)));
+    case SQLITE_FLOAT:
+        return QVariant(sqlite3_column_double(m_stmt, i));
+    case SQLITE_TEXT:
+        return QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(m_stmt, i)),
+                                          sqlite3_column_bytes(m_stmt, i)));
+    case SQLITE_BLOB:
+        return QVariant(QByteArray(static_cast<const char*>(sqlite3_column_blob(m_stmt, i)),
+                                   sqlite3_column_bytes(m_stmt, i)));
+    default:
+        return QVariant();
+    }
+}
+
+QString quoteName(const QString& name) { return u'[' + name + u']'; }
+
+} // namespace ql

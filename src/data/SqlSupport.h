@@ -1,0 +1,54 @@
+#pragma once
+// What Database and Recordset share below their interfaces: the connection, statement preparation with
+// the date literal rewrite, binding and reading of storage values, and SQLite failures as run-time
+// errors.
+#include <QString>
+#include <QVariant>
+#include <sqlite3.h>
+
+namespace ql {
+
+struct Connection {
+    sqlite3* db = nullptr;
+    QString path;
+};
+
+// "#mm/dd/yyyy#" (also "#m/d/yyyy#" and with a time) outside quoted strings and bracketed names
+// becomes the stored ISO text in quotes: #04/03/2007# -> '2007-04-03'.
+QString rewriteDateLiterals(const QString& sql);
+
+// Raises the run-time error for the connection's last failure (code rc), naming the SQL text.
+[[noreturn]] void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& source);
+
+// A prepared statement that finalizes itself.
+class Statement {
+public:
+    Statement(sqlite3* db, const QString& sql, const QString& source);
+    ~Statement();
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    sqlite3_stmt* get() const { return m_stmt; }
+    // true when a row is ready, false when done; failures raise.
+    bool step();
+    void reset();
+    void bind(int index, const QVariant& storageValue); // index from 1
+    void bindAll(const QVariantList& storageValues);
+    QVariant column(int index) const; // the stored value: qint64, double, QString, QByteArray or Null
+    const QString& sql() const { return m_sql; }
+    bool isEmpty() const { return m_stmt == nullptr; }
+
+private:
+    sqlite3* m_db;
+    sqlite3_stmt* m_stmt = nullptr;
+    QString m_sql;
+    QString m_source;
+};
+
+// Registers vbstr() and iif() on a connection.
+void registerSqlFunctions(sqlite3* db);
+
+// Quotes a name for SQL: [name].
+QString quoteName(const QString& name);
+
+} // namespace ql
