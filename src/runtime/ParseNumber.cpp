@@ -51,6 +51,11 @@ long decimalMagnitude(const std::string& ascii) {
     if (ePos != std::string::npos) {
         const std::string e = ascii.substr(ePos + 1);
         exp = std::strtol(e.c_str(), nullptr, 10);
+        // strtol saturates at the long range; keep the sum below from overflowing.
+        if (exp > 1000000L)
+            exp = 1000000L;
+        if (exp < -1000000L)
+            exp = -1000000L;
     }
     const auto dot = mant.find('.');
     const long intDigits = static_cast<long>(dot == std::string::npos ? mant.size() : dot);
