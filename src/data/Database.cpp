@@ -113,7 +113,7 @@ int Database::execute(const QString& sql, const QVariantList& params) {
 }
 
 void Database::executeScript(const QString& sql) {
-    const QByteArray utf8 = rewriteDateLiterals(sql).toUtf8();
+    const QByteArray utf8 = rewriteJetSql(sql).toUtf8();
     char* message = nullptr;
     const int rc = sqlite3_exec(handle(), utf8.constData(), nullptr, nullptr, &message);
     sqlite3_free(message);

@@ -348,20 +348,13 @@ public:
             cols << QStringLiteral("NULL AS ql_none_");
         const QString alias = table.isEmpty() ? QStringLiteral("ql_row_") : quoteName(table);
         m_st = std::make_unique<Statement>(
-            db, QStringLiteral("SELECT (%1) FROM (SELECT %2) AS %3").arg(criterion, cols.join(u','), alias),
+            db, QStringLiteral("SELECT 1 FROM (SELECT %2) AS %3 WHERE (%1)").arg(criterion, cols.join(u','), alias),
             kSource);
     }
     bool matches(const QVariantList& values) {
         m_st->reset();
         m_st->bindAll(values);
-        if (!m_st->step())
-            return false;
-        const QVariant v = m_st->column(0);
-        if (v.isNull())
-            return false;
-        if (v.typeId() == QMetaType::QString)
-            return v.toString().compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
-        return v.toDouble() != 0.0;
+        return m_st->step();
     }
 
 private:

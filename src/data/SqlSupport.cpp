@@ -53,6 +53,52 @@ QString rewriteDateLiterals(const QString& sql) {
     return out;
 }
 
+QString rewriteJetSql(const QString& sql) {
+    static const QRegularExpression nullComparison(QStringLiteral(R"((<>|<=|>=|!=|==|=|<|>)\s*NULL\b)"),
+                                                   QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression distinctRow(QStringLiteral(R"(\bDISTINCTROW\s+)"),
+                                                QRegularExpression::CaseInsensitiveOption);
+    // Only conditions are touched: "SET x = NULL" before a WHERE stays an assignment.
+    static const QRegularExpression condition(QStringLiteral(R"(\b(WHERE|ON|HAVING)\b)"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    const QString text = rewriteDateLiterals(sql);
+    QString out;
+    QString plain; // the current stretch outside quotes
+    bool inCondition = false;
+    auto flush = [&] {
+        qsizetype from = 0;
+        if (!inCondition) {
+            const auto m = condition.match(plain);
+            inCondition = m.hasMatch();
+            from = inCondition ? m.capturedStart() : plain.size();
+        }
+        QString tail = plain.mid(from);
+        tail.replace(nullComparison, QStringLiteral("IN ()"));
+        plain = plain.left(from) + tail;
+        plain.replace(distinctRow, QString());
+        out += plain;
+        plain.clear();
+    };
+    QChar quote;
+    for (const QChar c : text) {
+        if (!quote.isNull()) {
+            out += c;
+            if ((quote == u'[' && c == u']') || (quote != u'[' && c == quote))
+                quote = QChar();
+            continue;
+        }
+        if (c == u'\'' || c == u'"' || c == u'[') {
+            flush();
+            quote = c;
+            out += c;
+            continue;
+        }
+        plain += c;
+    }
+    flush();
+    return out;
+}
+
 namespace {
 
 QString afterColon(const QString& message) {
@@ -131,7 +177,7 @@ void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& so
 }
 
 Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
-    : m_db(db), m_sql(rewriteDateLiterals(sql)), m_source(source) {
+    : m_db(db), m_sql(rewriteJetSql(sql)), m_source(source) {
     if (!db)
         raiseError(3420, source, QStringLiteral("Object invalid or no longer set: the database is closed."));
     const QByteArray utf8 = m_sql.toUtf8();

@@ -17,6 +17,11 @@ struct Connection {
 // becomes the stored ISO text in quotes: #04/03/2007# -> '2007-04-03'.
 QString rewriteDateLiterals(const QString& sql);
 
+// The text SQLite is given: date literals rewritten, "DISTINCTROW" dropped, and a comparison with the
+// literal NULL ("x = NULL", "x <> NULL") made false rather than unknown, as the queries of the system
+// expect: "NOT (d = NULL OR d = #12/30/1899#)" holds for a set date. All outside quoted strings.
+QString rewriteJetSql(const QString& sql);
+
 // Raises the run-time error for the connection's last failure (code rc), naming the SQL text.
 [[noreturn]] void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& source);
 

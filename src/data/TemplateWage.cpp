@@ -53,7 +53,7 @@ void addPayments(Database& db) {
                    {HerdManager, OrdinaryTime, 45, 1},
                    {HerdManager, Overtime, 0, 2},
                    {ReliefMilker, OrdinaryTime, 20, 1},
-                   {TractorDriver, OrdinaryTime, 40, 1},
+                   {TractorDriver, OrdinaryTime, 35, 1},
                    {TractorDriver, Overtime, 0, 2},
                    {FarmManager, SalaryLine, 50, 1},
                    {PartTimeWorker, OrdinaryTime, 20, 1},

@@ -314,6 +314,29 @@ TEST_F(RecordsetTest, NullComparisonsStayAsWritten) {
     EXPECT_EQ(rs->value(0).toInt(), 1);
 }
 
+TEST_F(RecordsetTest, ComparisonWithNullIsFalseInsideNot) {
+    // Employee 1 is hired and current; employee 2 has neither date set.
+    auto rs = db.openRecordset(
+        "SELECT EmployeeID FROM Employees WHERE (Employees.[DateFinished] = NULL OR Employees.[DateFinished] = "
+        "#12/30/1899#) AND not (DateHired = NULL or DateHired = #12/30/1899#);",
+        RecordsetType::Snapshot);
+    ASSERT_FALSE(rs->EOF_());
+    rs->MoveLast();
+    EXPECT_EQ(rs->RecordCount(), 1);
+    EXPECT_EQ(rs->value(0).toInt(), 1);
+    auto none = db.openRecordset("SELECT EmployeeID FROM Employees WHERE NOT (DateHired <> NULL)", RecordsetType::Snapshot);
+    none->MoveLast();
+    EXPECT_EQ(none->RecordCount(), 2);
+    // An assignment of NULL stays an assignment; a quoted '= NULL' is left alone.
+    EXPECT_EQ(db.execute("UPDATE Employees SET TaxCode = NULL WHERE EmployeeID = 2"), 1);
+    EXPECT_TRUE(db.scalar("SELECT TaxCode FROM Employees WHERE EmployeeID = 2").isNull());
+    EXPECT_EQ(rewriteJetSql("SELECT a FROM t WHERE b = 'x = NULL' AND c = NULL"),
+              "SELECT a FROM t WHERE b = 'x = NULL' AND c IN ()");
+    EXPECT_EQ(rewriteJetSql("SELECT DISTINCTROW a FROM t"), "SELECT a FROM t");
+    rs->FindFirst("DateHired = NULL");
+    EXPECT_TRUE(rs->NoMatch());
+}
+
 TEST_F(RecordsetTest, VbStrAndIif) {
     EXPECT_EQ(db.scalar("SELECT vbstr(2)").toString(), "2");
     EXPECT_EQ(db.scalar("SELECT vbstr(1.5)").toString(), "1.5");
