@@ -1,5 +1,7 @@
 // The roster and the start-up check, as the suite's menu and a script see them.
 #include "CliCommand.h"
+#include "frame/Messages.h"
+#include "frame/ScriptedDialogs.h"
 #include "frame/startup/Roster.h"
 #include "frame/startup/Startup.h"
 #include "payengine/AppContext.h"
@@ -9,6 +11,23 @@
 #include <QJsonValue>
 
 namespace {
+
+// The program's state for one command; every message and error report is told on standard error.
+struct Session {
+    ql::AppContext context;
+    ql::ScriptedDialogs dialogs;
+    Session() {
+        ql::setApp(&context);
+        dialogs.setEcho([](const QString& line) { cli::err() << line << "\n"; });
+        ql::setDialogs(&dialogs);
+        ql::installErrorReporter();
+    }
+    ~Session() {
+        cli::err().flush();
+        ql::setDialogs(nullptr);
+        ql::setApp(nullptr);
+    }
+};
 
 QString jsonText(const QString& s) {
     // QJsonValue escapes as JSON requires; the document wraps it in an array we strip.
@@ -53,15 +72,13 @@ QString jsonRecord(const ql::EmployeeRecord& r) {
 int roster(const QStringList& args, QTextStream& out) {
     if (!args.isEmpty())
         throw cli::CliUsageError();
-    ql::AppContext context;
-    ql::setApp(&context);
+    Session session;
     ql::OpenWageDatabase();
     const qint32 count = ql::FillEmployeeArray();
     QStringList records;
-    for (qint32 i = 1; i <= count && i < context.EmployeeArray.size(); ++i)
-        records << jsonRecord(context.EmployeeArray.at(i));
+    for (qint32 i = 1; i <= count && i < session.context.EmployeeArray.size(); ++i)
+        records << jsonRecord(session.context.EmployeeArray.at(i));
     ql::CloseWageDatabase();
-    ql::setApp(nullptr);
     out << (records.isEmpty() ? QStringLiteral("[]") : QStringLiteral("[\n") + records.join(QStringLiteral(",\n")) + QStringLiteral("\n]")) << "\n";
     return 0;
 }
@@ -69,10 +86,8 @@ int roster(const QStringList& args, QTextStream& out) {
 int checkEmployees(const QStringList& args, QTextStream& out) {
     if (!args.isEmpty())
         throw cli::CliUsageError();
-    ql::AppContext context;
-    ql::setApp(&context);
+    Session session;
     const QString answer = ql::CheckEmployeeTable();
-    ql::setApp(nullptr);
     if (!answer.isEmpty())
         out << QString(answer).replace(QStringLiteral("\r\n"), QStringLiteral("\n")) << "\n";
     return 0;

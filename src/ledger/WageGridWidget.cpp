@@ -44,10 +44,13 @@ int WageGridModel::columnCount(const QModelIndex& parent) const {
 QVariant WageGridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
-    const QVariant v = m_screen.WageGridArray.value(index.row(), index.column());
-    if (role == Qt::DisplayRole || role == Qt::EditRole)
+    const GridArray& grid = m_screen.WageGridArray;
+    const QVariant v = grid.value(index.row(), index.column());
+    if (role == Qt::DisplayRole)
+        return IsNull(v) ? QString() : grid.column(index.column()).displayText(v);
+    if (role == Qt::EditRole)
         return IsNull(v) ? QVariant(QString()) : QVariant(CStr(v));
-    if (role == Qt::TextAlignmentRole && index.column() >= 2)
+    if (role == Qt::TextAlignmentRole && grid.column(index.column()).rightAligned)
         return int(Qt::AlignRight | Qt::AlignVCenter);
     return {};
 }
@@ -69,7 +72,7 @@ bool WageGridModel::setData(const QModelIndex& index, const QVariant& value, int
 
 Qt::ItemFlags WageGridModel::flags(const QModelIndex& index) const {
     Qt::ItemFlags f = QAbstractTableModel::flags(index);
-    if (index.column() >= 1)
+    if (index.column() >= 1 && m_screen.WageGridArray.editable())
         f |= Qt::ItemIsEditable;
     return f;
 }
@@ -77,8 +80,7 @@ Qt::ItemFlags WageGridModel::flags(const QModelIndex& index) const {
 QVariant WageGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QAbstractTableModel::headerData(section, orientation, role);
-    const QString caption = m_screen.caption(QStringLiteral("tgrdwages.Columns(%1)").arg(section));
-    return caption.isEmpty() ? QVariant(section) : QVariant(caption);
+    return m_screen.WageGridArray.column(section).caption;
 }
 
 void WageGridModel::reload() {
@@ -113,9 +115,8 @@ WageGridWidget::WageGridWidget(WageScreen& screen, QWidget* parent)
 
 void WageGridWidget::reload() {
     m_model->reload();
-    // The key column is loaded but never shown.
     for (int c = 0; c < m_model->columnCount(); ++c)
-        setColumnHidden(c, c == 0);
+        setColumnHidden(c, !m_screen.WageGridArray.column(c).visible);
 }
 
 void WageGridWidget::focusOutEvent(QFocusEvent* event) {

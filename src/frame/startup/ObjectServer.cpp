@@ -41,14 +41,14 @@ public:
 
 public slots:
     QDBusObjectPath Connect() {
-        const QString client = calledFromBus() ? message().service() : QString();
+        const QString client = calledFromDBus() ? message().service() : QString();
         if (!client.isEmpty() && !m_held.count(client))
             m_watcher.addWatchedService(client);
         m_held[client].push_back(std::make_unique<qlConnector>());
         return Quillary();
     }
     void Release() {
-        const QString client = calledFromBus() ? message().service() : QString();
+        const QString client = calledFromDBus() ? message().service() : QString();
         auto it = m_held.find(client);
         if (it == m_held.end() || it->second.empty())
             return;
@@ -111,7 +111,7 @@ private:
         try {
             body(*w);
         } catch (const VbError& e) {
-            if (calledFromBus())
+            if (calledFromDBus())
                 sendErrorReply(errorName(e.number()), e.description());
         }
         if (hold)

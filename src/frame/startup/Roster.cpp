@@ -20,7 +20,8 @@ const QString kEmployeeColumns =
 
 QString zeroDate() { return SQLDate(QVariant(0)); }
 
-// Each field is taken only when its column holds a value; a null leaves the field empty.
+// Each field is taken only when its column holds a value; a null leaves the field empty. The employee's
+// own columns are named with their table, as the join may rename a column that two tables share.
 template <class T, class F> void take(const Recordset& rs, const char* column, T& field, F convert) {
     const QVariant v = rs.value(QString::fromLatin1(column));
     if (!IsNull(v))
@@ -33,23 +34,23 @@ EmployeeRecord readEmployee(const Recordset& e, const Recordset& a) {
     const auto money = [](const QVariant& v) { return CCur(v); };
     const auto whole = [](const QVariant& v) { return CLng(v); };
     EmployeeRecord r;
-    take(e, "EmployeeID", r.EmployeeID, whole);
-    take(e, "AddressID", r.AddressID, whole);
-    take(e, "Birthdate", r.Birthdate, date);
-    take(e, "EmployeeTypeID", r.EmployeeTypeID, whole);
-    take(e, "DateHired", r.DateHired, date);
-    take(e, "DateFinished", r.DateFinished, date);
-    take(e, "PayRate", r.PayRate, money);
-    take(e, "YearlyTotal", r.YearlyTotal, money);
-    take(e, "PayIntervalID", r.PayIntervalID, whole);
-    take(e, "TaxTypeID", r.TaxTypeID, whole);
-    take(e, "IRDNumber", r.IRDNumber, text);
+    take(e, "Employees.EmployeeID", r.EmployeeID, whole);
+    take(e, "Employees.AddressID", r.AddressID, whole);
+    take(e, "Employees.Birthdate", r.Birthdate, date);
+    take(e, "Employees.EmployeeTypeID", r.EmployeeTypeID, whole);
+    take(e, "Employees.DateHired", r.DateHired, date);
+    take(e, "Employees.DateFinished", r.DateFinished, date);
+    take(e, "Employees.PayRate", r.PayRate, money);
+    take(e, "Employees.YearlyTotal", r.YearlyTotal, money);
+    take(e, "Employees.PayIntervalID", r.PayIntervalID, whole);
+    take(e, "Employees.TaxTypeID", r.TaxTypeID, whole);
+    take(e, "Employees.IRDNumber", r.IRDNumber, text);
     take(e, "EmployeeType", r.EmployeeType, text);
     take(e, "UnitOfPay", r.UnitOfPay, text);
     take(e, "Taxname", r.TaxName, text);
     // The same field again: the exclusion flag replaces the tax name when it is set at all.
-    take(e, "ExcludeIR348", r.TaxName, [](const QVariant& v) { return CStr(v); });
-    take(e, "TaxCode", r.TaxCode, text);
+    take(e, "Employees.ExcludeIR348", r.TaxName, [](const QVariant& v) { return CStr(v); });
+    take(e, "Employees.TaxCode", r.TaxCode, text);
     const QVariant street = a.value(QStringLiteral("BusAddress1"));
     const QVariant city = a.value(QStringLiteral("BusCity"));
     if (!IsNull(street))
@@ -58,25 +59,22 @@ EmployeeRecord readEmployee(const Recordset& e, const Recordset& a) {
         r.Address += city.toString();
     const QVariant last = a.value(QStringLiteral("ContactLastName"));
     const QVariant first = a.value(QStringLiteral("ContactFirstName"));
-    if (!IsNull(last))
-        r.NameLastFirst = last.toString() + QStringLiteral(", ");
-    if (!IsNull(first))
-        r.NameLastFirst += first.toString();
-    if (!IsNull(first))
-        r.NameFirstLast = first.toString() + QStringLiteral(" ");
-    if (!IsNull(last))
-        r.NameFirstLast += last.toString();
-    take(e, "KiwiSaverEnrolled", r.KiwiSaverEnrolled, [](const QVariant& v) { return CBool(v); });
-    take(e, "KiwiSaverEnrolID", r.KiwiSaverEnrolID, whole);
-    take(e, "KiwiSaverStartDate", r.KiwiSaverStartDate, date);
-    take(e, "KiwiSaverEmployerRateID", r.KiwiSaverEmployerRateID, whole);
+    // The separator always stands; each name only when present.
+    r.NameLastFirst = last.toString() + QStringLiteral(", ") + first.toString();
+    r.NameFirstLast = first.toString() + QStringLiteral(" ") + last.toString();
+    take(e, "Employees.KiwiSaverEnrolled", r.KiwiSaverEnrolled, [](const QVariant& v) { return CBool(v); });
+    take(e, "Employees.KiwiSaverEnrolID", r.KiwiSaverEnrolID, whole);
+    take(e, "Employees.KiwiSaverStartDate", r.KiwiSaverStartDate, date);
+    take(e, "Employees.KiwiSaverEmployerRateID", r.KiwiSaverEmployerRateID, whole);
     return r;
 }
 } // namespace
 
+// The filter's "= NULL" tests were null tests in the engine the filter was written for; SQLite's own
+// "= NULL" is never true, so they are written as IS NULL here.
 QString rosterWhereClause() {
-    return QStringLiteral("(Employees.[DateFinished] = NULL OR Employees.[DateFinished] = ") + zeroDate() +
-           QStringLiteral(") AND not (DateHired = NULL or DateHired = ") + zeroDate() + QStringLiteral(");");
+    return QStringLiteral("(Employees.[DateFinished] IS NULL OR Employees.[DateFinished] = ") + zeroDate() +
+           QStringLiteral(") AND not (DateHired IS NULL or DateHired = ") + zeroDate() + QStringLiteral(");");
 }
 
 qint32 FillEmployeeArray() {
@@ -98,7 +96,7 @@ qint32 FillEmployeeArray() {
             const QVariant addressID = addresses->value(QStringLiteral("AddressID"));
             employees->MoveFirst();
             while (!employees->EOF_()) {
-                const QVariant own = employees->value(QStringLiteral("AddressID"));
+                const QVariant own = employees->value(QStringLiteral("Employees.AddressID"));
                 if (!IsNull(addressID) && !IsNull(own) && CLng(own) == CLng(addressID)) {
                     ++count;
                     app.EmployeeArray.append(readEmployee(*employees, *addresses));
@@ -151,7 +149,7 @@ void InitData(PayView& form) {
         form.datEmployee.setDatabase(wage);
         form.datPays.setDatabase(wage);
         form.datEmployee.setRecordSource(kEmployeeColumns +
-                                         QStringLiteral("Employees.[DateFinished] = NULL OR Employees.[DateFinished] = ") +
+                                         QStringLiteral("Employees.[DateFinished] IS NULL OR Employees.[DateFinished] = ") +
                                          zeroDate());
         form.datEmployee.Refresh();
     });

@@ -7,8 +7,8 @@ namespace ql {
 
 class PayView;
 
-// The filter of current employees, shared by the roster and the start-up check (the NULL comparisons
-// are kept as the system has always written them).
+// The filter of current employees, shared by the roster and the start-up check: hired (a date that is
+// neither empty nor the zero date) and not finished (no date, or the zero date).
 QString rosterWhereClause();
 
 // Rebuilds EmployeeArray (element 0 empty, employees from 1) and returns the count.
