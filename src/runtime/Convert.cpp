@@ -223,6 +223,7 @@ QString vbNumberText(const DecimalDigits& d, int significant) {
 QString CStr(double d) { return localMark(vbNumberText(decimalDigits(d, 15), 15)); }
 QString CStr(float f) { return localMark(vbNumberText(decimalDigits(static_cast<double>(f), 7), 7)); }
 QString CStr(Currency c) { return localMark(c.toString()); }
+QString CStr(bool b) { return b ? QStringLiteral("True") : QStringLiteral("False"); }
 
 QString CStr(const QVariant& v) {
     switch (kindOf(v)) {
@@ -231,7 +232,7 @@ QString CStr(const QVariant& v) {
     case Kind::Single: return CStr(v.value<float>());
     case Kind::Double: return CStr(v.toDouble());
     case Kind::Whole: return QString::number(v.toLongLong());
-    case Kind::Bool: return v.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    case Kind::Bool: return CStr(v.toBool());
     case Kind::Text: return v.toString();
     case Kind::Date:
     case Kind::DateTime: return dateText(v);
@@ -252,23 +253,8 @@ double Val(const QString& text) {
     qsizetype i = 0;
     const qsizetype n = s.size();
     if (n >= 2 && s[0] == QLatin1Char('&')) {
-        const QChar k = s[1].toUpper();
-        const int base = k == QLatin1Char('H') ? 16 : k == QLatin1Char('O') ? 8 : 0;
-        if (base == 0)
-            return 0.0;
-        quint64 value = 0;
-        for (i = 2; i < n; ++i) {
-            const int dv = s[i].isDigit() ? s[i].digitValue()
-                           : (s[i].toUpper() >= QLatin1Char('A') && s[i].toUpper() <= QLatin1Char('F'))
-                               ? s[i].toUpper().unicode() - 'A' + 10
-                               : 99;
-            if (dv >= base || value > 0xFFFFFFFFULL)
-                break;
-            value = value * base + dv;
-        }
-        if (value <= 0xFFFF)
-            return static_cast<qint16>(static_cast<quint16>(value));
-        return static_cast<qint32>(static_cast<quint32>(value & 0xFFFFFFFFULL));
+        qsizetype used = 0;
+        return readRadix(s, &used).value_or(0.0);
     }
     std::string a;
     if (i < n && (s[i] == QLatin1Char('-') || s[i] == QLatin1Char('+')))

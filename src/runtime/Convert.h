@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QVariant>
 #include <optional>
+#include <type_traits>
 
 namespace ql {
 
@@ -37,6 +38,13 @@ QString CStr(const QVariant& v);
 QString CStr(double d);
 QString CStr(float f);
 QString CStr(Currency c);
+QString CStr(bool b);
+// Whole numbers print as they are (an int would otherwise be ambiguous between Double and Single).
+template <class T>
+    requires(std::is_integral_v<T> && !std::is_same_v<T, bool>)
+QString CStr(T whole) {
+    return QString::number(static_cast<qlonglong>(whole));
+}
 // Str: always '.', a leading blank for values >= 0.
 QString Str(double d);
 // Val: reads as far as it can; blanks anywhere are removed; only '.' as the decimal mark.

@@ -3,6 +3,8 @@
 // decimal digits of a binary number as the runtime prints them.
 #include <QLocale>
 #include <QString>
+#include <QStringView>
+#include <optional>
 #include <string>
 
 namespace ql {
@@ -13,6 +15,10 @@ struct NumberParse {
     double value = 0.0;
 };
 NumberParse parseNumberText(const QString& text, const QLocale& locale);
+
+// "&H1F" / "&O17" read as far as the digits go: a value that fits 16 bits is an Integer, else 32 bits,
+// as the runtime reads them. `used` is how many characters were read; nullopt when no "&H"/"&O" leads.
+std::optional<double> readRadix(QStringView text, qsizetype* used);
 
 // A number as significant digits and a power of ten: value = 0.d1d2d3... x 10^(exponent + 1), i.e.
 // "12345", exponent 2 is 123.45. Trailing zeros are dropped; zero has empty digits.

@@ -21,28 +21,6 @@ bool matchesAt(const QString& text, qsizetype pos, const QString& what) {
     return !what.isEmpty() && QStringView(text).mid(pos).startsWith(what, Qt::CaseInsensitive);
 }
 
-// "&H1F", "&O17": a value that fits 16 bits is an Integer, else 32 bits, as the runtime reads them.
-std::optional<double> parseRadix(QStringView body) {
-    if (body.size() < 3 || body[0] != QLatin1Char('&'))
-        return std::nullopt;
-    const QChar kind = body[1].toUpper();
-    int base = kind == QLatin1Char('H') ? 16 : kind == QLatin1Char('O') ? 8 : 0;
-    if (base == 0)
-        return std::nullopt;
-    quint64 value = 0;
-    for (QChar c : body.mid(2)) {
-        const int d = c.isDigit() ? c.digitValue() : (c.toUpper() >= QLatin1Char('A') && c.toUpper() <= QLatin1Char('F')) ? c.toUpper().unicode() - 'A' + 10 : 99;
-        if (d >= base)
-            return std::nullopt;
-        value = value * base + d;
-        if (value > 0xFFFFFFFFULL)
-            return std::nullopt;
-    }
-    if (value <= 0xFFFF)
-        return static_cast<double>(static_cast<qint16>(static_cast<quint16>(value)));
-    return static_cast<double>(static_cast<qint32>(static_cast<quint32>(value)));
-}
-
 // The power of ten of the leading significant digit of "123.45e6"-style text (about).
 long decimalMagnitude(const std::string& ascii) {
     const auto ePos = ascii.find('e');
@@ -127,8 +105,10 @@ NumberParse parseNumberText(const QString& text, const QLocale& locale) {
     if (i < n && text[i] == QLatin1Char('&')) {
         if (sign != 0 || paren || hadCurrency)
             return r;
-        auto v = parseRadix(QStringView(text).mid(i).trimmed());
-        if (v) {
+        const QStringView body = QStringView(text).mid(i).trimmed();
+        qsizetype used = 0;
+        const auto v = readRadix(body, &used);
+        if (v && used == body.size() && used > 2) {
             r.ok = true;
             r.value = *v;
         }
@@ -219,6 +199,31 @@ NumberParse parseNumberText(const QString& text, const QLocale& locale) {
     if (r.value == 0.0)
         r.value = 0.0; // no negative zero from "-0"
     return r;
+}
+
+std::optional<double> readRadix(QStringView body, qsizetype* used) {
+    *used = 0;
+    if (body.size() < 2 || body[0] != QLatin1Char('&'))
+        return std::nullopt;
+    const QChar kind = body[1].toUpper();
+    const int base = kind == QLatin1Char('H') ? 16 : kind == QLatin1Char('O') ? 8 : 0;
+    if (base == 0)
+        return std::nullopt;
+    quint64 value = 0;
+    qsizetype i = 2;
+    for (; i < body.size(); ++i) {
+        const QChar c = body[i].toUpper();
+        const int d = (c >= QLatin1Char('0') && c <= QLatin1Char('9')) ? c.unicode() - '0'
+                      : (c >= QLatin1Char('A') && c <= QLatin1Char('F')) ? c.unicode() - 'A' + 10
+                                                                         : 99;
+        if (d >= base || value * base + d > 0xFFFFFFFFULL)
+            break;
+        value = value * base + d;
+    }
+    *used = i;
+    if (value <= 0xFFFF)
+        return static_cast<double>(static_cast<qint16>(static_cast<quint16>(value)));
+    return static_cast<double>(static_cast<qint32>(static_cast<quint32>(value)));
 }
 
 std::optional<double> parseNumber(const QString& text, const QLocale& locale) {

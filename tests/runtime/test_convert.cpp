@@ -1,26 +1,19 @@
 // Text to number and back, under English (New Zealand) and German.
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
+#include "RuntimeTestUtil.h"
 #include "TestEnv.h"
 #include <QDate>
 #include <cfloat>
 #include <gtest/gtest.h>
 
 using namespace ql;
+using rttest::errorOf;
 using qltest::germanLocale;
 using qltest::LocaleGuard;
 using qltest::nzLocale;
 
 namespace {
-
-long errorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 struct NumericRow {
     const char* text;
@@ -43,6 +36,8 @@ const NumericRow nzRows[] = {
     {"1.1.1", false, 0},      {"0x1F", false, 0},          {"abc", false, 0},
     {"  ", false, 0},         {"1,5", true, 15},           {"€5", false, 0},
     {"1.5.", false, 0},       {"5)", false, 0},            {"-(5)", false, 0},
+    {"&H", false, 0},         {"&H1G", false, 0},          {"&H123456789", false, 0},
+    {"&HFFFFFFFF", true, -1}, {"&H10000", true, 65536},    {"&O", false, 0},
 };
 
 const NumericRow germanRows[] = {
@@ -239,6 +234,9 @@ TEST(CStrNumbers, CurrencyAndVariants) {
     EXPECT_EQ(CStr(QVariant(1.5)), QStringLiteral("1.5"));
     EXPECT_EQ(CStr(QVariant(0.1f)), QStringLiteral("0.1"));
     EXPECT_EQ(CStr(QVariant(qint32(42))), QStringLiteral("42"));
+    EXPECT_EQ(CStr(42), QStringLiteral("42"));
+    EXPECT_EQ(CStr(qint64(-9000000000)), QStringLiteral("-9000000000"));
+    EXPECT_EQ(CStr(true), QStringLiteral("True"));
     EXPECT_EQ(CStr(QVariant(true)), QStringLiteral("True"));
     EXPECT_EQ(CStr(QVariant(QStringLiteral("abc"))), QStringLiteral("abc"));
     EXPECT_EQ(CStr(QVariant(QDate(2024, 3, 5))), QStringLiteral("5/03/2024"));
@@ -270,11 +268,5 @@ TEST(StrAndVal, Examples) {
     EXPECT_EQ(Val(QStringLiteral(".5")), 0.5);
     EXPECT_EQ(Val(QStringLiteral("1.2.3")), 1.2);
     EXPECT_EQ(Val(QStringLiteral("1e-400")), 0.0);
-    long number = 0;
-    try {
-        Val(QStringLiteral("1e400"));
-    } catch (const VbError& e) {
-        number = e.number();
-    }
-    EXPECT_EQ(number, err::Overflow);
+    EXPECT_EQ(errorOf([] { Val(QStringLiteral("1e400")); }), err::Overflow);
 }

@@ -2,24 +2,17 @@
 #include "runtime/DateFns.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
+#include "RuntimeTestUtil.h"
 #include "TestEnv.h"
 #include <gtest/gtest.h>
 
 using namespace ql;
+using rttest::errorOf;
 using qltest::germanLocale;
 using qltest::LocaleGuard;
 using qltest::nzLocale;
 
 namespace {
-
-long errorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 // Pins the clock to a fixed moment for the life of the object.
 struct PinnedClock {

@@ -1,26 +1,19 @@
 // Int, Fix, Round and Currency arithmetic.
 #include "runtime/MathFns.h"
 #include "runtime/VbError.h"
+#include "RuntimeTestUtil.h"
 #include <gtest/gtest.h>
 
 using namespace ql;
-
-namespace {
-long errorOf(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
-} // namespace
+using rttest::errorOf;
 
 TEST(IntFix, KeepTheirType) {
     EXPECT_EQ(Int(-8.4), -9.0);
     EXPECT_EQ(Fix(-8.4), -8.0);
     EXPECT_EQ(Int(8.7), 8.0);
     EXPECT_EQ(Fix(8.7), 8.0);
+    EXPECT_EQ(Int(7), 7);
+    EXPECT_EQ(Fix(qint64(-7)), -7);
     EXPECT_EQ(Int(-8.4f), -9.0f);
     EXPECT_EQ(Fix(-8.4f), -8.0f);
     static_assert(std::is_same_v<decltype(Int(1.0f)), float>);
