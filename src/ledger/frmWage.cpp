@@ -70,7 +70,7 @@ frmWage::frmWage(QWidget* parent) : QWidget(parent) {
     resize(980, 640);
     setAutoFillBackground(true);
     QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor(51, 102, 1).lighter(330)); // the skin's green, faded
+    pal.setColor(QPalette::Window, QColor(226, 236, 214)); // a pale tint of the skin's green
     setPalette(pal);
 
     auto* outer = new QVBoxLayout(this);
