@@ -51,7 +51,11 @@ protected:
         exec("INSERT INTO PaymentTypes VALUES (100, 100, 40, 1), (100, 101, NULL, 2), (101, 102, 40, 1), "
              "(103, 100, NULL, 1)");
         view.datPays.setDatabase(&app.WageDatabase);
-        view.datPays.onReposition = [this] { ql::RepositionPay(view.datPays, view, QStringLiteral("Jo Test")); };
+        // As the wage screen does: the bound labels show the row, then the engine repositions.
+        view.datPays.onReposition = [this] {
+            view.showBoundValues();
+            ql::RepositionPay(view.datPays, view, QStringLiteral("Jo Test"));
+        };
     }
     void TearDown() override {
         ql::setClockForTesting({});
