@@ -31,6 +31,12 @@ Currency StoreTaxDetails(const QString& query, Currency annual, qint32 employeeI
 void CalcTaxSteps(const QString& query, Currency annual, float paysPerYear, TaxDetailRecord& record,
                   Currency& paye, qint32& closingProcess);
 
+// The special codes of country 64 on the yearly figure annual: may change closingProcess, and give the
+// yearly credit x that goes into the equation and the rebate y of one pay that comes off behind it.
+// code is compared exactly, in capitals. Other codes leave all three alone.
+void ApplySpecialTaxCode(const QString& code, Currency annual, float paysPerYear, qint32& closingProcess,
+                         Currency& x, Currency& y);
+
 // Adds the pay's TaxDetails row, only for a taxable amount above 0.
 void AddTaxDetail(qint32 wageID, const TaxDetailRecord& record);
 
