@@ -8,6 +8,7 @@
 #include "frame/startup/Roster.h"
 #include "frame/startup/Startup.h"
 #include "ledger/WageScreen.h"
+#include "PayScreen.h"
 #include "payengine/AppContext.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
@@ -115,8 +116,7 @@ int pay(const QStringList& args, QTextStream& out) {
     if (args.size() != 1)
         throw cli::CliUsageError();
     const qint32 wageID = idArgument(args.at(0));
-    Session session;
-    out << payJson(session.context.WageDatabase, wageID) << "\n";
+    out << cli::payText(wageID) << "\n";
     return 0;
 }
 
@@ -181,3 +181,15 @@ cli::CliCommand payCommand("pay", "pay WAGE_ID", pay);
 cli::CliCommand addPayCommand("add-pay", "add-pay EMPLOYEE_ID [YYYY-MM-DD]", addPay);
 
 } // namespace
+
+// --- what `pay` prints: the stored pay, then its summary labels and payslip rows as the screen shows them
+namespace cli {
+QString payText(qint32 wageID) {
+    QString stored;
+    {
+        Session session;
+        stored = payJson(session.context.WageDatabase, wageID);
+    }
+    return withScreenView(stored, wageID);
+}
+} // namespace cli
