@@ -18,8 +18,7 @@ struct Input {
 
 inline Input split(const uint8_t* data, size_t size) {
     Input in;
-    if (size == 0)
-        return in;
+    if (size == 0) return in;
     in.flags = data[0];
     in.bytes = QByteArray(reinterpret_cast<const char*>(data) + 1, static_cast<qsizetype>(size - 1));
     return in;

@@ -23,13 +23,11 @@ void runOne(const QByteArray& input) {
 std::vector<QByteArray> readDictionary(const QString& path) {
     std::vector<QByteArray> tokens;
     QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return tokens;
+    if (!f.open(QIODevice::ReadOnly)) return tokens;
     for (const QByteArray& raw : f.readAll().split('\n')) {
         const QByteArray line = raw.trimmed();
         const qsizetype open = line.indexOf('"');
-        if (line.startsWith('#') || open < 0 || !line.endsWith('"') || line.size() - open < 2)
-            continue;
+        if (line.startsWith('#') || open < 0 || !line.endsWith('"') || line.size() - open < 2) continue;
         const QByteArray body = line.mid(open + 1, line.size() - open - 2);
         QByteArray token;
         for (qsizetype i = 0; i < body.size(); ++i) {
@@ -105,8 +103,7 @@ int main(int argc, char** argv) {
     std::mt19937 rng(20240305u);
     for (long i = 0; i < count; ++i)
         runOne(generate(rng, tokens));
-    const double seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
     std::printf("%d seeds and %ld generated inputs in %.2f s\n", seeds, count, seconds);
     return 0;
 }

@@ -11,19 +11,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QString text = in.text();
     try {
         const double r = ql::fhCEval().Evaluate(text);
-        if (!std::isfinite(r))
-            qlfuzz::fail("Evaluate gave a non-finite number", text);
+        if (!std::isfinite(r)) qlfuzz::fail("Evaluate gave a non-finite number", text);
     } catch (const ql::VbError& e) {
         switch (e.number()) {
         case ql::err::EvalFault:
-            if (e.description().isEmpty())
-                qlfuzz::fail("a fault without description", text);
+            if (e.description().isEmpty()) qlfuzz::fail("a fault without description", text);
             break;
         case ql::err::EvalBadToken:
         case ql::err::Overflow:
         case ql::err::InvalidProcedureCall:
-        case ql::err::DivisionByZero: break;
-        default: qlfuzz::fail("an unexpected error number", text);
+        case ql::err::DivisionByZero:
+            break;
+        default:
+            qlfuzz::fail("an unexpected error number", text);
         }
     } catch (...) {
         qlfuzz::fail("an exception other than the run-time error", text);

@@ -8,7 +8,9 @@
 namespace {
 
 // The runtime's number text (15 significant digits) with "." whatever the locale, for scripts.
-QString plainNumber(double value) { return ql::Str(value).trimmed(); }
+QString plainNumber(double value) {
+    return ql::Str(value).trimmed();
+}
 
 // The evaluators' numbers are 32-bit values with the top bit set; show them as such.
 QString errorText(const ql::VbError& e) {
@@ -18,8 +20,7 @@ QString errorText(const ql::VbError& e) {
 }
 
 int evalTax(const QStringList& args, QTextStream& out) {
-    if (args.size() != 1)
-        throw cli::CliUsageError();
+    if (args.size() != 1) throw cli::CliUsageError();
     ql::TaxEvaluator evaluator;
     evaluator.setExpression(args.first());
     const double result = evaluator.Result();
@@ -28,8 +29,7 @@ int evalTax(const QStringList& args, QTextStream& out) {
 }
 
 int evalCEval(const QStringList& args, QTextStream& out, bool postfix) {
-    if (args.size() != 1)
-        throw cli::CliUsageError();
+    if (args.size() != 1) throw cli::CliUsageError();
     ql::fhCEval evaluator;
     try {
         const double result = postfix ? evaluator.DoEvaluate(args.first()) : evaluator.Evaluate(args.first());
@@ -42,8 +42,12 @@ int evalCEval(const QStringList& args, QTextStream& out, bool postfix) {
 
 const cli::CliCommand evalTaxCommand("eval-tax", "eval-tax TEXT", evalTax);
 const cli::CliCommand evalInfixCommand("eval-infix", "eval-infix TEXT",
-                                       [](const QStringList& a, QTextStream& o) { return evalCEval(a, o, false); });
+                                       [](const QStringList& a, QTextStream& o) {
+                                           return evalCEval(a, o, false);
+                                       });
 const cli::CliCommand evalPostfixCommand("eval-postfix", "eval-postfix TEXT",
-                                         [](const QStringList& a, QTextStream& o) { return evalCEval(a, o, true); });
+                                         [](const QStringList& a, QTextStream& o) {
+                                             return evalCEval(a, o, true);
+                                         });
 
 } // namespace

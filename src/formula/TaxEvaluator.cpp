@@ -13,8 +13,12 @@ namespace {
 
 constexpr int kMaxReplaceSteps = 1 << 22;
 
-bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
-QChar first(QStringView t) { return t.isEmpty() ? QChar() : t.front(); }
+bool isDigit(QChar c) {
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+QChar first(QStringView t) {
+    return t.isEmpty() ? QChar() : t.front();
+}
 
 // The number text has only digits and at most one '.', so the C locale reads it whatever the user's is.
 double parseCNumber(const QByteArray& text) {
@@ -31,9 +35,9 @@ struct NestingScope {
 
 } // namespace
 
-QString TaxEvaluator::ReplaceText(const QString& Text, const QString& Find, const QString& Replacement) const {
-    if (Find.isEmpty() || Find == Replacement)
-        return QString();
+QString TaxEvaluator::ReplaceText(const QString& Text, const QString& Find,
+                                  const QString& Replacement) const {
+    if (Find.isEmpty() || Find == Replacement) return QString();
     if (Replacement.contains(Find)) {
         // Searching again from the start would never end; each occurrence of the text as given is
         // replaced once instead.
@@ -55,8 +59,7 @@ QString TaxEvaluator::ReplaceText(const QString& Text, const QString& Find, cons
             done.chop(Find.size());
             for (qsizetype i = Replacement.size() - 1; i >= 0; --i)
                 pending += Replacement.at(i);
-            if (++steps > kMaxReplaceSteps)
-                break; // a rewriting that keeps growing; stop with what there is
+            if (++steps > kMaxReplaceSteps) break; // a rewriting that keeps growing; stop with what there is
         }
     }
     for (qsizetype i = pending.size() - 1; i >= 0; --i)
@@ -83,8 +86,7 @@ double TaxEvaluator::Result() {
 double TaxEvaluator::Truncate(double Value, int Decimals) const {
     const QString formatted = Format(QVariant(Value), QStringLiteral(".00"));
     const QString plain = CStr(Value);
-    if (Decimals == 2 && formatted == plain)
-        return Value;
+    if (Decimals == 2 && formatted == plain) return Value;
     const double scale = std::pow(10.0, Decimals);
     return std::floor(Value * scale) / scale;
 }
@@ -138,8 +140,7 @@ qsizetype TaxEvaluator::FindOperator(QStringView Text, QChar OperatorA, QChar Op
 }
 
 double TaxEvaluator::EvaluateTerm(QStringView Text) {
-    if (m_Error != NoFault)
-        return 0.0;
+    if (m_Error != NoFault) return 0.0;
     double product = 0.0;
     QChar op = QLatin1Char('+');
     for (QStringView piece : SplitAtOperators(Text, QLatin1Char('*'), QLatin1Char('/'))) {
@@ -162,10 +163,8 @@ double TaxEvaluator::EvaluateTerm(QStringView Text) {
 
 double TaxEvaluator::ReadOperand(QStringView& t) {
     const QChar c = first(t);
-    if (isDigit(c))
-        return ReadNumber(t);
-    if (c == QLatin1Char('('))
-        return EvaluateSum(TakeParenthesis(t));
+    if (isDigit(c)) return ReadNumber(t);
+    if (c == QLatin1Char('(')) return EvaluateSum(TakeParenthesis(t));
     QStringView arguments;
     const QStringView name = TakeFunction(t, arguments);
     return EvaluateFunction(name, arguments);
@@ -208,8 +207,7 @@ void TaxEvaluator::EvaluateFactor(QStringView Text, QChar& Operator, double& Val
             m_Error = BadOperator;
         }
     }
-    if (!t.isEmpty())
-        m_Error = Malformed;
+    if (!t.isEmpty()) m_Error = Malformed;
     Value = negative ? -result : result;
 }
 

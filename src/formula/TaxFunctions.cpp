@@ -17,20 +17,20 @@ namespace {
 // The runtime's pseudo-random sequence: one per process, 24-bit, started at the same seed each run.
 float nextRandom(double x) {
     static quint32 seed = 0x50000;
-    if (std::fabs(x) > FLT_MAX)
-        throw fp::ArithmeticFault{}; // the argument is a Single
+    if (std::fabs(x) > FLT_MAX) throw fp::ArithmeticFault{}; // the argument is a Single
     const float number = static_cast<float>(x);
     if (number < 0.0f) {
         quint32 bits;
         std::memcpy(&bits, &number, sizeof bits);
         seed = (bits + (bits >> 24)) & 0xFFFFFFu;
     }
-    if (number != 0.0f)
-        seed = (seed * 0x43FD43FDu + 0xC39EC3u) & 0xFFFFFFu;
+    if (number != 0.0f) seed = (seed * 0x43FD43FDu + 0xC39EC3u) & 0xFFFFFFu;
     return static_cast<float>(seed) / 16777216.0f;
 }
 
-double sgn(double x) { return x > 0.0 ? 1.0 : x < 0.0 ? -1.0 : 0.0; }
+double sgn(double x) {
+    return x > 0.0 ? 1.0 : x < 0.0 ? -1.0 : 0.0;
+}
 
 // nullopt for a name that is not a function.
 std::optional<double> functionValue(QStringView name, double x, const TaxEvaluator& self) {
@@ -58,8 +58,7 @@ std::optional<double> functionValue(QStringView name, double x, const TaxEvaluat
     if (is("COTAN")) return div(1.0, std::tan(x));
     if (is("ARCSIN")) return std::atan(div(x, fp::sqrt(sub(1.0, mul(x, x)))));
     if (is("ARCCOS")) return add(std::atan(div(-x, fp::sqrt(sub(1.0, mul(x, x))))), q);
-    if (is("ARCSEC"))
-        return add(std::atan(div(x, fp::sqrt(sub(mul(x, x), 1.0)))), mul(sgn(sub(x, 1.0)), q));
+    if (is("ARCSEC")) return add(std::atan(div(x, fp::sqrt(sub(mul(x, x), 1.0)))), mul(sgn(sub(x, 1.0)), q));
     if (is("ARCCOSEC")) return add(std::atan(div(x, fp::sqrt(sub(mul(x, x), 1.0)))), mul(sgn(x) - 1.0, q));
     if (is("ARCCOTAN")) return add(std::atan(x), q);
     if (is("HSIN")) return div(sub(fp::exp(x), fp::exp(-x)), 2.0);
@@ -92,8 +91,7 @@ std::optional<double> functionValue(QStringView name, double x, const TaxEvaluat
 } // namespace
 
 double TaxEvaluator::EvaluateFunction(QStringView Name, QStringView Arguments) {
-    if (m_Error != NoFault)
-        return 0.0;
+    if (m_Error != NoFault) return 0.0;
     const double x = EvaluateSum(Arguments);
     try {
         const std::optional<double> value = functionValue(Name, x, *this);

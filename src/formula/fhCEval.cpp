@@ -18,16 +18,13 @@ bool isOperandChar(QChar c) {
 
 // Floating-point failures are the runtime's errors, as its Double arithmetic raises them.
 double checked(double r) {
-    if (std::isnan(r))
-        raiseError(err::InvalidProcedureCall, QString::fromLatin1(kSource));
-    if (!std::isfinite(r))
-        raiseError(err::Overflow, QString::fromLatin1(kSource));
+    if (std::isnan(r)) raiseError(err::InvalidProcedureCall, QString::fromLatin1(kSource));
+    if (!std::isfinite(r)) raiseError(err::Overflow, QString::fromLatin1(kSource));
     return r;
 }
 
 double power(double base, double exponent) {
-    if (base == 0.0 && exponent < 0.0)
-        raiseError(err::DivisionByZero, QString::fromLatin1(kSource));
+    if (base == 0.0 && exponent < 0.0) raiseError(err::DivisionByZero, QString::fromLatin1(kSource));
     return checked(std::pow(base, exponent));
 }
 
@@ -43,14 +40,10 @@ double fhCEval::Evaluate(const QString& Expression) {
 }
 
 qint16 fhCEval::Precedence(const QString& Operator) {
-    if (Operator == QLatin1String("+") || Operator == QLatin1String("-"))
-        return 1;
-    if (Operator == QLatin1String("*") || Operator == QLatin1String("/"))
-        return 2;
-    if (Operator == QLatin1String("^"))
-        return 3;
-    if (Operator == QLatin1String("(-)") || Operator == QLatin1String("i"))
-        return 10;
+    if (Operator == QLatin1String("+") || Operator == QLatin1String("-")) return 1;
+    if (Operator == QLatin1String("*") || Operator == QLatin1String("/")) return 2;
+    if (Operator == QLatin1String("^")) return 3;
+    if (Operator == QLatin1String("(-)") || Operator == QLatin1String("i")) return 10;
     return 0;
 }
 
@@ -71,17 +64,13 @@ qint16 fhCEval::InfixToPostfix(const QString& Expression, QString& Postfix) {
     while (pos <= length) {
         const QChar c = Expression.at(pos - 1);
         if (c == QLatin1Char('(')) {
-            if (state == AfterOperand)
-                return fail("Operator expected", pos);
+            if (state == AfterOperand) return fail("Operator expected", pos);
             operators.Push(QStringLiteral("("));
             depth = addInteger(depth, 1, kSource);
-            if (state == AfterSign)
-                state = AfterBinary;
+            if (state == AfterSign) state = AfterBinary;
         } else if (c == QLatin1Char(')')) {
-            if (state != AfterOperand)
-                return fail("Operand expected", pos);
-            if (depth == 0)
-                return fail("Closing parenthesis without matching open parenthesis", pos);
+            if (state != AfterOperand) return fail("Operand expected", pos);
+            if (depth == 0) return fail("Closing parenthesis without matching open parenthesis", pos);
             for (QString op = operators.Pop().toString(); op != QLatin1String("(");
                  op = operators.Pop().toString())
                 Postfix += op + QLatin1Char(' ');
@@ -97,22 +86,19 @@ qint16 fhCEval::InfixToPostfix(const QString& Expression, QString& Postfix) {
                 operators.Push(op);
                 state = AfterBinary;
             } else if (isSign && (state == Start || state == AfterBinary)) {
-                if (c == QLatin1Char('-'))
-                    operators.Push(QStringLiteral("(-)"));
+                if (c == QLatin1Char('-')) operators.Push(QStringLiteral("(-)"));
                 state = AfterSign;
             } else {
                 return fail("Operand expected", pos);
             }
         } else if (isOperandChar(c)) {
-            if (state == AfterOperand)
-                return fail("Operator expected", pos);
+            if (state == AfterOperand) return fail("Operator expected", pos);
             QString operand;
             int points = 0;
             while (pos <= length && isOperandChar(Expression.at(pos - 1))) {
                 const QChar d = Expression.at(pos - 1);
                 if (d == QLatin1Char('.') || d == QLatin1Char(','))
-                    if (++points > 1)
-                        return fail("Operand contains multiple decimal points", pos);
+                    if (++points > 1) return fail("Operand contains multiple decimal points", pos);
                 operand += d;
                 pos = addInteger(pos, 1, kSource);
             }
@@ -127,10 +113,8 @@ qint16 fhCEval::InfixToPostfix(const QString& Expression, QString& Postfix) {
         pos = addInteger(pos, 1, kSource);
     }
 
-    if (state == AfterBinary || state == AfterSign)
-        return fail("Operand expected", pos);
-    if (depth > 0)
-        return fail("Closing parenthesis expected", pos);
+    if (state == AfterBinary || state == AfterSign) return fail("Operand expected", pos);
+    if (depth > 0) return fail("Closing parenthesis expected", pos);
     while (operators.StackSize() > 0)
         popToPostfix();
     return 0;
@@ -144,10 +128,8 @@ double fhCEval::DoEvaluate(const QString& Postfix) {
     qint16 start = 1;
     while (true) {
         const qsizetype found = start <= Postfix.size() ? Postfix.indexOf(QLatin1Char(' '), start - 1) : -1;
-        if (found < 0)
-            break;
-        if (found + 1 > 32767)
-            raiseError(err::Overflow, QString::fromLatin1(kSource));
+        if (found < 0) break;
+        if (found + 1 > 32767) raiseError(err::Overflow, QString::fromLatin1(kSource));
         const QString token = Postfix.mid(start - 1, found - (start - 1));
         start = addInteger(static_cast<qint16>(found + 1), 1, kSource);
 
@@ -177,8 +159,7 @@ double fhCEval::DoEvaluate(const QString& Postfix) {
                        QStringLiteral("Bad token in Evaluate: ") + token);
         }
     }
-    if (values.StackSize() == 0)
-        return 0.0;
+    if (values.StackSize() == 0) return 0.0;
     return popNumber();
 }
 

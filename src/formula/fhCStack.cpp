@@ -5,8 +5,7 @@ namespace ql {
 
 qint16 addInteger(qint16 a, int b, const char* source) {
     const int sum = int(a) + b;
-    if (sum < -32768 || sum > 32767)
-        raiseError(err::Overflow, QString::fromLatin1(source));
+    if (sum < -32768 || sum > 32767) raiseError(err::Overflow, QString::fromLatin1(source));
     return static_cast<qint16>(sum);
 }
 
@@ -24,7 +23,8 @@ void fhCStack::Push(const QVariant& Value) {
 
 QVariant fhCStack::Pop() {
     if (top <= 0)
-        raiseError(err::EvalFault, QStringLiteral("fhCStack"), QStringLiteral("Pop method invoked on empty stack"));
+        raiseError(err::EvalFault, QStringLiteral("fhCStack"),
+                   QStringLiteral("Pop method invoked on empty stack"));
     QVariant v = Stack[top];
     --top;
     return v;

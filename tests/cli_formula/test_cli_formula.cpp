@@ -58,7 +58,8 @@ TEST_F(CliFormula, EvalInfix) {
 
     r = cli({QStringLiteral("eval-infix"), QStringLiteral("1.5.2")});
     EXPECT_EQ(r.exitCode, 1);
-    EXPECT_EQ(r.err, QStringLiteral("error 0x80040001: Operand contains multiple decimal points : Column 4\n"));
+    EXPECT_EQ(r.err,
+              QStringLiteral("error 0x80040001: Operand contains multiple decimal points : Column 4\n"));
 
     r = cli({QStringLiteral("eval-infix"), QString()});
     EXPECT_EQ(r.exitCode, 0);

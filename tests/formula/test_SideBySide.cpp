@@ -18,7 +18,9 @@ Tax tax(const char* text) {
     const double v = t.Result();
     return {v, t.Error()};
 }
-double infix(const char* text) { return ql::fhCEval().Evaluate(QString::fromUtf8(text)); }
+double infix(const char* text) {
+    return ql::fhCEval().Evaluate(QString::fromUtf8(text));
+}
 
 TEST(SideBySide, SignAndPower) {
     EXPECT_EQ(infix("-2^2"), 4.0);

@@ -18,21 +18,23 @@ Outcome run(const QString& text) {
     const double v = t.Result();
     return {v, t.Error(), t.Assigned()};
 }
-Outcome run(const char* text) { return run(QString::fromUtf8(text)); }
+Outcome run(const char* text) {
+    return run(QString::fromUtf8(text));
+}
 
 #define EXPECT_CLEAN(text, expected)                                                                         \
     do {                                                                                                     \
         const Outcome o_ = run(text);                                                                        \
-        EXPECT_EQ(o_.value, (expected)) << qPrintable(QString(text));                                                           \
-        EXPECT_EQ(o_.error, 0) << qPrintable(QString(text));                                                                    \
-        EXPECT_TRUE(o_.assigned) << qPrintable(QString(text));                                                                  \
+        EXPECT_EQ(o_.value, (expected)) << qPrintable(QString(text));                                        \
+        EXPECT_EQ(o_.error, 0) << qPrintable(QString(text));                                                 \
+        EXPECT_TRUE(o_.assigned) << qPrintable(QString(text));                                               \
     } while (0)
 
 #define EXPECT_FAULT(text, code)                                                                             \
     do {                                                                                                     \
         const Outcome o_ = run(text);                                                                        \
-        EXPECT_EQ(o_.error, (code)) << qPrintable(QString(text));                                                               \
-        EXPECT_FALSE(o_.assigned) << qPrintable(QString(text));                                                                 \
+        EXPECT_EQ(o_.error, (code)) << qPrintable(QString(text));                                            \
+        EXPECT_FALSE(o_.assigned) << qPrintable(QString(text));                                              \
     } while (0)
 
 TEST(TaxEvaluator, SetterNormalisesTheText) {
@@ -56,7 +58,9 @@ TEST(TaxEvaluator, ResultIsEvaluatedAtEachRead) {
     EXPECT_EQ(t.Result(), 5.0);
 }
 
-TEST(TaxEvaluator, BlanksInsideNumbersDisappear) { EXPECT_CLEAN("1 2+1", 13.0); }
+TEST(TaxEvaluator, BlanksInsideNumbersDisappear) {
+    EXPECT_CLEAN("1 2+1", 13.0);
+}
 
 TEST(TaxEvaluator, PointAndCommaAreTheSameMark) {
     EXPECT_CLEAN("2.5", 2.5);
@@ -195,17 +199,21 @@ TEST(TaxEvaluator, ReplaceText) {
     TaxEvaluator t;
     EXPECT_EQ(t.ReplaceText(QStringLiteral("abc"), QStringLiteral("a"), QStringLiteral("a")), QString());
     EXPECT_EQ(t.ReplaceText(QStringLiteral("abc"), QString(), QStringLiteral("x")), QString());
-    EXPECT_EQ(t.ReplaceText(QStringLiteral("a b  c "), QStringLiteral(" "), QString()), QStringLiteral("abc"));
+    EXPECT_EQ(t.ReplaceText(QStringLiteral("a b  c "), QStringLiteral(" "), QString()),
+              QStringLiteral("abc"));
     EXPECT_EQ(t.ReplaceText(QStringLiteral("1.2.3"), QStringLiteral("."), QStringLiteral(",")),
               QStringLiteral("1,2,3"));
-    EXPECT_EQ(t.ReplaceText(QStringLiteral("xyz"), QStringLiteral("q"), QStringLiteral("r")), QStringLiteral("xyz"));
+    EXPECT_EQ(t.ReplaceText(QStringLiteral("xyz"), QStringLiteral("q"), QStringLiteral("r")),
+              QStringLiteral("xyz"));
     // The search starts again at the first character, so a replacement can make a new occurrence.
     EXPECT_EQ(t.ReplaceText(QStringLiteral("aabb"), QStringLiteral("ab"), QString()), QString());
     EXPECT_EQ(t.ReplaceText(QStringLiteral("aaabbbc"), QStringLiteral("ab"), QStringLiteral("x")),
               QStringLiteral("aaxbbc"));
-    EXPECT_EQ(t.ReplaceText(QStringLiteral("xaab"), QStringLiteral("ab"), QStringLiteral("b")), QStringLiteral("xb"));
+    EXPECT_EQ(t.ReplaceText(QStringLiteral("xaab"), QStringLiteral("ab"), QStringLiteral("b")),
+              QStringLiteral("xb"));
     // A replacement that holds the text searched for replaces each first occurrence once.
-    EXPECT_EQ(t.ReplaceText(QStringLiteral("aa"), QStringLiteral("a"), QStringLiteral("ab")), QStringLiteral("abab"));
+    EXPECT_EQ(t.ReplaceText(QStringLiteral("aa"), QStringLiteral("a"), QStringLiteral("ab")),
+              QStringLiteral("abab"));
 }
 
 TEST(TaxEvaluator, Truncate) {

@@ -26,8 +26,12 @@ template <class F> Raised raisedBy(F body) {
     return r;
 }
 
-double evaluate(const char* text) { return fhCEval().Evaluate(QString::fromUtf8(text)); }
-double doEvaluate(const char* text) { return fhCEval().DoEvaluate(QString::fromUtf8(text)); }
+double evaluate(const char* text) {
+    return fhCEval().Evaluate(QString::fromUtf8(text));
+}
+double doEvaluate(const char* text) {
+    return fhCEval().DoEvaluate(QString::fromUtf8(text));
+}
 
 // The description that Evaluate raises for a text, with its number checked.
 QString syntaxError(const char* text) {
@@ -54,9 +58,13 @@ TEST(fhCEval, ArithmeticAndPrecedence) {
     EXPECT_EQ(evaluate("1.5*2"), 3.0);
 }
 
-TEST(fhCEval, SignBindsTighterThanPower) { EXPECT_EQ(evaluate("-2^2"), 4.0); }
+TEST(fhCEval, SignBindsTighterThanPower) {
+    EXPECT_EQ(evaluate("-2^2"), 4.0);
+}
 
-TEST(fhCEval, PowerIsLeftAssociative) { EXPECT_EQ(evaluate("2^3^2"), 64.0); }
+TEST(fhCEval, PowerIsLeftAssociative) {
+    EXPECT_EQ(evaluate("2^3^2"), 64.0);
+}
 
 TEST(fhCEval, SignsBehindOperators) {
     EXPECT_EQ(evaluate("2*-3"), -6.0);
@@ -136,8 +144,10 @@ TEST(fhCEval, DoEvaluateSurplusAndMissing) {
     EXPECT_TRUE(pop.any);
     EXPECT_EQ(pop.number, ql::err::EvalFault);
     EXPECT_EQ(pop.description, QStringLiteral("Pop method invoked on empty stack"));
-    EXPECT_EQ(raisedBy([] { doEvaluate("2 * "); }).description, QStringLiteral("Pop method invoked on empty stack"));
-    EXPECT_EQ(raisedBy([] { doEvaluate("(-) "); }).description, QStringLiteral("Pop method invoked on empty stack"));
+    EXPECT_EQ(raisedBy([] { doEvaluate("2 * "); }).description,
+              QStringLiteral("Pop method invoked on empty stack"));
+    EXPECT_EQ(raisedBy([] { doEvaluate("(-) "); }).description,
+              QStringLiteral("Pop method invoked on empty stack"));
 }
 
 TEST(fhCEval, DoEvaluateBadTokens) {
@@ -149,6 +159,9 @@ TEST(fhCEval, DoEvaluateBadTokens) {
     EXPECT_EQ(word.number, ql::err::EvalBadToken);
     EXPECT_EQ(word.description, QStringLiteral("Bad token in Evaluate: x"));
     EXPECT_EQ(raisedBy([] { doEvaluate(" "); }).description, QStringLiteral("Bad token in Evaluate: "));
+    // Beyond a double: not a number, so not a number token either.
+    EXPECT_EQ(raisedBy([] { doEvaluate("1E3999999999999999999999 "); }).number, ql::err::EvalBadToken);
+    EXPECT_EQ(doEvaluate("1E-3999999999999999999999 "), 0.0);
 }
 
 TEST(fhCEval, NegativeNumberIsANumberToken) {
