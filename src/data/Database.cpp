@@ -109,7 +109,10 @@ int Database::execute(const QString& sql, const QVariantList& params) {
     st.bindAll(params);
     while (st.step()) {
     }
-    return sqlite3_changes(handle());
+    int changed = sqlite3_changes(handle());
+    if (!st.tail().isEmpty())
+        changed += execute(st.tail(), {}); // the statements behind the first
+    return changed;
 }
 
 void Database::executeScript(const QString& sql) {

@@ -58,6 +58,8 @@ QString rewriteJetSql(const QString& sql) {
                                                    QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression distinctRow(QStringLiteral(R"(\bDISTINCTROW\s+)"),
                                                 QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression deleteAll(QStringLiteral(R"(\bDELETE\s+(\w+\.)?\*\s+FROM\b)"),
+                                              QRegularExpression::CaseInsensitiveOption);
     // Only conditions are touched: "SET x = NULL" before a WHERE stays an assignment.
     static const QRegularExpression condition(QStringLiteral(R"(\b(WHERE|ON|HAVING)\b)"),
                                               QRegularExpression::CaseInsensitiveOption);
@@ -76,6 +78,9 @@ QString rewriteJetSql(const QString& sql) {
         tail.replace(nullComparison, QStringLiteral("IN ()"));
         plain = plain.left(from) + tail;
         plain.replace(distinctRow, QString());
+        plain.replace(deleteAll, QStringLiteral("DELETE FROM"));
+        if (plain == QLatin1String("!") && out.endsWith(u']'))
+            plain = QStringLiteral(".");
         out += plain;
         plain.clear();
     };
@@ -92,6 +97,10 @@ QString rewriteJetSql(const QString& sql) {
             quote = c;
             out += c;
             continue;
+        }
+        if (c == u';') { // the next statement starts outside any condition
+            flush();
+            inCondition = false;
         }
         plain += c;
     }
@@ -181,7 +190,13 @@ Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
     if (!db)
         raiseError(3420, source, QStringLiteral("Object invalid or no longer set: the database is closed."));
     const QByteArray utf8 = m_sql.toUtf8();
-    const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, nullptr);
+    const char* tail = nullptr;
+    const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, &tail);
+    if (tail && *tail) {
+        m_tail = QString::fromUtf8(tail).trimmed();
+        while (m_tail.startsWith(u';'))
+            m_tail = m_tail.mid(1).trimmed();
+    }
     if (rc != SQLITE_OK) {
         sqlite3_finalize(m_stmt);
         m_stmt = nullptr;

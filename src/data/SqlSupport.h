@@ -17,7 +17,8 @@ struct Connection {
 // becomes the stored ISO text in quotes: #04/03/2007# -> '2007-04-03'.
 QString rewriteDateLiterals(const QString& sql);
 
-// The text SQLite is given: date literals rewritten, "DISTINCTROW" dropped, and a comparison with the
+// The text SQLite is given: date literals rewritten, "DISTINCTROW" dropped, "Delete * From" and
+// "DELETE T.* FROM" as plain deletes, "[A]![B]" as "[A].[B]", and a comparison with the
 // literal NULL ("x = NULL", "x <> NULL") made false rather than unknown, as the queries of the system
 // expect: "NOT (d = NULL OR d = #12/30/1899#)" holds for a set date. All outside quoted strings.
 QString rewriteJetSql(const QString& sql);
@@ -42,12 +43,15 @@ public:
     QVariant column(int index) const; // the stored value: qint64, double, QString, QByteArray or Null
     const QString& sql() const { return m_sql; }
     bool isEmpty() const { return m_stmt == nullptr; }
+    // The text after the first statement (empty when there is one statement).
+    const QString& tail() const { return m_tail; }
 
 private:
     sqlite3* m_db;
     sqlite3_stmt* m_stmt = nullptr;
     QString m_sql;
     QString m_source;
+    QString m_tail;
 };
 
 // Registers vbstr() and iif() on a connection.

@@ -333,8 +333,24 @@ TEST_F(RecordsetTest, ComparisonWithNullIsFalseInsideNot) {
     EXPECT_EQ(rewriteJetSql("SELECT a FROM t WHERE b = 'x = NULL' AND c = NULL"),
               "SELECT a FROM t WHERE b = 'x = NULL' AND c IN ()");
     EXPECT_EQ(rewriteJetSql("SELECT DISTINCTROW a FROM t"), "SELECT a FROM t");
+    EXPECT_EQ(rewriteJetSql("UPDATE a SET x = NULL WHERE y = NULL; UPDATE b SET z = NULL"),
+              "UPDATE a SET x = NULL WHERE y IN (); UPDATE b SET z = NULL");
     rs->FindFirst("DateHired = NULL");
     EXPECT_TRUE(rs->NoMatch());
+}
+
+TEST_F(RecordsetTest, JetDeletesAndBangReferences) {
+    EXPECT_EQ(db.execute("Delete * From Wages WHERE WageID = 3"), 1);
+    db.execute("INSERT INTO PaySlip (Description) VALUES ('x')");
+    db.execute("DELETE PaySlip.* FROM PaySlip;");
+    EXPECT_EQ(db.scalar("SELECT count(*) FROM PaySlip").toInt(), 0);
+    EXPECT_EQ(db.scalar("SELECT Sum(IIf([TransType]![Added], 1, 0)) FROM TransType").toInt(), 2);
+    EXPECT_EQ(rewriteJetSql("SELECT '[a]![b]', [a]![b]"), "SELECT '[a]![b]', [a].[b]");
+}
+
+TEST_F(RecordsetTest, ExecuteRunsEveryStatement) {
+    EXPECT_EQ(db.execute("DELETE FROM Wages WHERE WageID = 1; DELETE FROM Wages WHERE WageID = 2;"), 2);
+    EXPECT_EQ(db.scalar("SELECT count(*) FROM Wages").toInt(), 1);
 }
 
 TEST_F(RecordsetTest, VbStrAndIif) {
