@@ -1,5 +1,6 @@
 #include "Currency.h"
 #include "VbError.h"
+#include <QVariant>
 #include <cmath>
 #include <limits>
 
@@ -14,6 +15,14 @@ std::int64_t checkedAdd(std::int64_t a, std::int64_t b) {
     return r;
 }
 } // namespace
+
+// A Currency in a QVariant also answers toDouble() and toString(), so code that reads a field as a
+// plain number or text gets the amount rather than nothing.
+const bool registered = [] {
+    QMetaType::registerConverter<Currency, double>(&Currency::toDouble);
+    QMetaType::registerConverter<Currency, QString>(&Currency::toString);
+    return true;
+}();
 
 Currency Currency::fromDouble(double d) {
     if (!std::isfinite(d))

@@ -2,6 +2,7 @@
 #include "runtime/MathFns.h"
 #include "runtime/VbError.h"
 #include "RuntimeTestUtil.h"
+#include <QVariant>
 #include <gtest/gtest.h>
 
 using namespace ql;
@@ -62,4 +63,13 @@ TEST(CurrencyArithmetic, ExactAndChecked) {
     EXPECT_EQ(errorOf([] { Currency::fromRaw(INT64_MIN) - Currency::fromRaw(1); }), err::Overflow);
     EXPECT_EQ((Currency::fromRaw(-1) - Currency::fromRaw(INT64_MIN)).raw(), INT64_MAX);
     EXPECT_EQ(errorOf([] { Currency::fromLong(900000000000000LL) * Currency::fromLong(2); }), err::Overflow);
+}
+
+TEST(CurrencyVariant, PlainReadsOfTheAmount) {
+    const QVariant v = QVariant::fromValue(Currency::fromRaw(12345));
+    EXPECT_EQ(v.toDouble(), 1.2345);
+    EXPECT_EQ(v.toString(), QStringLiteral("1.2345"));
+    EXPECT_EQ(v.value<Currency>().raw(), 12345);
+    EXPECT_EQ(v, QVariant::fromValue(Currency::fromRaw(12345)));
+    EXPECT_NE(v, QVariant::fromValue(Currency::fromRaw(12346)));
 }
