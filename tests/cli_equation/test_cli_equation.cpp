@@ -101,6 +101,16 @@ TEST_F(CliEquation, FaultIsReportedAndTheAmountTimesPaysPrinted) {
     EXPECT_EQ(r.err, QStringLiteral("CountrySpecificEquation: Pop method invoked on empty stack\n"));
 }
 
+TEST_F(CliEquation, ResultBeyondMoney) {
+    installModules();
+    setCountry(55);
+    setRow(1, 55, QStringLiteral("10 17 ^"));
+    const auto r = run({"1", "1", "52"});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.out, QString());
+    EXPECT_EQ(r.err, QStringLiteral("Overflow\n"));
+}
+
 TEST_F(CliEquation, MissingModulesDatabase) {
     const auto r = run({"1", "100.125", "2"});
     EXPECT_EQ(r.exitCode, 0);

@@ -3,6 +3,7 @@
 #include "payengine/CountryEquations.h"
 #include "frame/SettingGetters.h"
 #include "runtime/Convert.h"
+#include "runtime/VbError.h"
 #include <QFile>
 
 using namespace eqtest;
@@ -225,4 +226,22 @@ TEST_F(CountryEquation, CalcPercentOfRoundsBothSides) {
     // (ROUND fills in x alone, so a "p" would stay a letter.)
     setEquation(3, 64, QStringLiteral("ROUND(x*2)"));
     EXPECT_EQ(CalcPercentOf(cur("100"), 10.0f), cur("40"));
+}
+
+TEST_F(CountryEquation, ResultBeyondMoneyIsRaisedToTheCaller) {
+    // The rounding of the result stands behind the trap: a value that money can't hold is the caller's.
+    setCountry(61);
+    setEquation(1, 61, QStringLiteral("10 17 ^"));
+    try {
+        CountrySpecificEquation(cur("1"), 52, 1, Currency());
+        ADD_FAILURE() << "no error";
+    } catch (const ql::VbError& e) {
+        EXPECT_EQ(e.number(), ql::err::Overflow);
+    }
+    EXPECT_TRUE(reported.empty());
+    // A fault inside the evaluation is the gate's own: reported, and the amount times the pays.
+    setEquation(1, 61, QStringLiteral("10 400 ^"));
+    EXPECT_EQ(CountrySpecificEquation(cur("1"), 52, 1, Currency()), cur("52"));
+    ASSERT_EQ(reported.size(), 1u);
+    EXPECT_EQ(reported[0].description, QStringLiteral("Overflow"));
 }
