@@ -5,52 +5,62 @@
 
 namespace ql {
 
-QString rewriteDateLiterals(const QString& sql) {
-    static const QRegularExpression literal(
-        QStringLiteral(R"(^#\s*(\d{1,2})/(\d{1,2})/(\d{4})(?:\s+(\d{1,2}):(\d{2})(?::(\d{2}))?)?\s*#)"));
+namespace {
+
+// Calls edit on each stretch of sql outside quoted strings and bracketed names, in order, and puts the
+// stretches back with what edit made of them; edit also sees the text put together so far.
+template <class Edit> QString editOutsideQuotes(const QString& sql, Edit edit) {
     QString out;
-    out.reserve(sql.size() + 8);
+    QString plain;
     QChar quote; // the open quote or bracket, if any
-    for (qsizetype i = 0; i < sql.size(); ++i) {
-        const QChar c = sql.at(i);
+    for (const QChar c : sql) {
         if (!quote.isNull()) {
             out += c;
             if ((quote == u'[' && c == u']') || (quote != u'[' && c == quote))
                 quote = QChar();
-            continue;
-        }
-        if (c == u'\'' || c == u'"' || c == u'[') {
+        } else if (c == u'\'' || c == u'"' || c == u'[') {
+            out += edit(plain, out);
+            plain.clear();
             quote = c;
             out += c;
-            continue;
+        } else {
+            plain += c;
         }
-        if (c == u'#') {
-            const auto m = literal.match(QStringView(sql).mid(i));
-            if (m.hasMatch()) {
-                const int month = m.captured(1).toInt();
-                const int day = m.captured(2).toInt();
-                const int year = m.captured(3).toInt();
-                QString iso = QStringLiteral("%1-%2-%3")
-                                  .arg(year, 4, 10, QLatin1Char('0'))
-                                  .arg(month, 2, 10, QLatin1Char('0'))
-                                  .arg(day, 2, 10, QLatin1Char('0'));
-                if (m.capturedLength(4) > 0) {
-                    const int h = m.captured(4).toInt(), mi = m.captured(5).toInt(),
-                              s = m.captured(6).isEmpty() ? 0 : m.captured(6).toInt();
-                    if (h || mi || s)
-                        iso += QStringLiteral(" %1:%2:%3")
-                                   .arg(h, 2, 10, QLatin1Char('0'))
-                                   .arg(mi, 2, 10, QLatin1Char('0'))
-                                   .arg(s, 2, 10, QLatin1Char('0'));
-                }
-                out += u'\'' + iso + u'\'';
-                i += m.capturedLength(0) - 1;
-                continue;
-            }
-        }
-        out += c;
     }
-    return out;
+    return out + edit(plain, out);
+}
+
+QString isoLiteral(const QRegularExpressionMatch& m) {
+    QString iso = QStringLiteral("%1-%2-%3")
+                      .arg(m.captured(3).toInt(), 4, 10, QLatin1Char('0'))
+                      .arg(m.captured(1).toInt(), 2, 10, QLatin1Char('0'))
+                      .arg(m.captured(2).toInt(), 2, 10, QLatin1Char('0'));
+    const int h = m.captured(4).toInt(), mi = m.captured(5).toInt(), sec = m.captured(6).toInt();
+    if (h || mi || sec)
+        iso += QStringLiteral(" %1:%2:%3")
+                   .arg(h, 2, 10, QLatin1Char('0'))
+                   .arg(mi, 2, 10, QLatin1Char('0'))
+                   .arg(sec, 2, 10, QLatin1Char('0'));
+    return u'\'' + iso + u'\'';
+}
+
+QString replaceDateLiterals(const QString& text) {
+    static const QRegularExpression literal(
+        QStringLiteral(R"(#\s*(\d{1,2})/(\d{1,2})/(\d{4})(?:\s+(\d{1,2}):(\d{2})(?::(\d{2}))?)?\s*#)"));
+    QString out;
+    qsizetype at = 0;
+    for (auto it = literal.globalMatch(text); it.hasNext();) {
+        const auto m = it.next();
+        out += text.mid(at, m.capturedStart() - at) + isoLiteral(m);
+        at = m.capturedEnd();
+    }
+    return out + text.mid(at);
+}
+
+} // namespace
+
+QString rewriteDateLiterals(const QString& sql) {
+    return editOutsideQuotes(sql, [](const QString& plain, const QString&) { return replaceDateLiterals(plain); });
 }
 
 QString rewriteJetSql(const QString& sql) {
@@ -60,52 +70,34 @@ QString rewriteJetSql(const QString& sql) {
                                                 QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression deleteAll(QStringLiteral(R"(\bDELETE\s+(\w+\.)?\*\s+FROM\b)"),
                                               QRegularExpression::CaseInsensitiveOption);
-    // Only conditions are touched: "SET x = NULL" before a WHERE stays an assignment.
-    static const QRegularExpression condition(QStringLiteral(R"(\b(WHERE|ON|HAVING)\b)"),
-                                              QRegularExpression::CaseInsensitiveOption);
-    const QString text = rewriteDateLiterals(sql);
-    QString out;
-    QString plain; // the current stretch outside quotes
+    // Only conditions are touched: "SET x = NULL" before a WHERE stays an assignment. Each statement
+    // of a script starts outside any condition.
+    static const QRegularExpression boundary(QStringLiteral(R"(\b(WHERE|ON|HAVING)\b|;)"),
+                                             QRegularExpression::CaseInsensitiveOption);
     bool inCondition = false;
-    auto flush = [&] {
-        qsizetype from = 0;
-        if (!inCondition) {
-            const auto m = condition.match(plain);
-            inCondition = m.hasMatch();
-            from = inCondition ? m.capturedStart() : plain.size();
-        }
-        QString tail = plain.mid(from);
-        tail.replace(nullComparison, QStringLiteral("IN ()"));
-        plain = plain.left(from) + tail;
+    return editOutsideQuotes(sql, [&](const QString& stretch, const QString& before) {
+        QString plain = replaceDateLiterals(stretch);
         plain.replace(distinctRow, QString());
         plain.replace(deleteAll, QStringLiteral("DELETE FROM"));
-        if (plain == QLatin1String("!") && out.endsWith(u']'))
-            plain = QStringLiteral(".");
-        out += plain;
-        plain.clear();
-    };
-    QChar quote;
-    for (const QChar c : text) {
-        if (!quote.isNull()) {
-            out += c;
-            if ((quote == u'[' && c == u']') || (quote != u'[' && c == quote))
-                quote = QChar();
-            continue;
+        if (plain == QLatin1String("!") && before.endsWith(u']'))
+            return QStringLiteral(".");
+        QString out;
+        qsizetype at = 0;
+        auto piece = [&](qsizetype end) {
+            QString part = plain.mid(at, end - at);
+            if (inCondition)
+                part.replace(nullComparison, QStringLiteral("IN ()"));
+            out += part;
+            at = end;
+        };
+        for (auto it = boundary.globalMatch(plain); it.hasNext();) {
+            const auto m = it.next();
+            piece(m.capturedStart());
+            inCondition = m.captured(0) != QLatin1String(";");
         }
-        if (c == u'\'' || c == u'"' || c == u'[') {
-            flush();
-            quote = c;
-            out += c;
-            continue;
-        }
-        if (c == u';') { // the next statement starts outside any condition
-            flush();
-            inCondition = false;
-        }
-        plain += c;
-    }
-    flush();
-    return out;
+        piece(plain.size());
+        return out;
+    });
 }
 
 namespace {
