@@ -16,12 +16,12 @@ QVariant numberArgument(const QString& name, const QString& text) {
 }
 
 int equation(const QStringList& args, QTextStream& out) {
-    if (args.size() < 3 || args.size() > 4)
-        throw cli::CliUsageError();
+    if (args.size() < 3 || args.size() > 4) throw cli::CliUsageError();
     const qint32 process = ql::CLng(numberArgument(QStringLiteral("PROCESS"), args[0]));
     const ql::Currency amount = ql::CCur(numberArgument(QStringLiteral("AMOUNT"), args[1]));
     const float pays = ql::CSng(numberArgument(QStringLiteral("PAYSPERYEAR"), args[2]));
-    const ql::Currency x = args.size() == 4 ? ql::CCur(numberArgument(QStringLiteral("X"), args[3])) : ql::Currency();
+    const ql::Currency x =
+        args.size() == 4 ? ql::CCur(numberArgument(QStringLiteral("X"), args[3])) : ql::Currency();
 
     // The gate reports what it traps and goes on; here a report is a line on standard error.
     ql::setErrorReporter([](const ql::VbError& e, const QString& location) {

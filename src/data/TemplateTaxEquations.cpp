@@ -42,21 +42,30 @@ using taxyear2026::WeeksInYear;
 const QString WeeksText = QString::number(WeeksInYear);
 
 // Country 64: infix.
-QString infixAnnual() { return QStringLiteral("SALARY(x*(p)+0.00005)"); }
+QString infixAnnual() {
+    return QStringLiteral("SALARY(x*(p)+0.00005)");
+}
 // weekly = FN((tax)/52 + 0.00004), per pay = FN(weekly*52/(p) + 0.000001)
 QString infixPerPay(const QString& function, const QString& yearlyTax) {
     return QStringLiteral("%1(%1(%2/%3+0.00004)*%3/(p)+0.000001)").arg(function, yearlyTax, WeeksText);
 }
 // Cut toward zero to cents, so that a negative amount mirrors a positive one.
-QString infixRound() { return QStringLiteral("ROUND(FIX(x*100+SGN(x)/1000)/100)"); }
+QString infixRound() {
+    return QStringLiteral("ROUND(FIX(x*100+SGN(x)/1000)/100)");
+}
 
 // Other countries: postfix, whole numbers only (0.00005 is 1 20000 /).
-QString postfixAnnual() { return QStringLiteral("d p * 1 20000 / + i"); }
+QString postfixAnnual() {
+    return QStringLiteral("d p * 1 20000 / + i");
+}
 QString postfixPerPay() {
-    return QStringLiteral("t %1 / 1 25000 / + 100 * i 100 / %1 * p / 1 1000000 / + 100 * i 100 /").arg(WeeksText);
+    return QStringLiteral("t %1 / 1 25000 / + 100 * i 100 / %1 * p / 1 1000000 / + 100 * i 100 /")
+        .arg(WeeksText);
 }
 // |d| is (d^2)^(1/2) and the sign d/|d| (a division by zero gives 0 there).
-QString postfixRound() { return QStringLiteral("d 2 ^ 1 2 / ^ 100 * 1 1000 / + i 100 / d d 2 ^ 1 2 / ^ / *"); }
+QString postfixRound() {
+    return QStringLiteral("d 2 ^ 1 2 / ^ 100 * 1 1000 / + i 100 / d d 2 ^ 1 2 / ^ / *");
+}
 
 } // namespace
 
@@ -75,7 +84,8 @@ void addTemplateTaxEquations(Database& modules) {
         rows.append({3, country, postfixRound()});
     }
     insertRows(modules, QStringLiteral("TaxEquations"),
-               {QStringLiteral("TaxProcessID"), QStringLiteral("CountryPhone"), QStringLiteral("Equation")}, rows);
+               {QStringLiteral("TaxProcessID"), QStringLiteral("CountryPhone"), QStringLiteral("Equation")},
+               rows);
 }
 
 } // namespace ql

@@ -18,18 +18,17 @@ constexpr qint32 InfixCountry = 64;
 
 struct Substitution {
     const char* name;
-    // Letters replaced in order, each by one of the values: 'a' amount, 'x' credit, 'p' pays.
-    std::initializer_list<std::pair<char, char>> replacements;
+    // Letters replaced in this order, each by the value of the same position: 'a' the amount, 'x' the
+    // credit, 'p' the pays.
+    const char* letters;
+    const char* values;
 };
 
 // Searched in this order; the first name present decides which letters are filled in. The names are
 // capitals, so they survive the replacement of the lower-case letters.
 const Substitution kSubstitutions[] = {
-    {"SALARY", {{'x', 'a'}, {'p', 'p'}}},
-    {"ROUND", {{'x', 'a'}}},
-    {"PAYE", {{'t', 'a'}, {'p', 'p'}}},
-    {"METAXCODE", {{'t', 'a'}, {'x', 'x'}, {'p', 'p'}}},
-    {"MLTAXCODE", {{'t', 'a'}, {'p', 'p'}}},
+    {"SALARY", "xp", "ap"},      {"ROUND", "x", "a"},       {"PAYE", "tp", "ap"},
+    {"METAXCODE", "txp", "axp"}, {"MLTAXCODE", "tp", "ap"},
 };
 
 } // namespace
@@ -46,11 +45,11 @@ QString CountryEquationExpression(const QString& equation, qint32 country, Curre
     QString expression;
     if (country == InfixCountry) {
         for (const Substitution& s : kSubstitutions) {
-            if (!equation.contains(QLatin1String(s.name), Qt::CaseInsensitive))
-                continue;
+            if (!equation.contains(QLatin1String(s.name), Qt::CaseInsensitive)) continue;
             expression = equation;
-            for (const auto& [letter, which] : s.replacements)
-                expression.replace(QChar::fromLatin1(letter), valueText(which), Qt::CaseSensitive);
+            for (int i = 0; s.letters[i]; ++i)
+                expression.replace(QChar::fromLatin1(s.letters[i]), valueText(s.values[i]),
+                                   Qt::CaseSensitive);
             break;
         }
         return expression;
@@ -58,9 +57,18 @@ QString CountryEquationExpression(const QString& equation, qint32 country, Curre
     expression.reserve(equation.size() * 2);
     for (QChar c : equation) {
         switch (c.unicode()) {
-        case 'd': case 'D': case 't': case 'T': expression += amountText; break;
-        case 'p': case 'P': expression += paysText; break;
-        default: expression += c;
+        case 'd':
+        case 'D':
+        case 't':
+        case 'T':
+            expression += amountText;
+            break;
+        case 'p':
+        case 'P':
+            expression += paysText;
+            break;
+        default:
+            expression += c;
         }
     }
     return expression;
@@ -68,8 +76,7 @@ QString CountryEquationExpression(const QString& equation, qint32 country, Curre
 
 Currency CountrySpecificEquation(Currency amount, float paysPerYear, qint32 taxProcessID, Currency x) {
     float p = paysPerYear;
-    if (p == 0.0f)
-        p = 1.0f;
+    if (p == 0.0f) p = 1.0f;
     double value = amount.toDouble() * static_cast<double>(p);
 
     trap(QStringLiteral("CountrySpecificEquation"), [&] {
@@ -84,7 +91,9 @@ Currency CountrySpecificEquation(Currency amount, float paysPerYear, qint32 taxP
             Database& db;
             std::unique_ptr<Recordset>& rs;
             ~Closer() {
-                skipErrors([&] { if (rs) rs->Close(); });
+                skipErrors([&] {
+                    if (rs) rs->Close();
+                });
                 skipErrors([&] { db.close(); });
             }
         } closer{modules, rs};
@@ -96,12 +105,10 @@ Currency CountrySpecificEquation(Currency amount, float paysPerYear, qint32 taxP
             return;
         }
         const QVariant equation = rs->value(QStringLiteral("Equation"));
-        if (IsNull(equation))
-            return;
+        if (IsNull(equation)) return;
 
         const QString expression = CountryEquationExpression(equation.toString(), country, amount, p, x);
-        if (expression.isEmpty())
-            return;
+        if (expression.isEmpty()) return;
         if (country == InfixCountry) {
             TaxEvaluator evaluator;
             evaluator.setExpression(expression);

@@ -24,7 +24,8 @@ protected:
         db.open(ql::ModuleFileName());
         db.execute(QStringLiteral("DELETE FROM TaxEquations WHERE TaxProcessID = ? AND CountryPhone = ?"),
                    {process, country});
-        db.execute(QStringLiteral("INSERT INTO TaxEquations (TaxProcessID, CountryPhone, Equation) VALUES (?, ?, ?)"),
+        db.execute(QStringLiteral(
+                       "INSERT INTO TaxEquations (TaxProcessID, CountryPhone, Equation) VALUES (?, ?, ?)"),
                    {process, country, equation});
         db.close();
     }
@@ -41,14 +42,10 @@ TEST_F(CliEquation, TemplateRowsOfNewZealand) {
         QStringList args;
         const char* out;
     } cases[] = {
-        {{"1", "1000", "52"}, "52000.0000\n"},
-        {{"1", "1234.567", "52"}, "64197.0000\n"},
-        {{"2", "8918", "52"}, "171.5000\n"},
-        {{"2", "8917.9998", "52"}, "171.5000\n"},
-        {{"2", "2373", "12"}, "197.7300\n"},
-        {{"3", "16.275", "0"}, "16.2700\n"},
-        {{"3", "-16.275", "52"}, "-16.2700\n"},
-        {{"4", "7295.75", "52", "520"}, "130.3000\n"},
+        {{"1", "1000", "52"}, "52000.0000\n"},  {{"1", "1234.567", "52"}, "64197.0000\n"},
+        {{"2", "8918", "52"}, "171.5000\n"},    {{"2", "8917.9998", "52"}, "171.5000\n"},
+        {{"2", "2373", "12"}, "197.7300\n"},    {{"3", "16.275", "0"}, "16.2700\n"},
+        {{"3", "-16.275", "52"}, "-16.2700\n"}, {{"4", "7295.75", "52", "520"}, "130.3000\n"},
         {{"5", "1911", "26"}, "73.5000\n"},
     };
     for (const Case& c : cases) {
@@ -119,11 +116,13 @@ TEST_F(CliEquation, MissingModulesDatabase) {
 }
 
 TEST_F(CliEquation, WrongUsage) {
-    for (const QStringList& args : {QStringList{}, QStringList{"1", "2"}, QStringList{"1", "2", "3", "4", "5"}}) {
+    for (const QStringList& args :
+         {QStringList{}, QStringList{"1", "2"}, QStringList{"1", "2", "3", "4", "5"}}) {
         const auto r = run(args);
         EXPECT_EQ(r.exitCode, 2);
         EXPECT_EQ(r.out, QString());
-        EXPECT_TRUE(r.err.contains(QStringLiteral("equation PROCESS AMOUNT PAYSPERYEAR [X]"))) << r.err.toStdString();
+        EXPECT_TRUE(r.err.contains(QStringLiteral("equation PROCESS AMOUNT PAYSPERYEAR [X]")))
+            << r.err.toStdString();
     }
 }
 

@@ -14,7 +14,9 @@ void EquationTest::SetUp() {
     });
 }
 
-void EquationTest::TearDown() { ql::setErrorReporter(nullptr); }
+void EquationTest::TearDown() {
+    ql::setErrorReporter(nullptr);
+}
 
 void EquationTest::setCountry(int country) {
     ql::WriteSetting(QStringLiteral("WINDOWS"), QStringLiteral("Country"), QString::number(country));
@@ -35,8 +37,9 @@ void EquationTest::setEquation(int process, int country, const QVariant& equatio
     removeEquation(process, country);
     ql::Database db;
     db.open(ql::ModuleFileName());
-    db.execute(QStringLiteral("INSERT INTO TaxEquations (TaxProcessID, CountryPhone, Equation) VALUES (?, ?, ?)"),
-               {process, country, equation});
+    db.execute(
+        QStringLiteral("INSERT INTO TaxEquations (TaxProcessID, CountryPhone, Equation) VALUES (?, ?, ?)"),
+        {process, country, equation});
     db.close();
 }
 

@@ -9,7 +9,9 @@
 #include <vector>
 
 namespace ql {
-inline void PrintTo(const Currency& c, std::ostream* os) { *os << c.toFixed4().toStdString(); }
+inline void PrintTo(const Currency& c, std::ostream* os) {
+    *os << c.toFixed4().toStdString();
+}
 } // namespace ql
 
 namespace eqtest {
@@ -43,8 +45,7 @@ inline ql::Currency cur(const char* text) {
     const QString body = negative ? t.mid(1) : t;
     const QStringList parts = body.split(u'.');
     qint64 raw = parts[0].toLongLong() * 10000;
-    if (parts.size() > 1)
-        raw += parts[1].leftJustified(4, u'0').left(4).toLongLong();
+    if (parts.size() > 1) raw += parts[1].leftJustified(4, u'0').left(4).toLongLong();
     return ql::Currency::fromRaw(negative ? -raw : raw);
 }
 

@@ -1,7 +1,7 @@
 #include "TaxChain.h"
+#include "data/Recordset.h"
 #include "data/RoundCurrency.h"
 #include "data/Schema.h"
-#include "data/Recordset.h"
 #include "formula/TaxEvaluator.h"
 #include "formula/fhCEval.h"
 #include "payengine/CountryEquations.h"
@@ -74,7 +74,8 @@ CountryRows templateRows(int country) {
     ql::Database db = ql::openOrCreate(ql::DatabaseKind::Modules, dir.path() + QStringLiteral("/Modules.db"));
     auto row = [&](int process) {
         return db
-            .scalar(QStringLiteral("SELECT Equation FROM TaxEquations WHERE TaxProcessID = %1 AND CountryPhone = %2")
+            .scalar(QStringLiteral(
+                        "SELECT Equation FROM TaxEquations WHERE TaxProcessID = %1 AND CountryPhone = %2")
                         .arg(process)
                         .arg(country))
             .toString();
@@ -89,8 +90,7 @@ Currency chainPaye(const CountryRows& rows, const std::vector<TaxStep>& steps, C
     const float p = static_cast<float>(pays);
     const Currency annual = evaluateRow(rows.annual, rows.country, earnings, p);
     const Currency total = stepsTax(steps, annual);
-    if (useCredit)
-        return evaluateRow(rows.credit, rows.country, total, p, credit);
+    if (useCredit) return evaluateRow(rows.credit, rows.country, total, p, credit);
     return evaluateRow(rows.perPay, rows.country, total, p);
 }
 
@@ -117,38 +117,35 @@ qint64 annualDollars(qint64 earningsCents, int pays) {
 }
 
 qint64 yearlyTax(qint64 annual) {
-    if (annual <= 0)
-        return 0;
+    if (annual <= 0) return 0;
     qint64 tax = 0, lower = 0;
     for (const Band& b : kBands) {
         const qint64 top = b.upTo < 0 ? annual : std::min(annual, b.upTo);
         if (top > lower)
             tax += (top - lower) * b.rate; // dollars x hundredths of a per cent = ten-thousandths
-        if (b.upTo < 0 || annual <= b.upTo)
-            break;
+        if (b.upTo < 0 || annual <= b.upTo) break;
         lower = b.upTo;
     }
     return tax + std::min(annual, kLevyCap) * kLevyRate;
 }
 
 qint64 meCredit(qint64 annual) {
-    if (annual >= 24000 && annual <= 44000)
-        return 520 * 10000;
-    if (annual >= 44001 && annual <= 47999)
-        return 520 * 10000 - (annual - 44000) * 1300;
+    if (annual >= 24000 && annual <= 44000) return 520 * 10000;
+    if (annual >= 44001 && annual <= 47999) return 520 * 10000 - (annual - 44000) * 1300;
     return 0;
 }
 
 qint64 payeCents(qint64 earningsCents, int pays, bool me) {
     const qint64 annual = annualDollars(earningsCents, pays);
     qint64 tax = yearlyTax(annual);
-    if (me)
-        tax -= meCredit(annual);
+    if (me) tax -= meCredit(annual);
     const qint64 weekly = tax / (52 * 100); // ten-thousandths to cents, cut
     return weekly * 52 / pays;
 }
 
-qint64 flatCents(qint64 earningsCents, qint64 rate) { return earningsCents * rate / 10000; }
+qint64 flatCents(qint64 earningsCents, qint64 rate) {
+    return earningsCents * rate / 10000;
+}
 
 } // namespace ird
 

@@ -17,7 +17,9 @@ constexpr int kPays[] = {52, 26, 13, 12};
 // for each dollar and so never comes near a cut that the Single shortfall of the 39% step could cross.)
 constexpr qint64 kExactUpTo = 300000;
 
-Currency cents(qint64 c) { return Currency::fromRaw(c * 100); }
+Currency cents(qint64 c) {
+    return Currency::fromRaw(c * 100);
+}
 
 class ChainSweep : public ::testing::TestWithParam<int> {
 protected:
@@ -38,8 +40,8 @@ TEST_P(ChainSweep, EveryYearlyFigure) {
             if (got == cents(want))
                 ++agreeing;
             else
-                ADD_FAILURE() << "pays " << pays << " yearly " << annual << ": " << got.toFixed4().toStdString()
-                              << " against " << want << " cents";
+                ADD_FAILURE() << "pays " << pays << " yearly " << annual << ": "
+                              << got.toFixed4().toStdString() << " against " << want << " cents";
         }
         std::cout << "country " << rows.country << ", " << pays << " pays: " << agreeing << " of " << checked
                   << " yearly figures 0.." << kExactUpTo << " agree" << std::endl;
@@ -59,8 +61,8 @@ TEST_P(ChainSweep, EarningsThroughTheWholeChain) {
             if (got == cents(want))
                 ++agreeing;
             else
-                ADD_FAILURE() << "pays " << pays << " earnings " << c << " cents: " << got.toFixed4().toStdString()
-                              << " against " << want;
+                ADD_FAILURE() << "pays " << pays << " earnings " << c
+                              << " cents: " << got.toFixed4().toStdString() << " against " << want;
         }
         std::cout << "country " << rows.country << ", " << pays << " pays: " << agreeing << " of " << checked
                   << " earnings agree" << std::endl;
@@ -90,12 +92,13 @@ TEST_P(ChainSweep, FlatCodes) {
                 // within half a ten-thousandth below the next cent: the four-decimal step reaches it
                 ++carried;
             } else {
-                ADD_FAILURE() << "type " << f.taxType << " earnings " << c << " cents: " << got.toFixed4().toStdString()
-                              << " against " << want;
+                ADD_FAILURE() << "type " << f.taxType << " earnings " << c
+                              << " cents: " << got.toFixed4().toStdString() << " against " << want;
             }
         }
-        std::cout << "country " << rows.country << ", flat type " << f.taxType << ": " << agreeing << " of " << checked
-                  << " agree, " << carried << " a cent above by the four-decimal step" << std::endl;
+        std::cout << "country " << rows.country << ", flat type " << f.taxType << ": " << agreeing << " of "
+                  << checked << " agree, " << carried << " a cent above by the four-decimal step"
+                  << std::endl;
     }
 }
 
@@ -108,8 +111,8 @@ TEST(ChainSweepNewZealand, MeCreditRange) {
     const auto main = templateSteps(1);
     for (int pays : kPays) {
         for (qint64 annual = 24000; annual <= 47999; ++annual) {
-            const Currency credit = annual <= 44000 ? cents(52000)
-                                                    : Currency::fromDouble(520.0 - (annual - 44000) * 0.13);
+            const Currency credit =
+                annual <= 44000 ? cents(52000) : Currency::fromDouble(520.0 - (annual - 44000) * 0.13);
             const Currency got = evaluateRow(rows.credit, 64, stepsTax(main, Currency::fromLong(annual)),
                                              static_cast<float>(pays), credit);
             const qint64 want = (ird::yearlyTax(annual) - ird::meCredit(annual)) / 5200 * 52 / pays;

@@ -1,7 +1,7 @@
 // The country gate on rows written by the test: substitution, the cases without a formula, faults.
 #include "EquationTest.h"
-#include "payengine/CountryEquations.h"
 #include "frame/SettingGetters.h"
+#include "payengine/CountryEquations.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
 #include <QFile>
@@ -40,8 +40,9 @@ TEST_F(CountryEquation, NoRowForThisCountryIsNoRow) {
 
 TEST_F(CountryEquation, PaysPerYearZeroIsOne) {
     setEquation(1, 64, QStringLiteral("SALARY(x*p)"));
-    EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("SALARY(x*p)"), 64, cur("123.45"), 1.0f, Currency()),
-              QStringLiteral("SALARY(123.45*1)"));
+    EXPECT_EQ(
+        ql::CountryEquationExpression(QStringLiteral("SALARY(x*p)"), 64, cur("123.45"), 1.0f, Currency()),
+        QStringLiteral("SALARY(123.45*1)"));
     EXPECT_EQ(CountrySpecificEquation(cur("123.45"), 0, 1, Currency()), cur("123"));
     EXPECT_EQ(CountrySpecificEquation(cur("123.45"), 52, 1, Currency()), cur("6419"));
 }
@@ -54,7 +55,8 @@ TEST_F(CountryEquation, NegativePaysPerYearIsUsedAsItStands) {
 TEST_F(CountryEquation, RowWithoutAnyNameGivesAmountTimesPays) {
     setEquation(1, 64, QStringLiteral("x*p/2+1000"));
     EXPECT_EQ(CountrySpecificEquation(cur("100.005"), 52, 1, Currency()), cur("5200.26"));
-    EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("x*p/2"), 64, cur("1"), 52, Currency()), QString());
+    EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("x*p/2"), 64, cur("1"), 52, Currency()),
+              QString());
     EXPECT_TRUE(reported.empty());
 }
 
@@ -88,8 +90,9 @@ TEST_F(CountryEquation, NamesAreFoundInOrderAndRoundBeatsPaye) {
     EXPECT_EQ(CountrySpecificEquation(cur("2.345"), 52, 3, Currency()), cur("2.35"));
     EXPECT_TRUE(reported.empty());
     // SALARY comes first of all.
-    EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("PAYE(t)+SALARY(x*p)"), 64, cur("3"), 12, Currency()),
-              QStringLiteral("PAYE(t)+SALARY(3*12)"));
+    EXPECT_EQ(
+        ql::CountryEquationExpression(QStringLiteral("PAYE(t)+SALARY(x*p)"), 64, cur("3"), 12, Currency()),
+        QStringLiteral("PAYE(t)+SALARY(3*12)"));
 }
 
 TEST_F(CountryEquation, NamesAreFoundWithoutRegardToCaseButLettersWithRegardToCase) {
@@ -112,7 +115,8 @@ TEST_F(CountryEquation, EachNameFillsItsLetters) {
               QStringLiteral("METAXCODE((100.5-520)/52)"));
     EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("MLTAXCODE(t/p+x)"), 64, a, 26, x),
               QStringLiteral("MLTAXCODE(100.5/26+x)"));
-    EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("ROUND(x*p)"), 64, a, 26, x), QStringLiteral("ROUND(100.5*p)"));
+    EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("ROUND(x*p)"), 64, a, 26, x),
+              QStringLiteral("ROUND(100.5*p)"));
     // Single and Currency as plain text: no exponent, no trailing zeros.
     EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("SALARY(x*p)"), 64, cur("-0.0001"), 52.5f, x),
               QStringLiteral("SALARY(-0.0001*52.5)"));
@@ -193,8 +197,9 @@ TEST_F(CountryEquation, EditedRowCountsAtTheNextCall) {
 
 TEST_F(CountryEquation, CommaLocaleWritesTheAmountWithAComma) {
     qltest::LocaleGuard german(qltest::germanLocale());
-    EXPECT_EQ(ql::CountryEquationExpression(QStringLiteral("SALARY(x*p)"), 64, cur("1000.5"), 52.5f, Currency()),
-              QStringLiteral("SALARY(1000,5*52,5)"));
+    EXPECT_EQ(
+        ql::CountryEquationExpression(QStringLiteral("SALARY(x*p)"), 64, cur("1000.5"), 52.5f, Currency()),
+        QStringLiteral("SALARY(1000,5*52,5)"));
     setEquation(1, 64, QStringLiteral("SALARY(x*p)"));
     EXPECT_EQ(CountrySpecificEquation(cur("1000.5"), 52, 1, Currency()), cur("52026"));
     setEquation(3, 64, QStringLiteral("ROUND(x)"));

@@ -19,7 +19,8 @@ protected:
         EquationTest::SetUp();
         createTemplateModules();
         ql::setApp(&app);
-        app.WageDatabase = ql::openOrCreate(ql::DatabaseKind::Wage, wageDir.path() + QStringLiteral("/Wage32.db"));
+        app.WageDatabase =
+            ql::openOrCreate(ql::DatabaseKind::Wage, wageDir.path() + QStringLiteral("/Wage32.db"));
         app.EmployeeArray.append(ql::EmployeeRecord{});
         app.CurrentEmployee = 1;
     }
@@ -34,15 +35,17 @@ protected:
     // 3 both ways for a flat type, as the PAYE calculation chooses them.
     Currency paye(int taxType, const QString& code, const char* earnings, float pays) {
         app.EmployeeArray[1].TaxCode = code;
-        const QString query = QStringLiteral("SELECT upperlimit, taxrate, taxtypeID FROM TaxSteps WHERE taxtypeID = %1 "
-                                             "ORDER BY upperlimit")
-                                  .arg(taxType);
-        const bool flat = app.WageDatabase.scalar(QStringLiteral("SELECT Count(*) FROM TaxSteps WHERE taxtypeID = %1")
-                                                      .arg(taxType))
-                              .toInt() == 1;
+        const QString query =
+            QStringLiteral("SELECT upperlimit, taxrate, taxtypeID FROM TaxSteps WHERE taxtypeID = %1 "
+                           "ORDER BY upperlimit")
+                .arg(taxType);
+        const bool flat =
+            app.WageDatabase
+                .scalar(QStringLiteral("SELECT Count(*) FROM TaxSteps WHERE taxtypeID = %1").arg(taxType))
+                .toInt() == 1;
         qint32 closing = flat ? ql::TaxProcessRound : ql::TaxProcessPerPay;
-        const Currency annual =
-            CountrySpecificEquation(cur(earnings), pays, flat ? ql::TaxProcessRound : ql::TaxProcessAnnualise, Currency());
+        const Currency annual = CountrySpecificEquation(
+            cur(earnings), pays, flat ? ql::TaxProcessRound : ql::TaxProcessAnnualise, Currency());
         ql::TaxDetailRecord record;
         Currency result;
         ql::CalcTaxSteps(query, annual, pays, record, result, closing);

@@ -21,8 +21,12 @@ protected:
         EXPECT_TRUE(reported.empty()) << reported.front().description.toStdString();
         EquationTest::TearDown();
     }
-    static Currency yearly(const char* pay, float pays) { return CountrySpecificEquation(cur(pay), pays, 1, Currency()); }
-    static Currency perPay(const char* tax, float pays) { return CountrySpecificEquation(cur(tax), pays, 2, Currency()); }
+    static Currency yearly(const char* pay, float pays) {
+        return CountrySpecificEquation(cur(pay), pays, 1, Currency());
+    }
+    static Currency perPay(const char* tax, float pays) {
+        return CountrySpecificEquation(cur(tax), pays, 2, Currency());
+    }
     static Currency rounded(const char* amount, float pays = 0) {
         return CountrySpecificEquation(cur(amount), pays, 3, Currency());
     }
@@ -76,14 +80,18 @@ protected:
 
 } // namespace
 
-TEST_P(TemplateEquations, YearlyFigureAndBack) { yearlyFigureAndBack(); }
+TEST_P(TemplateEquations, YearlyFigureAndBack) {
+    yearlyFigureAndBack();
+}
 
 TEST_P(TemplateEquations, YearlyFigureAndBackInACommaLocale) {
     qltest::LocaleGuard german(qltest::germanLocale());
     yearlyFigureAndBack();
 }
 
-TEST_P(TemplateEquations, RoundingCutsToCents) { rounding(); }
+TEST_P(TemplateEquations, RoundingCutsToCents) {
+    rounding();
+}
 
 TEST_P(TemplateEquations, RoundingCutsToCentsInACommaLocale) {
     qltest::LocaleGuard german(qltest::germanLocale());
@@ -117,12 +125,12 @@ TEST_P(TemplateEquations, SecondaryCodesThroughTheSteps) {
         const char* earnings;
         const char* paye;
     } cases[] = {
-        {2, "400", "49"},      // SB 12.25%
-        {3, "400", "77"},      // S 19.25%
+        {2, "400", "49"},        // SB 12.25%
+        {3, "400", "77"},        // S 19.25%
         {4, "333.33", "105.83"}, // SH 31.75%: 105.832275
-        {5, "1000", "347.5"},  // ST 34.75%
-        {6, "123.45", "50.30"}, // SA 40.75%: 50.305875
-        {7, "99.99", "46.74"}, // ND 46.75%: 46.745325
+        {5, "1000", "347.5"},    // ST 34.75%
+        {6, "123.45", "50.30"},  // SA 40.75%: 50.305875
+        {7, "99.99", "46.74"},   // ND 46.75%: 46.745325
     };
     for (const Flat& f : cases) {
         const auto steps = templateSteps(f.taxType);
@@ -159,7 +167,8 @@ TEST_F(TemplateSpecialCodes, CreditComesOffTheYearlyTax) {
     // a negative credit is read too
     EXPECT_EQ(CountrySpecificEquation(cur("5200"), 52, 4, cur("-52")), cur("101"));
     // without a credit the row is the plain per-pay row
-    EXPECT_EQ(CountrySpecificEquation(tax, 52, 4, Currency()), CountrySpecificEquation(tax, 52, 2, Currency()));
+    EXPECT_EQ(CountrySpecificEquation(tax, 52, 4, Currency()),
+              CountrySpecificEquation(tax, 52, 2, Currency()));
     EXPECT_TRUE(reported.empty());
 }
 
