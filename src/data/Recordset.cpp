@@ -112,7 +112,7 @@ struct Recordset::Impl {
     }
     void load();
     void readAll(Statement& st, int firstField);
-    QString updatableSql(const QString& sql, const QString& baseTable) const;
+    QString updatableSql(const QString& sql, const QString& baseTable, const QString& name) const;
     void refreshRow(Row& row);
     QVariantList defaultsOfTable();
 };
@@ -162,7 +162,7 @@ void Recordset::Impl::readAll(Statement& st, int firstField) {
 
 // The query with the rowid of its base table in front, or empty when the rows cannot be traced back to
 // single rows of that table.
-QString Recordset::Impl::updatableSql(const QString& sql, const QString& baseTable) const {
+QString Recordset::Impl::updatableSql(const QString& sql, const QString& baseTable, const QString& name) const {
     static const QRegularExpression head(QStringLiteral(R"(^\s*SELECT\s+(DISTINCTROW\s+|ALL\s+)?)"),
                                          QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression aggregate(QStringLiteral(R"(\b(GROUP\s+BY|DISTINCT|UNION)\b)"),
@@ -170,7 +170,7 @@ QString Recordset::Impl::updatableSql(const QString& sql, const QString& baseTab
     const auto m = head.match(sql);
     if (!m.hasMatch() || aggregate.match(sql.mid(m.capturedEnd())).hasMatch())
         return QString();
-    return sql.left(m.capturedEnd()) + quoteName(baseTable) + QStringLiteral(".rowid AS ") + kRowidColumn
+    return sql.left(m.capturedEnd()) + name + QStringLiteral(".rowid AS ") + kRowidColumn
         + QStringLiteral(", ") + sql.mid(m.capturedEnd());
 }
 
@@ -210,16 +210,31 @@ void Recordset::Impl::load() {
             }
         }
         if (!baseTable.isEmpty()) {
-            const QString withRowid = updatableSql(sql, baseTable);
+            // The table by its name, else by the alias the query gives it.
+            QStringList names{quoteName(baseTable)};
+            static const QRegularExpression keyword(
+                QStringLiteral("^(WHERE|INNER|LEFT|RIGHT|CROSS|JOIN|ON|ORDER|GROUP|LIMIT|UNION|AS)$"),
+                QRegularExpression::CaseInsensitiveOption);
+            const QRegularExpression alias(QStringLiteral(R"(\b%1\]?\s+(?:AS\s+)?([A-Za-z_]\w*))")
+                                               .arg(QRegularExpression::escape(baseTable)),
+                                           QRegularExpression::CaseInsensitiveOption);
+            for (auto it = alias.globalMatch(sql); it.hasNext();) {
+                const QString a = it.next().captured(1);
+                if (!keyword.match(a).hasMatch())
+                    names << a;
+            }
             bool done = false;
-            if (!withRowid.isEmpty()) {
+            for (const QString& name : names) {
+                const QString withRowid = updatableSql(sql, baseTable, name);
+                if (withRowid.isEmpty() || done)
+                    continue;
                 try {
                     Statement st(handle, withRowid, kSource);
                     readAll(st, 1);
                     table = baseTable;
                     done = true;
                 } catch (const VbError&) {
-                    // The table is reached under another name: the rows stay read-only.
+                    // Not the name the query reaches the table by; without one the rows stay read-only.
                 }
             }
             if (!done) {

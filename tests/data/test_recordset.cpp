@@ -206,6 +206,16 @@ TEST_F(RecordsetTest, AddNewOnAQueryWithAJoinWritesTheFirstTable) {
     rs->CancelUpdate();
 }
 
+TEST_F(RecordsetTest, ADynasetReachesItsTableThroughAnAlias) {
+    auto rs = db.openRecordset("SELECT w.WageID, w.PAYE FROM Wages AS w WHERE w.EmployeeID = 2");
+    rs->Edit();
+    rs->setValue("PAYE", 197.73);
+    rs->Update();
+    EXPECT_DOUBLE_EQ(db.scalar("SELECT PAYE FROM Wages WHERE WageID = 3").toDouble(), 197.73);
+    auto grouped = db.openRecordset("SELECT EmployeeID, Sum(Gross) AS G FROM Wages GROUP BY EmployeeID");
+    EXPECT_EQ(errorNumber([&] { grouped->Edit(); }), 3027) << "a grouped query is read-only";
+}
+
 TEST_F(RecordsetTest, EditDeleteAndCancel) {
     auto rs = db.openRecordset("SELECT * FROM Wages ORDER BY WageID");
     rs->Edit();
@@ -387,6 +397,22 @@ TEST_F(RecordsetTest, TransactionsCommitAndRollBack) {
     db.commitTrans();
     EXPECT_EQ(db.scalar("SELECT count(*) FROM Wages").toInt(), 2);
     EXPECT_EQ(errorNumber([&] { db.commitTrans(); }), 3034);
+}
+
+TEST_F(RecordsetTest, ConversionOnStoreFollowsTheLocale) {
+    qltest::LocaleGuard german(qltest::germanLocale());
+    auto rs = db.openRecordset("Wages");
+    rs->Edit();
+    rs->setValue("Gross", "1.234,56");
+    rs->setValue("Hours", "37,5");
+    rs->setValue("Date", "05.06.2026");
+    rs->Update();
+    EXPECT_DOUBLE_EQ(db.scalar("SELECT Gross FROM Wages WHERE WageID = 1").toDouble(), 1234.56);
+    EXPECT_DOUBLE_EQ(db.scalar("SELECT Hours FROM Wages WHERE WageID = 1").toDouble(), 37.5);
+    EXPECT_EQ(db.scalar("SELECT [Date] FROM Wages WHERE WageID = 1").toString(), "2026-06-05");
+    EXPECT_EQ(db.scalar("SELECT vbstr(1.5)").toString(), "1,5") << "the locale's decimal mark, as the runtime prints";
+    EXPECT_EQ(db.scalar("SELECT [Date] FROM Wages WHERE [Date] = #06/05/2026#").toString(), "2026-06-05")
+        << "the literal stays month first";
 }
 
 TEST_F(RecordsetTest, ConnectionSettings) {
