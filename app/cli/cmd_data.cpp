@@ -28,10 +28,10 @@ void initSettings(QTextStream& out) {
         throw cli::CliFailure(QStringLiteral("The folder %1 cannot be created.").arg(ql::CommonFolder()));
     const QString dataRoot = ql::DocumentsFolder() + QStringLiteral("/data");
     ql::WriteIni(QStringLiteral("FERNHOLD"), QStringLiteral("DataRoot"), dataRoot, file);
-    ql::WriteIni(QStringLiteral("FERNHOLD"), QStringLiteral("WageFileName"), dataRoot + QStringLiteral("/Wage32.db"),
-                 file);
-    ql::WriteIni(QStringLiteral("FERNHOLD"), QStringLiteral("DataFileName"), dataRoot + QStringLiteral("/Farm32.db"),
-                 file);
+    ql::WriteIni(QStringLiteral("FERNHOLD"), QStringLiteral("WageFileName"),
+                 dataRoot + QStringLiteral("/Wage32.db"), file);
+    ql::WriteIni(QStringLiteral("FERNHOLD"), QStringLiteral("DataFileName"),
+                 dataRoot + QStringLiteral("/Farm32.db"), file);
     ql::WriteIni(QStringLiteral("FERNHOLD"), QStringLiteral("ModuleFileName"),
                  ql::CommonFolder() + QStringLiteral("/Modules.db"), file);
     ql::WriteIni(QStringLiteral("START"), QStringLiteral("Firm"), QStringLiteral("Fernhold"), file);

@@ -11,8 +11,8 @@ namespace {
 // The report form of the tax-settings procedures: a message box rather than the error dialog.
 void showSettingsError(const VbError& e, const QString& place) {
     const QString number = QString::number(e.number());
-    ShowMessage(QStringLiteral("Description - ") + e.description() + u'(' + number + QStringLiteral(") was generated in ")
-                    + place,
+    ShowMessage(QStringLiteral("Description - ") + e.description() + u'(' + number +
+                    QStringLiteral(") was generated in ") + place,
                 msg::OKOnly, Firm() + QStringLiteral(" Error"), QStringLiteral("An Error has Occurred"),
                 QStringLiteral("Error ") + number, msg::Information, false);
 }
@@ -33,8 +33,7 @@ void FillDaoVBCombo(const QString& sql, ComboModel& combo, Database& database, q
         combo.clear();
         if (addNone) {
             const int i = combo.addItem(none);
-            if (useItemData)
-                combo.setItemData(i, 0);
+            if (useItemData) combo.setItemData(i, 0);
         }
         int marked = -1;
         while (!rs->EOF_()) {
@@ -42,8 +41,7 @@ void FillDaoVBCombo(const QString& sql, ComboModel& combo, Database& database, q
             if (!IsNull(text)) {
                 const int i = combo.addItem(CStr(text));
                 const QVariant id = rs->value(0);
-                if (useItemData)
-                    combo.setItemData(i, CLng(id));
+                if (useItemData) combo.setItemData(i, CLng(id));
                 if (selected != 0 && idEquals(id, selected))
                     marked = i;
                 else if (selected == 0 && matchText && idEquals(id, 0))
@@ -51,8 +49,7 @@ void FillDaoVBCombo(const QString& sql, ComboModel& combo, Database& database, q
             }
             rs->MoveNext();
         }
-        if (!keepSelection && combo.count() > 0 && marked >= 0)
-            combo.setSelectedIndex(marked);
+        if (!keepSelection && combo.count() > 0 && marked >= 0) combo.setSelectedIndex(marked);
         rs->Close();
     } catch (const VbError& e) {
         showSettingsError(e, QStringLiteral("CommonCode.DAOVBCombo FillDaoVBCombo"));

@@ -11,7 +11,9 @@ const QString kSource = QStringLiteral("DAO.Database");
 }
 
 Database::Database() = default;
-Database::~Database() { close(); }
+Database::~Database() {
+    close();
+}
 Database::Database(Database&& o) noexcept
     : m_conn(std::move(o.m_conn)), m_path(std::move(o.m_path)), m_transDepth(o.m_transDepth) {
     o.m_transDepth = 0;
@@ -63,11 +65,9 @@ void Database::open(const QString& path) {
 }
 
 void Database::close() {
-    if (!m_conn)
-        return;
+    if (!m_conn) return;
     if (m_conn->db) {
-        if (m_transDepth > 0)
-            sqlite3_exec(m_conn->db, "ROLLBACK", nullptr, nullptr, nullptr);
+        if (m_transDepth > 0) sqlite3_exec(m_conn->db, "ROLLBACK", nullptr, nullptr, nullptr);
         sqlite3_close_v2(m_conn->db);
         m_conn->db = nullptr;
     }
@@ -75,13 +75,20 @@ void Database::close() {
     m_transDepth = 0;
 }
 
-bool Database::isOpen() const { return m_conn && m_conn->db; }
-QString Database::path() const { return m_path; }
-sqlite3* Database::handle() const { return m_conn ? m_conn->db : nullptr; }
+bool Database::isOpen() const {
+    return m_conn && m_conn->db;
+}
+QString Database::path() const {
+    return m_path;
+}
+sqlite3* Database::handle() const {
+    return m_conn ? m_conn->db : nullptr;
+}
 
 QStringList Database::tableNames() const {
-    Statement st(handle(), QStringLiteral("SELECT name FROM sqlite_master WHERE type='table' AND name NOT "
-                                          "LIKE 'sqlite_%' ORDER BY name"),
+    Statement st(handle(),
+                 QStringLiteral("SELECT name FROM sqlite_master WHERE type='table' AND name NOT "
+                                "LIKE 'sqlite_%' ORDER BY name"),
                  kSource);
     QStringList names;
     while (st.step())
@@ -91,18 +98,20 @@ QStringList Database::tableNames() const {
 
 bool Database::hasTable(const QString& table) const {
     for (const QString& name : tableNames())
-        if (name.compare(table, Qt::CaseInsensitive) == 0)
-            return true;
+        if (name.compare(table, Qt::CaseInsensitive) == 0) return true;
     return false;
 }
 
 void Database::createTextTable(const QString& table, const QString& textColumn, int size) {
-    if (hasTable(table))
-        raiseError(3010, kSource, QStringLiteral("Table '%1' already exists.").arg(table));
-    execute(QStringLiteral("CREATE TABLE %1 (%2 TEXT(%3))").arg(quoteName(table), quoteName(textColumn)).arg(size));
+    if (hasTable(table)) raiseError(3010, kSource, QStringLiteral("Table '%1' already exists.").arg(table));
+    execute(QStringLiteral("CREATE TABLE %1 (%2 TEXT(%3))")
+                .arg(quoteName(table), quoteName(textColumn))
+                .arg(size));
 }
 
-int Database::execute(const QString& sql) { return execute(sql, {}); }
+int Database::execute(const QString& sql) {
+    return execute(sql, {});
+}
 
 int Database::execute(const QString& sql, const QVariantList& params) {
     Statement st(handle(), sql, kSource);
@@ -110,8 +119,7 @@ int Database::execute(const QString& sql, const QVariantList& params) {
     while (st.step()) {
     }
     int changed = sqlite3_changes(handle());
-    if (!st.tail().isEmpty())
-        changed += execute(st.tail(), {}); // the statements behind the first
+    if (!st.tail().isEmpty()) changed += execute(st.tail(), {}); // the statements behind the first
     return changed;
 }
 
@@ -120,8 +128,7 @@ void Database::executeScript(const QString& sql) {
     char* message = nullptr;
     const int rc = sqlite3_exec(handle(), utf8.constData(), nullptr, nullptr, &message);
     sqlite3_free(message);
-    if (rc != SQLITE_OK)
-        raiseSqliteError(handle(), rc, sql, kSource);
+    if (rc != SQLITE_OK) raiseSqliteError(handle(), rc, sql, kSource);
 }
 
 std::unique_ptr<Recordset> Database::openRecordset(const QString& tableOrSql, RecordsetType type) {
@@ -135,7 +142,9 @@ QVariant Database::scalar(const QString& sql) {
     return st.step() ? st.column(0) : QVariant();
 }
 
-qint64 Database::lastInsertRowId() const { return sqlite3_last_insert_rowid(handle()); }
+qint64 Database::lastInsertRowId() const {
+    return sqlite3_last_insert_rowid(handle());
+}
 
 void Database::beginTrans() {
     if (m_transDepth == 0)
@@ -147,8 +156,9 @@ void Database::beginTrans() {
 
 void Database::commitTrans() {
     if (m_transDepth == 0)
-        raiseError(3034, kSource, QStringLiteral("You tried to commit or rollback a transaction without first "
-                                                 "beginning a transaction."));
+        raiseError(3034, kSource,
+                   QStringLiteral("You tried to commit or rollback a transaction without first "
+                                  "beginning a transaction."));
     --m_transDepth;
     if (m_transDepth == 0)
         executeScript(QStringLiteral("COMMIT"));
@@ -158,8 +168,9 @@ void Database::commitTrans() {
 
 void Database::rollback() {
     if (m_transDepth == 0)
-        raiseError(3034, kSource, QStringLiteral("You tried to commit or rollback a transaction without first "
-                                                 "beginning a transaction."));
+        raiseError(3034, kSource,
+                   QStringLiteral("You tried to commit or rollback a transaction without first "
+                                  "beginning a transaction."));
     --m_transDepth;
     if (m_transDepth == 0)
         executeScript(QStringLiteral("ROLLBACK"));
@@ -167,7 +178,9 @@ void Database::rollback() {
         executeScript(QStringLiteral("ROLLBACK TO ql_%1; RELEASE ql_%1").arg(m_transDepth));
 }
 
-bool Database::inTransaction() const { return m_transDepth > 0; }
+bool Database::inTransaction() const {
+    return m_transDepth > 0;
+}
 
 int Database::userVersion() const {
     Statement st(handle(), QStringLiteral("PRAGMA user_version"), kSource);

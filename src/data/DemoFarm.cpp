@@ -48,23 +48,33 @@ void addAddresses(Database& farm) {
 }
 
 void addEmployerDetails(Database& farm) {
-    farm.execute(QStringLiteral("UPDATE [Farm Details] SET [Farm Name] = ?, [Financial Year] = ?, Address1 = ?, "
-                                "Address2 = ?, Address3 = ?, [GST Reg Number] = ?, [Current Season] = ?"),
-                 {QStringLiteral("Tussock Hollow Demo Dairy"), QStringLiteral("2026-06-01"),
-                  QStringLiteral("100 Imaginary Road"), QStringLiteral("RD 9"), QStringLiteral("Demoville 9999"),
-                  QStringLiteral("123-456-789"), QStringLiteral("2026/27")});
+    farm.execute(
+        QStringLiteral("UPDATE [Farm Details] SET [Farm Name] = ?, [Financial Year] = ?, Address1 = ?, "
+                       "Address2 = ?, Address3 = ?, [GST Reg Number] = ?, [Current Season] = ?"),
+        {QStringLiteral("Tussock Hollow Demo Dairy"), QStringLiteral("2026-06-01"),
+         QStringLiteral("100 Imaginary Road"), QStringLiteral("RD 9"), QStringLiteral("Demoville 9999"),
+         QStringLiteral("123-456-789"), QStringLiteral("2026/27")});
     farm.execute(QStringLiteral("UPDATE Partners SET PartnerName = ? WHERE PartnerID = 1"),
                  {QStringLiteral("Tussock Hollow Demo Dairy")});
 }
 
 void addEmployees(Database& wage) {
-    const QStringList columns{
-        QStringLiteral("EmployeeID"),        QStringLiteral("AddressID"),      QStringLiteral("Birthdate"),
-        QStringLiteral("EmployeeTypeID"),    QStringLiteral("DateHired"),      QStringLiteral("DateFinished"),
-        QStringLiteral("PayRate"),           QStringLiteral("YearlyTotal"),    QStringLiteral("PayIntervalID"),
-        QStringLiteral("TaxTypeID"),         QStringLiteral("IRDNumber"),      QStringLiteral("TaxCode"),
-        QStringLiteral("KiwiSaverEnrolled"), QStringLiteral("KiwiSaverStartDate"), QStringLiteral("BankID"),
-        QStringLiteral("EnterpriseID")};
+    const QStringList columns{QStringLiteral("EmployeeID"),
+                              QStringLiteral("AddressID"),
+                              QStringLiteral("Birthdate"),
+                              QStringLiteral("EmployeeTypeID"),
+                              QStringLiteral("DateHired"),
+                              QStringLiteral("DateFinished"),
+                              QStringLiteral("PayRate"),
+                              QStringLiteral("YearlyTotal"),
+                              QStringLiteral("PayIntervalID"),
+                              QStringLiteral("TaxTypeID"),
+                              QStringLiteral("IRDNumber"),
+                              QStringLiteral("TaxCode"),
+                              QStringLiteral("KiwiSaverEnrolled"),
+                              QStringLiteral("KiwiSaverStartDate"),
+                              QStringLiteral("BankID"),
+                              QStringLiteral("EnterpriseID")};
     const QVariant none;
     insertRows(wage, QStringLiteral("Employees"), columns,
                {
@@ -76,20 +86,20 @@ void addEmployees(Database& wage) {
                    {2, 3, "1984-11-02", FarmManager, "2021-06-01", kZeroDate, 0, 85000, Monthly, MainType,
                     "111-111-112", "M SL", 1, "2021-06-01", 1, 1},
                    // Fortnightly relief milker on a secondary code.
-                   {3, 4, "1990-07-21", ReliefMilker, "2024-09-15", kZeroDate, 28.00, 0, Fortnightly, SecondaryS,
-                    "111-111-113", "S", 0, none, 1, 1},
+                   {3, 4, "1990-07-21", ReliefMilker, "2024-09-15", kZeroDate, 28.00, 0, Fortnightly,
+                    SecondaryS, "111-111-113", "S", 0, none, 1, 1},
                    // Weekly tractor driver on ME, within the credit's range (35 hours at 24.00).
                    {4, 5, "2001-01-30", TractorDriver, "2025-10-06", kZeroDate, 24.00, 0, Weekly, MainType,
                     "111-111-114", "ME", 0, none, 1, 1},
                    // Four-weekly part-timer with a fixed board deduction and a union fee.
-                   {5, 6, "1978-05-09", PartTimeWorker, "2022-02-14", kZeroDate, 26.00, 0, FourWeekly, MainType,
-                    "111-111-115", "M", 0, none, 1, 1},
+                   {5, 6, "1978-05-09", PartTimeWorker, "2022-02-14", kZeroDate, 26.00, 0, FourWeekly,
+                    MainType, "111-111-115", "M", 0, none, 1, 1},
                    // Finished: off the roster.
                    {6, 7, "1988-12-24", FarmHand, "2020-01-06", "2025-12-19", 24.00, 0, Weekly, MainType,
                     "111-111-116", "M", 0, none, 1, 1},
                    // Not hired yet: off the roster.
-                   {7, 8, "2005-04-01", FarmHand, none, kZeroDate, 23.95, 0, Weekly, MainType, "111-111-117", "M",
-                    0, none, 1, 1},
+                   {7, 8, "2005-04-01", FarmHand, none, kZeroDate, 23.95, 0, Weekly, MainType, "111-111-117",
+                    "M", 0, none, 1, 1},
                });
     insertRows(wage, QStringLiteral("EmployeeDeductions"),
                {QStringLiteral("EmployeeID"), QStringLiteral("DeductID"), QStringLiteral("FixedAmount"),
@@ -113,8 +123,8 @@ void addEmployees(Database& wage) {
 } // namespace
 
 bool readyForDemo(Database& wage, Database& farm) {
-    return wage.scalar(QStringLiteral("SELECT count(*) FROM Employees")).toInt() == 0
-        && farm.scalar(QStringLiteral("SELECT count(*) FROM Addresses")).toInt() == 0;
+    return wage.scalar(QStringLiteral("SELECT count(*) FROM Employees")).toInt() == 0 &&
+           farm.scalar(QStringLiteral("SELECT count(*) FROM Addresses")).toInt() == 0;
 }
 
 void addDemoFarm(Database& wage, Database& farm) {
@@ -127,10 +137,8 @@ void addDemoFarm(Database& wage, Database& farm) {
         wage.commitTrans();
         farm.commitTrans();
     } catch (...) {
-        if (wage.inTransaction())
-            wage.rollback();
-        if (farm.inTransaction())
-            farm.rollback();
+        if (wage.inTransaction()) wage.rollback();
+        if (farm.inTransaction()) farm.rollback();
         throw;
     }
 }

@@ -19,14 +19,15 @@ QVariant farmDetail(const QString& column, bool raiseWithoutRow) {
     farm.open(DataFileName());
     auto rs = farm.openRecordset(kFarmDetails, RecordsetType::Snapshot);
     QVariant value;
-    if (!rs->EOF_() || raiseWithoutRow)
-        value = rs->value(column);
+    if (!rs->EOF_() || raiseWithoutRow) value = rs->value(column);
     rs->Close();
     farm.close();
     return value;
 }
 
-QString text(const QVariant& v) { return IsNull(v) ? QString() : CStr(v); }
+QString text(const QVariant& v) {
+    return IsNull(v) ? QString() : CStr(v);
+}
 
 // The frame's settings read the start of the financial year through this.
 const bool installed = [] {
@@ -56,8 +57,7 @@ void GetEmployerAddress(QString& address1, QString& address2, QString& address3)
             const char* columns[] = {"Address1", "Address2", "Address3"};
             for (int i = 0; i < 3; ++i) {
                 const QVariant v = rs->value(QLatin1String(columns[i]));
-                if (!IsNull(v))
-                    *outs[i] = CStr(v);
+                if (!IsNull(v)) *outs[i] = CStr(v);
             }
         }
         rs->Close();
@@ -68,8 +68,7 @@ QString GetIRDNumber() {
     QString result = QStringLiteral("Unknown");
     trap(QStringLiteral("GetIRDNumber"), [&] {
         const QVariant v = farmDetail(QStringLiteral("GST Reg Number"), false);
-        if (!IsNull(v))
-            result = CStr(v);
+        if (!IsNull(v)) result = CStr(v);
     });
     return result;
 }
@@ -83,16 +82,16 @@ QList<CustomizedHeading> ReadCustomizedHeadings(qint32 reportID) {
         present = present || name == QLatin1String("ReportHeadings");
     if (present) {
         auto rs = modules.openRecordset(
-            QStringLiteral("SELECT ReportHeadings.HeadingName, ReportHeadings.Heading From ReportHeadings WHERE "
-                           "(((ReportHeadings.ReportID)=%1));")
+            QStringLiteral(
+                "SELECT ReportHeadings.HeadingName, ReportHeadings.Heading From ReportHeadings WHERE "
+                "(((ReportHeadings.ReportID)=%1));")
                 .arg(reportID),
             RecordsetType::Snapshot);
         while (!rs->EOF_()) {
             const QVariant heading = rs->value(QStringLiteral("Heading"));
             if (!IsNull(heading)) {
                 QString h = CStr(heading);
-                if (h.contains(u'|'))
-                    h = TranslateText(h, QStringList());
+                if (h.contains(u'|')) h = TranslateText(h, QStringList());
                 headings.append(CustomizedHeading{text(rs->value(QStringLiteral("HeadingName"))), h});
             }
             rs->MoveNext();

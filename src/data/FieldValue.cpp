@@ -10,38 +10,28 @@ namespace ql {
 std::optional<FieldType> fieldTypeFromDeclared(const QString& declared) {
     QString t = declared.trimmed().toUpper();
     const auto paren = t.indexOf(u'(');
-    if (paren >= 0)
-        t = t.left(paren).trimmed();
-    if (t.isEmpty())
-        return std::nullopt;
-    if (t == QLatin1String("CURRENCY") || t == QLatin1String("MONEY"))
-        return FieldType::Currency;
-    if (t == QLatin1String("SINGLE") || t == QLatin1String("FLOAT4"))
-        return FieldType::Single;
-    if (t == QLatin1String("DOUBLE") || t == QLatin1String("REAL") || t == QLatin1String("FLOAT")
-        || t == QLatin1String("NUMERIC") || t == QLatin1String("DECIMAL"))
+    if (paren >= 0) t = t.left(paren).trimmed();
+    if (t.isEmpty()) return std::nullopt;
+    if (t == QLatin1String("CURRENCY") || t == QLatin1String("MONEY")) return FieldType::Currency;
+    if (t == QLatin1String("SINGLE") || t == QLatin1String("FLOAT4")) return FieldType::Single;
+    if (t == QLatin1String("DOUBLE") || t == QLatin1String("REAL") || t == QLatin1String("FLOAT") ||
+        t == QLatin1String("NUMERIC") || t == QLatin1String("DECIMAL"))
         return FieldType::Double;
-    if (t == QLatin1String("LONG") || t == QLatin1String("INTEGER") || t == QLatin1String("INT")
-        || t == QLatin1String("COUNTER") || t == QLatin1String("BIGINT"))
+    if (t == QLatin1String("LONG") || t == QLatin1String("INTEGER") || t == QLatin1String("INT") ||
+        t == QLatin1String("COUNTER") || t == QLatin1String("BIGINT"))
         return FieldType::Long;
-    if (t == QLatin1String("SMALLINT") || t == QLatin1String("SHORT"))
-        return FieldType::Integer;
-    if (t == QLatin1String("BYTE") || t == QLatin1String("TINYINT"))
-        return FieldType::Byte;
-    if (t == QLatin1String("DATETIME") || t == QLatin1String("DATE"))
-        return FieldType::Date;
+    if (t == QLatin1String("SMALLINT") || t == QLatin1String("SHORT")) return FieldType::Integer;
+    if (t == QLatin1String("BYTE") || t == QLatin1String("TINYINT")) return FieldType::Byte;
+    if (t == QLatin1String("DATETIME") || t == QLatin1String("DATE")) return FieldType::Date;
     if (t == QLatin1String("YESNO") || t == QLatin1String("BIT") || t == QLatin1String("BOOLEAN"))
         return FieldType::Boolean;
-    if (t == QLatin1String("MEMO") || t == QLatin1String("LONGTEXT"))
-        return FieldType::Memo;
-    if (t == QLatin1String("TEXT") || t.contains(QLatin1String("CHAR")))
-        return FieldType::Text;
+    if (t == QLatin1String("MEMO") || t == QLatin1String("LONGTEXT")) return FieldType::Memo;
+    if (t == QLatin1String("TEXT") || t.contains(QLatin1String("CHAR"))) return FieldType::Text;
     return std::nullopt;
 }
 
 QString isoDateText(const QDateTime& dt) {
-    if (dt.time() == QTime(0, 0))
-        return dt.date().toString(Qt::ISODate);
+    if (dt.time() == QTime(0, 0)) return dt.date().toString(Qt::ISODate);
     return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
@@ -64,20 +54,16 @@ QVariant dateFromStored(const QVariant& stored) {
         const double serial = stored.toDouble();
         const QDate date = SerialToDate(std::floor(serial));
         const double frac = serial - std::floor(serial);
-        if (frac == 0.0)
-            return date;
+        if (frac == 0.0) return date;
         return QDateTime(date, QTime(0, 0).addMSecs(qint64(std::llround(frac * 86400000.0))));
     }
     const QString s = stored.toString().trimmed();
     const QDate d = QDate::fromString(s.left(10), Qt::ISODate);
     if (d.isValid()) {
-        if (s.size() <= 10)
-            return d;
+        if (s.size() <= 10) return d;
         QTime t = QTime::fromString(s.mid(11, 8), QStringLiteral("HH:mm:ss"));
-        if (!t.isValid())
-            t = QTime::fromString(s.mid(11, 5), QStringLiteral("HH:mm"));
-        if (!t.isValid() || t == QTime(0, 0))
-            return d;
+        if (!t.isValid()) t = QTime::fromString(s.mid(11, 5), QStringLiteral("HH:mm"));
+        if (!t.isValid() || t == QTime(0, 0)) return d;
         return QDateTime(d, t);
     }
     return stored.toString();
@@ -92,15 +78,12 @@ QVariant storedDate(const QVariant& value) {
     case QMetaType::QString: {
         const QString s = value.toString().trimmed();
         const QVariant iso = dateFromStored(s);
-        if (iso.typeId() == QMetaType::QDate)
-            return iso.toDate().toString(Qt::ISODate);
-        if (iso.typeId() == QMetaType::QDateTime)
-            return isoDateText(iso.toDateTime());
+        if (iso.typeId() == QMetaType::QDate) return iso.toDate().toString(Qt::ISODate);
+        if (iso.typeId() == QMetaType::QDateTime) return isoDateText(iso.toDateTime());
         return isoDateText(CDateTime(value));
     }
     default:
-        if (value.typeId() == qMetaTypeId<Currency>())
-            return storedDate(value.value<Currency>().toDouble());
+        if (value.typeId() == qMetaTypeId<Currency>()) return storedDate(value.value<Currency>().toDouble());
         if (isNumber(value)) {
             const QVariant d = dateFromStored(value);
             return d.typeId() == QMetaType::QDate ? d.toDate().toString(Qt::ISODate)
@@ -113,8 +96,7 @@ QVariant storedDate(const QVariant& value) {
 } // namespace
 
 QVariant typedValue(FieldType type, const QVariant& stored) {
-    if (!stored.isValid() || stored.isNull())
-        return QVariant();
+    if (!stored.isValid() || stored.isNull()) return QVariant();
     const bool numeric = isNumber(stored);
     try {
         switch (type) {
@@ -126,10 +108,10 @@ QVariant typedValue(FieldType type, const QVariant& stored) {
             return numeric ? QVariant(stored.toDouble()) : QVariant(CDbl(stored));
         case FieldType::Long:
             return stored.typeId() == QMetaType::LongLong ? QVariant(qint32(stored.toLongLong()))
-                                                           : QVariant(CLng(stored));
+                                                          : QVariant(CLng(stored));
         case FieldType::Integer:
             return stored.typeId() == QMetaType::LongLong ? QVariant(qint16(stored.toLongLong()))
-                                                           : QVariant(CInt(stored));
+                                                          : QVariant(CInt(stored));
         case FieldType::Byte:
             return QVariant(static_cast<uchar>(stored.toLongLong()));
         case FieldType::Boolean:
@@ -147,13 +129,11 @@ QVariant typedValue(FieldType type, const QVariant& stored) {
 }
 
 QVariant storedValue(FieldType type, const QVariant& value) {
-    if (!value.isValid() || value.isNull())
-        return QVariant();
+    if (!value.isValid() || value.isNull()) return QVariant();
     try {
         switch (type) {
         case FieldType::Currency:
-            if (value.typeId() == qMetaTypeId<Currency>())
-                return value.value<Currency>().toDouble();
+            if (value.typeId() == qMetaTypeId<Currency>()) return value.value<Currency>().toDouble();
             return CCur(value).toDouble();
         case FieldType::Single:
             return static_cast<double>(CSng(value));
@@ -165,8 +145,7 @@ QVariant storedValue(FieldType type, const QVariant& value) {
             return qint64(CInt(value));
         case FieldType::Byte: {
             const qint32 b = CLng(value);
-            if (b < 0 || b > 255)
-                raiseError(err::Overflow);
+            if (b < 0 || b > 255) raiseError(err::Overflow);
             return qint64(b);
         }
         case FieldType::Boolean:
@@ -175,17 +154,15 @@ QVariant storedValue(FieldType type, const QVariant& value) {
             return storedDate(value);
         case FieldType::Text:
         case FieldType::Memo:
-            if (value.typeId() == QMetaType::QString)
-                return value;
+            if (value.typeId() == QMetaType::QString) return value;
             return CStr(value);
         }
     } catch (const VbError& e) {
-        if (e.number() == err::Overflow)
-            throw;
+        if (e.number() == err::Overflow) throw;
         raiseError(3421, QStringLiteral("DAO.Field"),
                    QStringLiteral("Data type conversion error: '%1' is no %2 value.")
-                       .arg(value.toString(), type == FieldType::Date ? QStringLiteral("date")
-                                                                       : QStringLiteral("numeric")));
+                       .arg(value.toString(),
+                            type == FieldType::Date ? QStringLiteral("date") : QStringLiteral("numeric")));
     }
     return value;
 }

@@ -20,13 +20,11 @@ void GridArray::resize(int rows, int columns) {
     m_cells = std::move(cells);
     m_rows = rows;
     m_columns = columns;
-    if (m_columnInfo.size() < columns)
-        m_columnInfo.resize(columns);
+    if (m_columnInfo.size() < columns) m_columnInfo.resize(columns);
 }
 
 void GridArray::check(int row, int column) const {
-    if (row < 0 || row >= m_rows || column < 0 || column >= m_columns)
-        raiseError(err::SubscriptOutOfRange);
+    if (row < 0 || row >= m_rows || column < 0 || column >= m_columns) raiseError(err::SubscriptOutOfRange);
 }
 
 QVariant GridArray::value(int row, int column) const {
@@ -40,23 +38,20 @@ void GridArray::setValue(int row, int column, const QVariant& v) {
 }
 
 void GridArray::insertRow(int row) {
-    if (row < 0 || row > m_rows)
-        raiseError(err::SubscriptOutOfRange);
+    if (row < 0 || row > m_rows) raiseError(err::SubscriptOutOfRange);
     for (int c = 0; c < m_columns; ++c)
         m_cells.insert(qsizetype(row) * m_columns, QVariant());
     ++m_rows;
 }
 
 void GridArray::deleteRow(int row) {
-    if (row < 0 || row >= m_rows)
-        raiseError(err::SubscriptOutOfRange);
+    if (row < 0 || row >= m_rows) raiseError(err::SubscriptOutOfRange);
     m_cells.remove(qsizetype(row) * m_columns, m_columns);
     --m_rows;
 }
 
 void GridArray::setHeadings(const QStringList& captions) {
-    if (m_columnInfo.size() < captions.size())
-        m_columnInfo.resize(captions.size());
+    if (m_columnInfo.size() < captions.size()) m_columnInfo.resize(captions.size());
     for (int i = 0; i < captions.size(); ++i)
         m_columnInfo[i].caption = captions[i];
 }
@@ -69,25 +64,20 @@ QStringList GridArray::headings() const {
 }
 
 GridColumn& GridArray::column(int index) {
-    if (index < 0)
-        raiseError(err::SubscriptOutOfRange);
-    if (m_columnInfo.size() <= index)
-        m_columnInfo.resize(index + 1);
+    if (index < 0) raiseError(err::SubscriptOutOfRange);
+    if (m_columnInfo.size() <= index) m_columnInfo.resize(index + 1);
     return m_columnInfo[index];
 }
 
 const GridColumn& GridArray::column(int index) const {
-    if (index < 0)
-        raiseError(err::SubscriptOutOfRange);
-    if (m_columnInfo.size() <= index)
-        m_columnInfo.resize(index + 1);
+    if (index < 0) raiseError(err::SubscriptOutOfRange);
+    if (m_columnInfo.size() <= index) m_columnInfo.resize(index + 1);
     return m_columnInfo[index];
 }
 
 int GridArray::columnByCaption(const QString& caption) const {
     for (int i = 0; i < m_columnInfo.size(); ++i)
-        if (m_columnInfo[i].caption.compare(caption, Qt::CaseInsensitive) == 0)
-            return i;
+        if (m_columnInfo[i].caption.compare(caption, Qt::CaseInsensitive) == 0) return i;
     return -1;
 }
 

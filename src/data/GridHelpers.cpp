@@ -12,8 +12,7 @@ namespace {
 
 // A cell as the grid shows it, by the type of the query's column.
 QVariant gridCell(const QVariant& v, FieldType type, bool& rightAligned) {
-    if (IsNull(v))
-        return v;
+    if (IsNull(v)) return v;
     switch (type) {
     case FieldType::Currency:
         rightAligned = true;
@@ -33,10 +32,8 @@ QVariant gridCell(const QVariant& v, FieldType type, bool& rightAligned) {
 }
 
 bool cellEquals(const QVariant& cell, const QVariant& key) {
-    if (IsNull(cell) || IsNull(key))
-        return false;
-    if (IsNumeric(cell) && IsNumeric(key))
-        return CDbl(cell) == CDbl(key);
+    if (IsNull(cell) || IsNull(key)) return false;
+    if (IsNumeric(cell) && IsNumeric(key)) return CDbl(cell) == CDbl(key);
     return CStr(cell) == CStr(key);
 }
 
@@ -59,8 +56,7 @@ void fillgridarray(Database& database, const QString& sql, GridArray& array, boo
             for (int c = 0; c < lastColumn; ++c) {
                 bool right = false;
                 array.setValue(r, c, gridCell(rs->value(c), rs->fieldType(c), right));
-                if (right)
-                    array.column(c).rightAligned = true;
+                if (right) array.column(c).rightAligned = true;
             }
             rs->MoveNext();
         }
@@ -73,7 +69,8 @@ void fillgridarray(Database& database, const QString& sql, GridArray& array, boo
 
 void FillGridNames(GridArray& grid, const QString& table, const QString& column, const QString& idField,
                    const QString& nameField, const QString& databaseFile, const QString& sql, bool translate,
-                   qint16 maxComboItems, bool comboOnly, const QString& extraField, bool validate, bool addBlank) {
+                   qint16 maxComboItems, bool comboOnly, const QString& extraField, bool validate,
+                   bool addBlank) {
     Database db;
     try {
         db.open(databaseFile);
@@ -88,15 +85,13 @@ void FillGridNames(GridArray& grid, const QString& table, const QString& column,
         col.translate = translate;
         col.validate = validate;
         col.maxComboItems = maxComboItems;
-        if (addBlank || rs->EOF_())
-            col.valueItems.append(GridValueItem{QString(""), QString(), QVariant()});
+        if (addBlank || rs->EOF_()) col.valueItems.append(GridValueItem{QString(""), QString(), QVariant()});
         while (!rs->EOF_()) {
             const QVariant id = rs->value(idField);
             if (!IsNull(id)) {
                 const QVariant name = rs->value(nameField);
                 GridValueItem item{id, IsNull(name) ? QString() : CStr(name), QVariant()};
-                if (!extraField.isEmpty())
-                    item.extra = rs->value(extraField);
+                if (!extraField.isEmpty()) item.extra = rs->value(extraField);
                 col.valueItems.append(item);
             }
             rs->MoveNext();
@@ -106,23 +101,25 @@ void FillGridNames(GridArray& grid, const QString& table, const QString& column,
     } catch (const VbError& e) {
         db.close();
         const QString text = e.number() == err::MissingObject
-            ? QStringLiteral("Database out of date, problem reading ") + table + QStringLiteral(", ") + idField
-                + QStringLiteral(", ") + nameField
-            : e.description() + u' ' + QString::number(e.number()) + QStringLiteral(" - ") + column
-                + QStringLiteral(", ") + idField + QStringLiteral(", ") + nameField;
-        ShowMessage(text, msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"), QString(), msg::Information,
-                    true);
+                                 ? QStringLiteral("Database out of date, problem reading ") + table +
+                                       QStringLiteral(", ") + idField + QStringLiteral(", ") + nameField
+                                 : e.description() + u' ' + QString::number(e.number()) +
+                                       QStringLiteral(" - ") + column + QStringLiteral(", ") + idField +
+                                       QStringLiteral(", ") + nameField;
+        ShowMessage(text, msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"), QString(),
+                    msg::Information, true);
     }
 }
 
-QVariant NullToZero(const QVariant& value) { return IsNull(value) ? QVariant(0) : value; }
+QVariant NullToZero(const QVariant& value) {
+    return IsNull(value) ? QVariant(0) : value;
+}
 
 float SumGridColumn(const GridArray& array, int column) {
     float total = 0.0f;
     for (int r = 0; r < array.rowCount(); ++r) {
         const QVariant cell = array.value(r, column);
-        if (!IsNull(cell) && IsNumeric(cell))
-            total = static_cast<float>(double(total) + CDbl(cell));
+        if (!IsNull(cell) && IsNumeric(cell)) total = static_cast<float>(double(total) + CDbl(cell));
     }
     return total;
 }
@@ -138,16 +135,26 @@ float SumGridColumnWhere(const GridArray& array, int sumColumn, int keyColumn, c
 }
 
 bool IsOutOfRange(const QVariant& value, int typeCode, bool isSigned) {
-    if (IsNull(value) || !IsNumeric(value))
-        return true;
+    if (IsNull(value) || !IsNumeric(value)) return true;
     double upper = 0;
     switch (typeCode) {
-    case 3: upper = 32767; break;
-    case 4: upper = 2147483647; break;
-    case 5: upper = 922337203685471; break;
-    case 6: upper = 3.4E+38; break;
-    case 7: upper = 1.7E+308; break;
-    default: upper = 0;
+    case 3:
+        upper = 32767;
+        break;
+    case 4:
+        upper = 2147483647;
+        break;
+    case 5:
+        upper = 922337203685471;
+        break;
+    case 6:
+        upper = 3.4E+38;
+        break;
+    case 7:
+        upper = 1.7E+308;
+        break;
+    default:
+        upper = 0;
     }
     const double lower = isSigned ? -upper : 0;
     const double v = CDbl(value);

@@ -20,7 +20,8 @@ void fillgridarray(Database& database, const QString& sql, GridArray& array, boo
 // first when addBlank or when the query is empty.
 void FillGridNames(GridArray& grid, const QString& table, const QString& column, const QString& idField,
                    const QString& nameField, const QString& databaseFile, const QString& sql, bool translate,
-                   qint16 maxComboItems, bool comboOnly, const QString& extraField, bool validate, bool addBlank);
+                   qint16 maxComboItems, bool comboOnly, const QString& extraField, bool validate,
+                   bool addBlank);
 
 // Null becomes 0; any other value stays.
 QVariant NullToZero(const QVariant& value);

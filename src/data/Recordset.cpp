@@ -38,12 +38,13 @@ bool isSelect(const QString& text) {
 
 QString bareName(QString name) {
     name = name.trimmed();
-    if (name.startsWith(u'[') && name.endsWith(u']'))
-        name = name.mid(1, name.size() - 2);
+    if (name.startsWith(u'[') && name.endsWith(u']')) name = name.mid(1, name.size() - 2);
     return name;
 }
 
-[[noreturn]] void noCurrentRecord() { raiseError(err::NoCurrentRecord, kSource, QStringLiteral("No current record.")); }
+[[noreturn]] void noCurrentRecord() {
+    raiseError(err::NoCurrentRecord, kSource, QStringLiteral("No current record."));
+}
 
 } // namespace
 
@@ -73,8 +74,7 @@ struct Recordset::Impl {
     int rowCount() const { return int(rows.size()); }
     bool empty() const {
         for (const Row& r : rows)
-            if (!r.deleted)
-                return false;
+            if (!r.deleted) return false;
         return true;
     }
     int nextLive(int from) const {
@@ -91,13 +91,11 @@ struct Recordset::Impl {
     }
     void visit(int i) {
         pos = i;
-        if (i >= 0 && i < rowCount())
-            rows[i].counted = true;
+        if (i >= 0 && i < rowCount()) rows[i].counted = true;
     }
     bool onRow() const { return pos >= 0 && pos < rowCount() && !rows[pos].deleted; }
     const Row& current() const {
-        if (!onRow())
-            noCurrentRecord();
+        if (!onRow()) noCurrentRecord();
         return rows[pos];
     }
     void dropEdit() {
@@ -124,10 +122,8 @@ void Recordset::Impl::readAll(Statement& st, int firstField) {
     for (int i = firstField; i < n; ++i) {
         Field f;
         f.name = QString::fromUtf8(sqlite3_column_name(s, i));
-        if (const char* t = sqlite3_column_table_name(s, i))
-            f.table = QString::fromUtf8(t);
-        if (const char* o = sqlite3_column_origin_name(s, i))
-            f.origin = QString::fromUtf8(o);
+        if (const char* t = sqlite3_column_table_name(s, i)) f.table = QString::fromUtf8(t);
+        if (const char* o = sqlite3_column_origin_name(s, i)) f.origin = QString::fromUtf8(o);
         if (const char* decl = sqlite3_column_decltype(s, i)) {
             if (auto t = fieldTypeFromDeclared(QString::fromUtf8(decl))) {
                 f.type = *t;
@@ -139,8 +135,7 @@ void Recordset::Impl::readAll(Statement& st, int firstField) {
     rows.clear();
     while (st.step()) {
         Row r;
-        if (firstField > 0)
-            r.rowid = st.column(0).toLongLong();
+        if (firstField > 0) r.rowid = st.column(0).toLongLong();
         for (int i = firstField; i < n; ++i)
             r.values << st.column(i);
         rows.push_back(std::move(r));
@@ -148,8 +143,7 @@ void Recordset::Impl::readAll(Statement& st, int firstField) {
     // A computed column takes its type from its values.
     for (size_t c = 0; c < fields.size(); ++c) {
         Field& f = fields[c];
-        if (f.typeKnown)
-            continue;
+        if (f.typeKnown) continue;
         bool anyReal = false, anyInt = false;
         for (const Row& r : rows) {
             const int t = r.values[int(c)].typeId();
@@ -162,16 +156,16 @@ void Recordset::Impl::readAll(Statement& st, int firstField) {
 
 // The query with the rowid of its base table in front, or empty when the rows cannot be traced back to
 // single rows of that table.
-QString Recordset::Impl::updatableSql(const QString& sql, const QString& baseTable, const QString& name) const {
+QString Recordset::Impl::updatableSql(const QString& sql, const QString& baseTable,
+                                      const QString& name) const {
     static const QRegularExpression head(QStringLiteral(R"(^\s*SELECT\s+(DISTINCTROW\s+|ALL\s+)?)"),
                                          QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression aggregate(QStringLiteral(R"(\b(GROUP\s+BY|DISTINCT|UNION)\b)"),
                                               QRegularExpression::CaseInsensitiveOption);
     const auto m = head.match(sql);
-    if (!m.hasMatch() || aggregate.match(sql.mid(m.capturedEnd())).hasMatch())
-        return QString();
-    return sql.left(m.capturedEnd()) + name + QStringLiteral(".rowid AS ") + kRowidColumn
-        + QStringLiteral(", ") + sql.mid(m.capturedEnd());
+    if (!m.hasMatch() || aggregate.match(sql.mid(m.capturedEnd())).hasMatch()) return QString();
+    return sql.left(m.capturedEnd()) + name + QStringLiteral(".rowid AS ") + kRowidColumn +
+           QStringLiteral(", ") + sql.mid(m.capturedEnd());
 }
 
 void Recordset::Impl::load() {
@@ -184,17 +178,15 @@ void Recordset::Impl::load() {
     dropEdit();
 
     QString sql = source.trimmed();
-    if (sql.endsWith(u';'))
-        sql.chop(1);
+    if (sql.endsWith(u';')) sql.chop(1);
     if (!isSelect(sql)) {
         const QString name = bareName(sql);
-        const QString text = QStringLiteral("SELECT rowid AS %1, * FROM %2").arg(kRowidColumn, quoteName(name));
+        const QString text =
+            QStringLiteral("SELECT rowid AS %1, * FROM %2").arg(kRowidColumn, quoteName(name));
         Statement st(handle, text, kSource);
         readAll(st, 1);
-        if (type == RecordsetType::Dynaset)
-            table = fields.empty() ? name : fields.front().table;
-        if (table.isEmpty() && type == RecordsetType::Dynaset)
-            table = name;
+        if (type == RecordsetType::Dynaset) table = fields.empty() ? name : fields.front().table;
+        if (table.isEmpty() && type == RecordsetType::Dynaset) table = name;
     } else {
         QString baseTable;
         {
@@ -220,14 +212,12 @@ void Recordset::Impl::load() {
                                            QRegularExpression::CaseInsensitiveOption);
             for (auto it = alias.globalMatch(sql); it.hasNext();) {
                 const QString a = it.next().captured(1);
-                if (!keyword.match(a).hasMatch())
-                    names << a;
+                if (!keyword.match(a).hasMatch()) names << a;
             }
             bool done = false;
             for (const QString& name : names) {
                 const QString withRowid = updatableSql(sql, baseTable, name);
-                if (withRowid.isEmpty() || done)
-                    continue;
+                if (withRowid.isEmpty() || done) continue;
                 try {
                     Statement st(handle, withRowid, kSource);
                     readAll(st, 1);
@@ -243,8 +233,7 @@ void Recordset::Impl::load() {
             }
         }
     }
-    if (!rows.empty())
-        visit(0);
+    if (!rows.empty()) visit(0);
 }
 
 void Recordset::Impl::refreshRow(Row& row) {
@@ -256,9 +245,9 @@ void Recordset::Impl::refreshRow(Row& row) {
             idx.push_back(int(i));
         }
     }
-    if (cols.isEmpty())
-        return;
-    Statement st(db(), QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?").arg(cols.join(u','), quoteName(table)),
+    if (cols.isEmpty()) return;
+    Statement st(db(),
+                 QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?").arg(cols.join(u','), quoteName(table)),
                  kSource);
     st.bind(1, row.rowid);
     if (st.step()) {
@@ -275,14 +264,12 @@ QVariantList Recordset::Impl::defaultsOfTable() {
     while (info.step()) {
         const QString column = info.column(1).toString();
         const QVariant dflt = info.column(4);
-        if (dflt.isNull())
-            continue;
+        if (dflt.isNull()) continue;
         for (int i = 0; i < int(fields.size()); ++i) {
-            if (fields[i].table.compare(table, Qt::CaseInsensitive) == 0
-                && fields[i].origin.compare(column, Qt::CaseInsensitive) == 0) {
+            if (fields[i].table.compare(table, Qt::CaseInsensitive) == 0 &&
+                fields[i].origin.compare(column, Qt::CaseInsensitive) == 0) {
                 Statement value(db(), QStringLiteral("SELECT ") + dflt.toString(), kSource);
-                if (value.step())
-                    values[i] = value.column(0);
+                if (value.step()) values[i] = value.column(0);
             }
         }
     }
@@ -299,8 +286,12 @@ Recordset::Recordset(std::shared_ptr<Connection> conn, const QString& tableOrSql
 
 Recordset::~Recordset() = default;
 
-bool Recordset::EOF_() const { return d->empty() || d->pos >= d->rowCount(); }
-bool Recordset::BOF() const { return d->empty() || d->pos < 0; }
+bool Recordset::EOF_() const {
+    return d->empty() || d->pos >= d->rowCount();
+}
+bool Recordset::BOF() const {
+    return d->empty() || d->pos < 0;
+}
 
 int Recordset::RecordCount() const {
     int n = 0;
@@ -312,32 +303,28 @@ int Recordset::RecordCount() const {
 void Recordset::MoveFirst() {
     d->db();
     d->dropEdit();
-    if (d->empty())
-        noCurrentRecord();
+    if (d->empty()) noCurrentRecord();
     d->visit(d->nextLive(0));
 }
 
 void Recordset::MoveNext() {
     d->db();
     d->dropEdit();
-    if (EOF_())
-        noCurrentRecord();
+    if (EOF_()) noCurrentRecord();
     d->visit(d->nextLive(d->pos + 1));
 }
 
 void Recordset::MovePrevious() {
     d->db();
     d->dropEdit();
-    if (BOF())
-        noCurrentRecord();
+    if (BOF()) noCurrentRecord();
     d->visit(d->prevLive(d->pos - 1));
 }
 
 void Recordset::MoveLast() {
     d->db();
     d->dropEdit();
-    if (d->empty())
-        noCurrentRecord();
+    if (d->empty()) noCurrentRecord();
     for (Row& r : d->rows)
         r.counted = true;
     d->visit(d->prevLive(d->rowCount() - 1));
@@ -349,7 +336,8 @@ namespace {
 // columns bear the query's field names.
 class CriterionTest {
 public:
-    CriterionTest(sqlite3* db, const std::vector<Field>& fields, const QString& table, const QString& criterion) {
+    CriterionTest(sqlite3* db, const std::vector<Field>& fields, const QString& table,
+                  const QString& criterion) {
         QStringList cols;
         QStringList seen;
         for (size_t i = 0; i < fields.size(); ++i) {
@@ -359,12 +347,12 @@ public:
             seen << name;
             cols << QStringLiteral("?%1 AS %2").arg(i + 1).arg(quoteName(name));
         }
-        if (cols.isEmpty())
-            cols << QStringLiteral("NULL AS ql_none_");
+        if (cols.isEmpty()) cols << QStringLiteral("NULL AS ql_none_");
         const QString alias = table.isEmpty() ? QStringLiteral("ql_row_") : quoteName(table);
-        m_st = std::make_unique<Statement>(
-            db, QStringLiteral("SELECT 1 FROM (SELECT %2) AS %3 WHERE (%1)").arg(criterion, cols.join(u','), alias),
-            kSource);
+        m_st = std::make_unique<Statement>(db,
+                                           QStringLiteral("SELECT 1 FROM (SELECT %2) AS %3 WHERE (%1)")
+                                               .arg(criterion, cols.join(u','), alias),
+                                           kSource);
     }
     bool matches(const QVariantList& values) {
         m_st->reset();
@@ -404,9 +392,13 @@ void Recordset::FindNext(const QString& criterion) {
     d->noMatch = true;
 }
 
-bool Recordset::NoMatch() const { return d->noMatch; }
+bool Recordset::NoMatch() const {
+    return d->noMatch;
+}
 
-int Recordset::fieldCount() const { return int(d->fields.size()); }
+int Recordset::fieldCount() const {
+    return int(d->fields.size());
+}
 
 QString Recordset::fieldName(int index) const {
     if (index < 0 || index >= fieldCount())
@@ -423,16 +415,15 @@ FieldType Recordset::fieldType(int index) const {
 int Recordset::fieldIndex(const QString& name) const {
     const QString bare = bareName(name);
     for (int i = 0; i < fieldCount(); ++i)
-        if (d->fields[i].name.compare(bare, Qt::CaseInsensitive) == 0)
-            return i;
+        if (d->fields[i].name.compare(bare, Qt::CaseInsensitive) == 0) return i;
     const auto dot = bare.indexOf(u'.');
     if (dot > 0) {
         const QString table = bareName(bare.left(dot));
         const QString column = bareName(bare.mid(dot + 1));
         for (int i = 0; i < fieldCount(); ++i)
-            if (d->fields[i].table.compare(table, Qt::CaseInsensitive) == 0
-                && (d->fields[i].origin.compare(column, Qt::CaseInsensitive) == 0
-                    || d->fields[i].name.compare(column, Qt::CaseInsensitive) == 0))
+            if (d->fields[i].table.compare(table, Qt::CaseInsensitive) == 0 &&
+                (d->fields[i].origin.compare(column, Qt::CaseInsensitive) == 0 ||
+                 d->fields[i].name.compare(column, Qt::CaseInsensitive) == 0))
                 return i;
     }
     return -1;
@@ -448,8 +439,7 @@ QVariant Recordset::value(const QString& name) const {
 QVariant Recordset::value(int index) const {
     d->db();
     const FieldType t = fieldType(index);
-    if (d->mode != EditMode::None)
-        return typedValue(t, d->buffer[index]);
+    if (d->mode != EditMode::None) return typedValue(t, d->buffer[index]);
     return typedValue(t, d->current().values[index]);
 }
 
@@ -529,9 +519,10 @@ void Recordset::Update() {
             QStringList sets;
             for (const QString& c : cols)
                 sets << c + QStringLiteral(" = ?");
-            Statement st(db,
-                         QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?").arg(quoteName(d->table), sets.join(u',')),
-                         kSource);
+            Statement st(
+                db,
+                QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?").arg(quoteName(d->table), sets.join(u',')),
+                kSource);
             params << row.rowid;
             st.bindAll(params);
             st.step();
@@ -549,7 +540,9 @@ void Recordset::CancelUpdate() {
     d->dropEdit();
 }
 
-bool Recordset::isEditing() const { return d->mode != EditMode::None; }
+bool Recordset::isEditing() const {
+    return d->mode != EditMode::None;
+}
 
 void Recordset::Delete() {
     sqlite3* db = d->db();
@@ -580,7 +573,9 @@ QByteArray Recordset::LastModified() const {
     return d->lastModified < 0 ? QByteArray() : QByteArray::number(d->lastModified);
 }
 
-void Recordset::Requery() { d->load(); }
+void Recordset::Requery() {
+    d->load();
+}
 
 void Recordset::Close() {
     d->dropEdit();

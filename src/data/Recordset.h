@@ -16,8 +16,18 @@ struct Connection;
 enum class RecordsetType;
 
 // The declared type of a query column, as DAO reports it.
-enum class FieldType { Boolean = 1, Byte = 2, Integer = 3, Long = 4, Currency = 5, Single = 6, Double = 7,
-                       Date = 8, Text = 10, Memo = 12 };
+enum class FieldType {
+    Boolean = 1,
+    Byte = 2,
+    Integer = 3,
+    Long = 4,
+    Currency = 5,
+    Single = 6,
+    Double = 7,
+    Date = 8,
+    Text = 10,
+    Memo = 12
+};
 
 class Recordset {
 public:

@@ -46,22 +46,21 @@ void checkExisting(DatabaseKind kind, const QString& path) {
         notOurs(kind, path, QStringLiteral("it cannot be opened"));
     }
     sqlite3_stmt* st = nullptr;
-    rc = sqlite3_prepare_v2(db, "SELECT count(*) FROM sqlite_master WHERE type='table' AND name = ? COLLATE NOCASE",
-                            -1, &st, nullptr);
+    rc = sqlite3_prepare_v2(
+        db, "SELECT count(*) FROM sqlite_master WHERE type='table' AND name = ? COLLATE NOCASE", -1, &st,
+        nullptr);
     bool found = false;
     if (rc == SQLITE_OK) {
         const QByteArray table = markerTable(kind).toUtf8();
         sqlite3_bind_text(st, 1, table.constData(), int(table.size()), SQLITE_TRANSIENT);
         rc = sqlite3_step(st);
-        if (rc == SQLITE_ROW)
-            found = sqlite3_column_int(st, 0) > 0;
+        if (rc == SQLITE_ROW) found = sqlite3_column_int(st, 0) > 0;
     }
     sqlite3_finalize(st);
     sqlite3_close_v2(db);
     if (rc != SQLITE_ROW)
         notOurs(kind, path, QStringLiteral("it is not a database file, or the file is damaged"));
-    if (!found)
-        notOurs(kind, path, QStringLiteral("it has no table '%1'").arg(markerTable(kind)));
+    if (!found) notOurs(kind, path, QStringLiteral("it has no table '%1'").arg(markerTable(kind)));
 }
 
 void removeDatabaseFiles(const QString& path) {
@@ -72,10 +71,12 @@ void removeDatabaseFiles(const QString& path) {
 void createNew(DatabaseKind kind, const QString& path, Database& db) {
     const QFileInfo fi(path);
     if (!QDir().mkpath(fi.absolutePath()))
-        raiseError(3051, kSource, QStringLiteral("The folder '%1' cannot be created.").arg(fi.absolutePath()));
+        raiseError(3051, kSource,
+                   QStringLiteral("The folder '%1' cannot be created.").arg(fi.absolutePath()));
     sqlite3* raw = nullptr;
     const QByteArray file = path.toUtf8();
-    const int rc = sqlite3_open_v2(file.constData(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    const int rc =
+        sqlite3_open_v2(file.constData(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     sqlite3_close_v2(raw);
     if (rc != SQLITE_OK)
         raiseError(3051, kSource, QStringLiteral("The database file '%1' cannot be created.").arg(path));
@@ -107,13 +108,14 @@ void createNew(DatabaseKind kind, const QString& path, Database& db) {
 
 // Brings a file of an older schema version up to date. Version 1 is the first.
 void upgrade(DatabaseKind kind, Database& db) {
-    if (db.userVersion() < schemaVersion(kind))
-        db.setUserVersion(schemaVersion(kind));
+    if (db.userVersion() < schemaVersion(kind)) db.setUserVersion(schemaVersion(kind));
 }
 
 } // namespace
 
-int schemaVersion(DatabaseKind) { return 1; }
+int schemaVersion(DatabaseKind) {
+    return 1;
+}
 
 QString databaseKindName(DatabaseKind kind) {
     switch (kind) {
@@ -129,12 +131,10 @@ QString databaseKindName(DatabaseKind kind) {
 
 Database openOrCreate(DatabaseKind kind, const QString& path, bool* created) {
     Database db;
-    if (created)
-        *created = false;
+    if (created) *created = false;
     if (!QFileInfo::exists(path)) {
         createNew(kind, path, db);
-        if (created)
-            *created = true;
+        if (created) *created = true;
         return db;
     }
     checkExisting(kind, path);

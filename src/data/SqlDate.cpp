@@ -4,8 +4,8 @@
 namespace ql {
 
 QString SQLDate(const QVariant& value) {
-    return QStringLiteral("#") + Format(value, QStringLiteral("mm")) + u'/' + Format(value, QStringLiteral("dd"))
-        + u'/' + Format(value, QStringLiteral("yyyy")) + u'#';
+    return QStringLiteral("#") + Format(value, QStringLiteral("mm")) + u'/' +
+           Format(value, QStringLiteral("dd")) + u'/' + Format(value, QStringLiteral("yyyy")) + u'#';
 }
 
 } // namespace ql

@@ -48,8 +48,7 @@ bool truthy(sqlite3_value* v) {
         return sqlite3_value_double(v) != 0.0;
     default: {
         const QString s = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)));
-        if (s.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0)
-            return true;
+        if (s.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) return true;
         bool ok = false;
         const double d = s.toDouble(&ok);
         return ok && d != 0.0;

@@ -16,8 +16,7 @@ template <class Edit> QString editOutsideQuotes(const QString& sql, Edit edit) {
     for (const QChar c : sql) {
         if (!quote.isNull()) {
             out += c;
-            if ((quote == u'[' && c == u']') || (quote != u'[' && c == quote))
-                quote = QChar();
+            if ((quote == u'[' && c == u']') || (quote != u'[' && c == quote)) quote = QChar();
         } else if (c == u'\'' || c == u'"' || c == u'[') {
             out += edit(plain, out);
             plain.clear();
@@ -60,7 +59,8 @@ QString replaceDateLiterals(const QString& text) {
 } // namespace
 
 QString rewriteDateLiterals(const QString& sql) {
-    return editOutsideQuotes(sql, [](const QString& plain, const QString&) { return replaceDateLiterals(plain); });
+    return editOutsideQuotes(sql,
+                             [](const QString& plain, const QString&) { return replaceDateLiterals(plain); });
 }
 
 QString rewriteJetSql(const QString& sql) {
@@ -79,14 +79,12 @@ QString rewriteJetSql(const QString& sql) {
         QString plain = replaceDateLiterals(stretch);
         plain.replace(distinctRow, QString());
         plain.replace(deleteAll, QStringLiteral("DELETE FROM"));
-        if (plain == QLatin1String("!") && before.endsWith(u']'))
-            return QStringLiteral(".");
+        if (plain == QLatin1String("!") && before.endsWith(u']')) return QStringLiteral(".");
         QString out;
         qsizetype at = 0;
         auto piece = [&](qsizetype end) {
             QString part = plain.mid(at, end - at);
-            if (inCondition)
-                part.replace(nullComparison, QStringLiteral("IN ()"));
+            if (inCondition) part.replace(nullComparison, QStringLiteral("IN ()"));
             out += part;
             at = end;
         };
@@ -114,7 +112,8 @@ bool isDelete(const QString& sql) {
 } // namespace
 
 void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& source) {
-    const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+    const QString message =
+        db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
     const int extended = db ? sqlite3_extended_errcode(db) : rc;
     const int primary = rc & 0xff;
     const QString tail = QStringLiteral(" (%1)").arg(message);
@@ -156,8 +155,8 @@ void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& so
         raiseError(3260, source, QStringLiteral("Couldn't update; currently locked") + tail + u'.');
     if (primary == SQLITE_READONLY || primary == SQLITE_PERM || primary == SQLITE_CANTOPEN)
         raiseError(3051, source,
-                   QStringLiteral("The database file cannot be opened or written; check its permissions")
-                       + tail + u'.');
+                   QStringLiteral("The database file cannot be opened or written; check its permissions") +
+                       tail + u'.');
     if (message.startsWith(QLatin1String("no such table"))) {
         raiseError(err::MissingObject, source,
                    QStringLiteral("Cannot find the input table or query '%1'. Make sure it exists and that "
@@ -170,9 +169,11 @@ void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& so
                                   "spelled correctly.")
                        .arg(afterColon(message)));
     }
-    if (message.contains(QLatin1String("syntax error")) || message.startsWith(QLatin1String("unrecognized"))
-        || message.startsWith(QLatin1String("incomplete input"))) {
-        raiseError(3075, source, QStringLiteral("Syntax error in query expression '%1'").arg(sql) + tail + u'.');
+    if (message.contains(QLatin1String("syntax error")) ||
+        message.startsWith(QLatin1String("unrecognized")) ||
+        message.startsWith(QLatin1String("incomplete input"))) {
+        raiseError(3075, source,
+                   QStringLiteral("Syntax error in query expression '%1'").arg(sql) + tail + u'.');
     }
     raiseError(3000 + primary, source, message + QStringLiteral(" in '%1'.").arg(sql));
 }
@@ -196,16 +197,15 @@ Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
     }
 }
 
-Statement::~Statement() { sqlite3_finalize(m_stmt); }
+Statement::~Statement() {
+    sqlite3_finalize(m_stmt);
+}
 
 bool Statement::step() {
-    if (!m_stmt)
-        return false;
+    if (!m_stmt) return false;
     const int rc = sqlite3_step(m_stmt);
-    if (rc == SQLITE_ROW)
-        return true;
-    if (rc == SQLITE_DONE)
-        return false;
+    if (rc == SQLITE_ROW) return true;
+    if (rc == SQLITE_DONE) return false;
     sqlite3_reset(m_stmt);
     raiseSqliteError(m_db, rc, m_sql, m_source);
 }
@@ -218,8 +218,7 @@ void Statement::reset() {
 }
 
 void Statement::bind(int index, const QVariant& v) {
-    if (!m_stmt)
-        return;
+    if (!m_stmt) return;
     int rc = SQLITE_OK;
     if (!v.isValid() || v.isNull()) {
         rc = sqlite3_bind_null(m_stmt, index);
@@ -254,8 +253,7 @@ void Statement::bind(int index, const QVariant& v) {
         }
         }
     }
-    if (rc != SQLITE_OK)
-        raiseSqliteError(m_db, rc, m_sql, m_source);
+    if (rc != SQLITE_OK) raiseSqliteError(m_db, rc, m_sql, m_source);
 }
 
 void Statement::bindAll(const QVariantList& values) {
@@ -280,6 +278,8 @@ QVariant Statement::column(int i) const {
     }
 }
 
-QString quoteName(const QString& name) { return u'[' + name + u']'; }
+QString quoteName(const QString& name) {
+    return u'[' + name + u']';
+}
 
 } // namespace ql

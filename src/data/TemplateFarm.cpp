@@ -8,7 +8,8 @@ namespace ql {
 void addFarmTemplate(Database& db) {
     insertRows(db, QStringLiteral("Farm Details"),
                {QStringLiteral("Farm Name"), QStringLiteral("Address1"), QStringLiteral("Address2"),
-                QStringLiteral("Address3"), QStringLiteral("GST Reg Number"), QStringLiteral("Current Season")},
+                QStringLiteral("Address3"), QStringLiteral("GST Reg Number"),
+                QStringLiteral("Current Season")},
                {{QString(""), QString(""), QString(""), QString(""), QString(""), QString("")}});
     insertRows(db, QStringLiteral("Partners"),
                {QStringLiteral("PartnerID"), QStringLiteral("PartnerName"), QStringLiteral("PartnerGSTNum"),

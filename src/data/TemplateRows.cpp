@@ -3,7 +3,8 @@
 
 namespace ql {
 
-void insertRows(Database& db, const QString& table, const QStringList& columns, const QList<QVariantList>& rows) {
+void insertRows(Database& db, const QString& table, const QStringList& columns,
+                const QList<QVariantList>& rows) {
     QStringList names, marks;
     for (const QString& c : columns) {
         names << quoteName(c);

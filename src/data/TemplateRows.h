@@ -8,6 +8,7 @@
 namespace ql {
 
 // Inserts each row (values in the order of columns) into table.
-void insertRows(Database& db, const QString& table, const QStringList& columns, const QList<QVariantList>& rows);
+void insertRows(Database& db, const QString& table, const QStringList& columns,
+                const QList<QVariantList>& rows);
 
 } // namespace ql

@@ -38,12 +38,15 @@ namespace {
 constexpr double OpenLimit = 999999999;
 
 // Rates go into the table as Singles, as the column holds them.
-QVariant rate(double percent) { return QVariant(static_cast<double>(static_cast<float>(percent))); }
+QVariant rate(double percent) {
+    return QVariant(static_cast<double>(static_cast<float>(percent)));
+}
 
 void addPayIntervals(Database& db) {
     insertRows(db, QStringLiteral("PayInterval"),
-               {QStringLiteral("PayIntervalID"), QStringLiteral("IntervalName"), QStringLiteral("PaysPerYear"),
-                QStringLiteral("NumberOfDays"), QStringLiteral("KiwiSaverCredit")},
+               {QStringLiteral("PayIntervalID"), QStringLiteral("IntervalName"),
+                QStringLiteral("PaysPerYear"), QStringLiteral("NumberOfDays"),
+                QStringLiteral("KiwiSaverCredit")},
                {
                    {1, QStringLiteral("Weekly"), 52, 7, 0},
                    {2, QStringLiteral("Fortnightly"), 26, 14, 0},
@@ -102,23 +105,25 @@ void addEsct(Database& db) {
 
 void addDeductionsAndContributions(Database& db) {
     using namespace taxyear2026;
-    const QStringList deductColumns{QStringLiteral("DeductNameID"), QStringLiteral("DeductionName"),
-                                    QStringLiteral("CountryPhone"), QStringLiteral("TaxName"),
-                                    QStringLiteral("Percentage"),   QStringLiteral("LowerThreshold"),
+    const QStringList deductColumns{QStringLiteral("DeductNameID"),   QStringLiteral("DeductionName"),
+                                    QStringLiteral("CountryPhone"),   QStringLiteral("TaxName"),
+                                    QStringLiteral("Percentage"),     QStringLiteral("LowerThreshold"),
                                     QStringLiteral("UpperThreshold"), QStringLiteral("MaxPercent")};
     insertRows(db, QStringLiteral("DeductNames"), deductColumns,
                {
-                   {1, QStringLiteral("KiwiSaver"), 64, QStringLiteral("kiwisaver"), rate(KiwiSaverEmployeeRate), 0, 0, 0},
-                   {2, QStringLiteral("Student Loan"), 64, QStringLiteral("studentloan"), rate(StudentLoanRate),
-                    StudentLoanThreshold, 0, 0},
+                   {1, QStringLiteral("KiwiSaver"), 64, QStringLiteral("kiwisaver"),
+                    rate(KiwiSaverEmployeeRate), 0, 0, 0},
+                   {2, QStringLiteral("Student Loan"), 64, QStringLiteral("studentloan"),
+                    rate(StudentLoanRate), StudentLoanThreshold, 0, 0},
                    {3, QStringLiteral("Union Fees"), 64, QString(), 0, 0, 0, 0},
                    {4, QStringLiteral("Board"), 64, QString(), 0, 0, 0, 0},
                    {5, QStringLiteral("Child Support"), 64, QString(), 0, 0, 0, 0},
                    {6, QStringLiteral("Advance Repayment"), 64, QString(), 0, 0, 0, 0},
                });
     const QStringList contributionColumns{
-        QStringLiteral("ContributionNameID"), QStringLiteral("ContributionName"), QStringLiteral("CountryPhone"),
-        QStringLiteral("TaxName"),            QStringLiteral("Percentage"),       QStringLiteral("LowerThreshold"),
+        QStringLiteral("ContributionNameID"), QStringLiteral("ContributionName"),
+        QStringLiteral("CountryPhone"),       QStringLiteral("TaxName"),
+        QStringLiteral("Percentage"),         QStringLiteral("LowerThreshold"),
         QStringLiteral("UpperThreshold"),     QStringLiteral("MaxPercent")};
     insertRows(db, QStringLiteral("ContributionNames"), contributionColumns,
                {

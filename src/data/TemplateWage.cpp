@@ -18,16 +18,17 @@ enum TaxAllowance { DogAllowance = 1, ToolAllowance, Accommodation };
 enum NonTaxAllowance { MealAllowance = 1, VehicleReimbursement, ClothingAllowance };
 
 void addOccupations(Database& db) {
-    insertRows(db, QStringLiteral("EmployeeAwardType"),
-               {QStringLiteral("EmployeeTypeID"), QStringLiteral("EmployeeType"), QStringLiteral("UnitOfPay")},
-               {
-                   {FarmHand, QStringLiteral("Farm Hand"), QStringLiteral("Hour")},
-                   {HerdManager, QStringLiteral("Herd Manager"), QStringLiteral("Hour")},
-                   {ReliefMilker, QStringLiteral("Relief Milker"), QStringLiteral("Hour")},
-                   {TractorDriver, QStringLiteral("Tractor Driver"), QStringLiteral("Hour")},
-                   {FarmManager, QStringLiteral("Farm Manager"), QStringLiteral("Hour")},
-                   {PartTimeWorker, QStringLiteral("Part-time Worker"), QStringLiteral("Hour")},
-               });
+    insertRows(
+        db, QStringLiteral("EmployeeAwardType"),
+        {QStringLiteral("EmployeeTypeID"), QStringLiteral("EmployeeType"), QStringLiteral("UnitOfPay")},
+        {
+            {FarmHand, QStringLiteral("Farm Hand"), QStringLiteral("Hour")},
+            {HerdManager, QStringLiteral("Herd Manager"), QStringLiteral("Hour")},
+            {ReliefMilker, QStringLiteral("Relief Milker"), QStringLiteral("Hour")},
+            {TractorDriver, QStringLiteral("Tractor Driver"), QStringLiteral("Hour")},
+            {FarmManager, QStringLiteral("Farm Manager"), QStringLiteral("Hour")},
+            {PartTimeWorker, QStringLiteral("Part-time Worker"), QStringLiteral("Hour")},
+        });
 }
 
 void addPayments(Database& db) {
@@ -45,8 +46,8 @@ void addPayments(Database& db) {
                });
     // Default lines of each occupation with its standard hours a week, in list order.
     insertRows(db, QStringLiteral("PaymentTypes"),
-               {QStringLiteral("EmployeeTypeID"), QStringLiteral("PaymentNameID"), QStringLiteral("Standardhours"),
-                QStringLiteral("Order")},
+               {QStringLiteral("EmployeeTypeID"), QStringLiteral("PaymentNameID"),
+                QStringLiteral("Standardhours"), QStringLiteral("Order")},
                {
                    {FarmHand, OrdinaryTime, 40, 1},
                    {FarmHand, Overtime, 0, 2},
@@ -62,8 +63,8 @@ void addPayments(Database& db) {
 
 void addAllowances(Database& db) {
     insertRows(db, QStringLiteral("TaxAllowName"),
-               {QStringLiteral("TaxNameID"), QStringLiteral("taxAllowancename"), QStringLiteral("taxallowrate"),
-                QStringLiteral("ExcludeKiwiSaver")},
+               {QStringLiteral("TaxNameID"), QStringLiteral("taxAllowancename"),
+                QStringLiteral("taxallowrate"), QStringLiteral("ExcludeKiwiSaver")},
                {
                    {DogAllowance, QStringLiteral("Dog Allowance"), 5, 0},
                    {ToolAllowance, QStringLiteral("Tool Allowance"), 10, 0},
@@ -77,13 +78,14 @@ void addAllowances(Database& db) {
                    {DogAllowance, HerdManager, 1},
                    {ToolAllowance, TractorDriver, 1},
                });
-    insertRows(db, QStringLiteral("NonTaxAllowName"),
-               {QStringLiteral("NonTaxNameID"), QStringLiteral("NonTaxallowname"), QStringLiteral("NonTaxRate")},
-               {
-                   {MealAllowance, QStringLiteral("Meal Allowance"), 15},
-                   {VehicleReimbursement, QStringLiteral("Vehicle Reimbursement"), 1},
-                   {ClothingAllowance, QStringLiteral("Clothing Allowance"), 1},
-               });
+    insertRows(
+        db, QStringLiteral("NonTaxAllowName"),
+        {QStringLiteral("NonTaxNameID"), QStringLiteral("NonTaxallowname"), QStringLiteral("NonTaxRate")},
+        {
+            {MealAllowance, QStringLiteral("Meal Allowance"), 15},
+            {VehicleReimbursement, QStringLiteral("Vehicle Reimbursement"), 1},
+            {ClothingAllowance, QStringLiteral("Clothing Allowance"), 1},
+        });
     insertRows(db, QStringLiteral("NonTaxAllowTypes"),
                {QStringLiteral("NonTaxNameID"), QStringLiteral("EmployeeTypeID"), QStringLiteral("Order")},
                {

@@ -26,15 +26,17 @@ QByteArray hashOf(const QString& path) {
     return QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
 }
 
-int count(Database& db, const QString& sql) { return db.scalar(sql).toInt(); }
+int count(Database& db, const QString& sql) {
+    return db.scalar(sql).toInt();
+}
 
 } // namespace
 
 TEST_F(InitTest, CreatesTheSettingsFileAndTheThreeDatabases) {
     const auto r = run({"init"});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    EXPECT_EQ(r.out, "created: " + ini() + "\ncreated: " + wage() + "\ncreated: " + farm() + "\ncreated: " + modules() +
-                         "\n");
+    EXPECT_EQ(r.out, "created: " + ini() + "\ncreated: " + wage() + "\ncreated: " + farm() +
+                         "\ncreated: " + modules() + "\n");
     QFile f(ini());
     ASSERT_TRUE(f.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(f.readAll());
@@ -63,7 +65,8 @@ TEST_F(InitTest, NothingIsOverwritten) {
     const QByteArray iniBefore = hashOf(ini());
     const auto r = run({"init"});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    EXPECT_EQ(r.out, "exists: " + ini() + "\nexists: " + wage() + "\nexists: " + farm() + "\nexists: " + modules() + "\n");
+    EXPECT_EQ(r.out, "exists: " + ini() + "\nexists: " + wage() + "\nexists: " + farm() +
+                         "\nexists: " + modules() + "\n");
     EXPECT_EQ(hashOf(ini()), iniBefore);
     Database w;
     w.open(wage());
@@ -110,16 +113,20 @@ TEST_F(InitTest, DemoFarmCoversTheRosterCases) {
 
     // The roster: addresses ticked for the payroll, joined in memory with current employees.
     QList<int> ticked;
-    auto a = fm.openRecordset("SELECT Addresses.* FROM Addresses WHERE WageFlag = True", RecordsetType::Snapshot);
+    auto a =
+        fm.openRecordset("SELECT Addresses.* FROM Addresses WHERE WageFlag = True", RecordsetType::Snapshot);
     while (!a->EOF_()) {
         ticked << a->value("AddressID").toInt();
         a->MoveNext();
     }
     auto e = w.openRecordset(
-        "SELECT Employees.*, EmployeeAwardType.[EmployeeType], EmployeeAwardType.[UnitOfPay], TaxTypes.[Taxname] FROM "
+        "SELECT Employees.*, EmployeeAwardType.[EmployeeType], EmployeeAwardType.[UnitOfPay], "
+        "TaxTypes.[Taxname] FROM "
         "TaxTypes INNER JOIN (EmployeeAwardType INNER JOIN Employees ON EmployeeAwardType.[EmployeeTypeID] = "
-        "Employees.[EmployeeTypeID]) ON TaxTypes.[TaxTypeID] = Employees.[TaxTypeID] WHERE (Employees.[DateFinished] "
-        "= NULL OR Employees.[DateFinished] = #12/30/1899#) AND not (DateHired = NULL or DateHired = #12/30/1899#);",
+        "Employees.[EmployeeTypeID]) ON TaxTypes.[TaxTypeID] = Employees.[TaxTypeID] WHERE "
+        "(Employees.[DateFinished] "
+        "= NULL OR Employees.[DateFinished] = #12/30/1899#) AND not (DateHired = NULL or DateHired = "
+        "#12/30/1899#);",
         RecordsetType::Snapshot);
     QStringList roster;
     int addressOnly = 0;
@@ -138,28 +145,42 @@ TEST_F(InitTest, DemoFarmCoversTheRosterCases) {
 
     // KiwiSaver, student loan, the manager's own rate, board and union fee.
     EXPECT_EQ(count(w, "SELECT count(*) FROM Employees WHERE KiwiSaverEnrolled = True"), 2);
-    EXPECT_FLOAT_EQ(w.scalar("SELECT SpecialRate FROM EmployeeDeductions WHERE EmployeeID = 2 AND DeductID = 1").toFloat(),
-                    4.0f);
-    EXPECT_EQ(count(w, "SELECT count(*) FROM EmployeeDeductions d JOIN DeductNames n ON n.DeductNameID = d.DeductID "
-                       "WHERE d.EmployeeID = 2 AND n.DeductionName = 'Student Loan'"),
-              1);
-    EXPECT_EQ(count(w, "SELECT count(*) FROM EmployeeDeductions WHERE EmployeeID = 5 AND FixedAmount > 0"), 2);
+    EXPECT_FLOAT_EQ(
+        w.scalar("SELECT SpecialRate FROM EmployeeDeductions WHERE EmployeeID = 2 AND DeductID = 1")
+            .toFloat(),
+        4.0f);
+    EXPECT_EQ(
+        count(w,
+              "SELECT count(*) FROM EmployeeDeductions d JOIN DeductNames n ON n.DeductNameID = d.DeductID "
+              "WHERE d.EmployeeID = 2 AND n.DeductionName = 'Student Loan'"),
+        1);
+    EXPECT_EQ(count(w, "SELECT count(*) FROM EmployeeDeductions WHERE EmployeeID = 5 AND FixedAmount > 0"),
+              2);
     EXPECT_EQ(count(w, "SELECT count(*) FROM EmployerContributions"), 2);
     // The farm hand's occupation brings a taxable allowance, accommodation and a non-taxable allowance.
-    EXPECT_EQ(count(w, "SELECT count(*) FROM TaxAllowTypes t JOIN Employees e ON e.EmployeeTypeID = t.EmployeetypeID "
-                       "WHERE e.EmployeeID = 1"),
-              2);
-    EXPECT_EQ(count(w, "SELECT count(*) FROM NonTaxAllowTypes t JOIN Employees e ON e.EmployeeTypeID = t.EmployeeTypeID "
-                       "WHERE e.EmployeeID = 1"),
-              2);
+    EXPECT_EQ(
+        count(w,
+              "SELECT count(*) FROM TaxAllowTypes t JOIN Employees e ON e.EmployeeTypeID = t.EmployeetypeID "
+              "WHERE e.EmployeeID = 1"),
+        2);
+    EXPECT_EQ(
+        count(
+            w,
+            "SELECT count(*) FROM NonTaxAllowTypes t JOIN Employees e ON e.EmployeeTypeID = t.EmployeeTypeID "
+            "WHERE e.EmployeeID = 1"),
+        2);
     // The manager is salaried.
-    EXPECT_EQ(count(w, "SELECT count(*) FROM PaymentTypes t JOIN PaymentNames n ON n.PaymentNameID = t.PaymentNameID "
-                       "JOIN Employees e ON e.EmployeeTypeID = t.EmployeeTypeID WHERE e.EmployeeID = 2 AND n.Salary = True"),
-              1);
+    EXPECT_EQ(
+        count(w,
+              "SELECT count(*) FROM PaymentTypes t JOIN PaymentNames n ON n.PaymentNameID = t.PaymentNameID "
+              "JOIN Employees e ON e.EmployeeTypeID = t.EmployeeTypeID WHERE e.EmployeeID = 2 AND n.Salary = "
+              "True"),
+        1);
     // The tractor driver's year lies within the earner credit's range: 35 hours at 24.00 for 52 weeks.
-    const double yearly = w.scalar("SELECT PayRate * Standardhours * 52 FROM Employees e JOIN PaymentTypes t ON "
-                                   "t.EmployeeTypeID = e.EmployeeTypeID WHERE e.EmployeeID = 4")
-                              .toDouble();
+    const double yearly =
+        w.scalar("SELECT PayRate * Standardhours * 52 FROM Employees e JOIN PaymentTypes t ON "
+                 "t.EmployeeTypeID = e.EmployeeTypeID WHERE e.EmployeeID = 4")
+            .toDouble();
     EXPECT_GE(yearly, 24000);
     EXPECT_LE(yearly, 44000);
 }

@@ -4,8 +4,8 @@
 #include "data/Schema.h"
 #include "frame/SettingGetters.h"
 #include "frame/Texts.h"
-#include <QFile>
 #include "runtime/Trap.h"
+#include <QFile>
 
 using namespace ql;
 
@@ -44,8 +44,9 @@ TEST_F(FarmDetailsTest, EmptyFinancialYearGivesFirstJuly1995) {
 }
 
 TEST_F(FarmDetailsTest, AddressAndTaxNumber) {
-    farm.execute("UPDATE [Farm Details] SET Address1 = '1 Pretend Lane', Address2 = NULL, Address3 = 'Demoville', "
-                 "[GST Reg Number] = '123-456-789'");
+    farm.execute(
+        "UPDATE [Farm Details] SET Address1 = '1 Pretend Lane', Address2 = NULL, Address3 = 'Demoville', "
+        "[GST Reg Number] = '123-456-789'");
     QString a1 = "x", a2 = "kept", a3 = "y";
     GetEmployerAddress(a1, a2, a3);
     EXPECT_EQ(a1, "1 Pretend Lane");

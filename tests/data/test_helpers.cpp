@@ -42,15 +42,17 @@ TEST(SqlDateTest, ZeroIsTheZeroDate) {
     EXPECT_EQ(SQLDate(QDate(1899, 12, 30)), "#12/30/1899#");
 }
 
-TEST(SqlDateTest, DateTextInTheLocalesOrder) { EXPECT_EQ(SQLDate(QString("3/04/2007")), "#04/03/2007#"); }
+TEST(SqlDateTest, DateTextInTheLocalesOrder) {
+    EXPECT_EQ(SQLDate(QString("3/04/2007")), "#04/03/2007#");
+}
 
 // ---- FillDaoVBCombo ----
 
 TEST_F(HelperTest, ComboWithNoneAndAnEmptyQueryHoldsOnlyNone) {
     ComboModel combo;
     combo.addItem("old entry");
-    FillDaoVBCombo("SELECT PayIntervalID, IntervalName FROM PayInterval WHERE PayIntervalID = 99", combo, db, 0, true,
-                   QString(), false, true, false);
+    FillDaoVBCombo("SELECT PayIntervalID, IntervalName FROM PayInterval WHERE PayIntervalID = 99", combo, db,
+                   0, true, QString(), false, true, false);
     ASSERT_EQ(combo.count(), 1);
     EXPECT_EQ(combo.text(0), "None");
     EXPECT_EQ(combo.itemData(0), 0);
@@ -59,8 +61,8 @@ TEST_F(HelperTest, ComboWithNoneAndAnEmptyQueryHoldsOnlyNone) {
 
 TEST_F(HelperTest, ComboSelectsTheEntryOfTheGivenId) {
     ComboModel combo;
-    FillDaoVBCombo("SELECT PayIntervalID, IntervalName FROM PayInterval ORDER BY PayIntervalID", combo, db, 3, true,
-                   "(no interval)", false, true, false);
+    FillDaoVBCombo("SELECT PayIntervalID, IntervalName FROM PayInterval ORDER BY PayIntervalID", combo, db, 3,
+                   true, "(no interval)", false, true, false);
     ASSERT_EQ(combo.count(), 6);
     EXPECT_EQ(combo.text(0), "(no interval)");
     EXPECT_EQ(combo.text(1), "Weekly");
@@ -71,12 +73,12 @@ TEST_F(HelperTest, ComboSelectsTheEntryOfTheGivenId) {
 
 TEST_F(HelperTest, ComboKeepSelectionAndMatchText) {
     ComboModel combo;
-    FillDaoVBCombo("SELECT PayIntervalID, IntervalName FROM PayInterval", combo, db, 2, false, QString(), false, true,
-                   true);
+    FillDaoVBCombo("SELECT PayIntervalID, IntervalName FROM PayInterval", combo, db, 2, false, QString(),
+                   false, true, true);
     EXPECT_EQ(combo.selectedIndex(), -1) << "keepSelection leaves the selection alone";
     db.execute("INSERT INTO TaxTypes (TaxTypeID, Taxname, [Order]) VALUES (0, 'None given', 0)");
-    FillDaoVBCombo("SELECT TaxTypeID, Taxname FROM TaxTypes ORDER BY TaxTypeID", combo, db, 0, false, QString(), true,
-                   true, false);
+    FillDaoVBCombo("SELECT TaxTypeID, Taxname FROM TaxTypes ORDER BY TaxTypeID", combo, db, 0, false,
+                   QString(), true, true, false);
     EXPECT_EQ(combo.selectedText(), "None given") << "selected 0 with matchText marks the row whose id is 0";
 }
 
@@ -108,7 +110,9 @@ TEST_F(HelperTest, ComboErrorIsShownAsASettingsError) {
 
 TEST_F(HelperTest, GridFromAnEmptyQueryHasOneEmptyRow) {
     GridArray grid;
-    fillgridarray(db, "SELECT WageID, PaymentNameID, DetailHours, EquivPayRate, Payment FROM PaymentDetails WHERE WageID = 1",
+    fillgridarray(db,
+                  "SELECT WageID, PaymentNameID, DetailHours, EquivPayRate, Payment FROM PaymentDetails "
+                  "WHERE WageID = 1",
                   grid, true, 5, 1);
     EXPECT_EQ(grid.rowCount(), 1);
     EXPECT_EQ(grid.columnCount(), 5);
@@ -123,7 +127,8 @@ TEST_F(HelperTest, GridCellsFormattedByColumnTypeAndKeyHidden) {
     db.execute("INSERT INTO PaymentDetails VALUES (5, 2, 2.5, 38.25, 95.625)");
     GridArray grid;
     fillgridarray(db,
-                  "SELECT WageID, PaymentNameID, DetailHours, EquivPayRate, Payment FROM PaymentDetails WHERE WageID = 5 "
+                  "SELECT WageID, PaymentNameID, DetailHours, EquivPayRate, Payment FROM PaymentDetails "
+                  "WHERE WageID = 5 "
                   "ORDER BY PaymentNameID",
                   grid, false, 5, 1);
     ASSERT_EQ(grid.rowCount(), 2);
@@ -141,8 +146,8 @@ TEST_F(HelperTest, GridCellsFormattedByColumnTypeAndKeyHidden) {
 
 TEST_F(HelperTest, GridOtherNumericValuesInFixedAndTextAsItIs) {
     GridArray grid;
-    fillgridarray(db, "SELECT Salary, Rate, '12' AS Code, 'abc' AS Word FROM ESCT ORDER BY Salary LIMIT 1", grid, true,
-                  4, 0);
+    fillgridarray(db, "SELECT Salary, Rate, '12' AS Code, 'abc' AS Word FROM ESCT ORDER BY Salary LIMIT 1",
+                  grid, true, 4, 0);
     EXPECT_EQ(grid.value(0, 0).toString(), "-$1.00");
     EXPECT_EQ(grid.value(0, 1).toString(), "0.11") << "a Double in fixed";
     EXPECT_EQ(grid.value(0, 2).toString(), "12.00") << "numeric text in fixed";
@@ -167,8 +172,8 @@ TEST_F(HelperTest, GridNamesFillTheColumnsValueList) {
     GridArray grid(1, 5);
     grid.setHeadings({"WageID", "Payment", "Units", "Rate", "Amount"});
     FillGridNames(grid, "PaymentNames", "Payment", "PaymentNameID", "PayUnitname", wagePath,
-                  "SELECT PaymentNameID, PayUnitname FROM PaymentNames ORDER BY PaymentNameID", false, 0, true,
-                  QString(), false, false);
+                  "SELECT PaymentNameID, PayUnitname FROM PaymentNames ORDER BY PaymentNameID", false, 0,
+                  true, QString(), false, false);
     const GridColumn& col = grid.column(1);
     ASSERT_EQ(col.valueItems.size(), 7);
     EXPECT_EQ(col.valueItems[0].value.toInt(), 1);
@@ -182,8 +187,8 @@ TEST_F(HelperTest, GridNamesBlankEntryAndExtraValue) {
     GridArray grid(1, 2);
     grid.setHeadings({"ID", "Name"});
     FillGridNames(grid, "TaxAllowName", "name", "TaxNameID", "taxAllowancename", wagePath,
-                  "SELECT TaxNameID, taxAllowancename, taxallowrate FROM TaxAllowName", true, 8, false, "taxallowrate",
-                  true, true);
+                  "SELECT TaxNameID, taxAllowancename, taxallowrate FROM TaxAllowName", true, 8, false,
+                  "taxallowrate", true, true);
     const GridColumn& col = grid.column(1);
     ASSERT_EQ(col.valueItems.size(), 4);
     EXPECT_EQ(col.valueItems[0].name, "");
@@ -195,8 +200,8 @@ TEST_F(HelperTest, GridNamesBlankEntryAndExtraValue) {
     EXPECT_EQ(col.maxComboItems, 8);
     // An empty query gives the blank entry alone.
     FillGridNames(grid, "TaxAllowName", "Name", "TaxNameID", "taxAllowancename", wagePath,
-                  "SELECT TaxNameID, taxAllowancename FROM TaxAllowName WHERE TaxNameID = 0", false, 0, true, QString(),
-                  false, false);
+                  "SELECT TaxNameID, taxAllowancename FROM TaxAllowName WHERE TaxNameID = 0", false, 0, true,
+                  QString(), false, false);
     ASSERT_EQ(grid.column(1).valueItems.size(), 1);
     EXPECT_EQ(grid.column(1).valueItems[0].name, "");
 }
@@ -204,8 +209,8 @@ TEST_F(HelperTest, GridNamesBlankEntryAndExtraValue) {
 TEST_F(HelperTest, GridNamesOnAMissingTableSaysTheDatabaseIsOutOfDate) {
     GridArray grid(1, 2);
     grid.setHeadings({"ID", "Name"});
-    FillGridNames(grid, "OldNames", "Name", "OldID", "OldName", wagePath, "SELECT OldID, OldName FROM OldNames", false,
-                  0, true, QString(), false, false);
+    FillGridNames(grid, "OldNames", "Name", "OldID", "OldName", wagePath,
+                  "SELECT OldID, OldName FROM OldNames", false, 0, true, QString(), false, false);
     ASSERT_EQ(dialogs.calls.size(), 1);
     EXPECT_EQ(dialogs.calls[0].message, "Database out of date, problem reading OldNames, OldID, OldName");
     EXPECT_EQ(dialogs.calls[0].heading, "An Error has Occurred");
@@ -215,8 +220,8 @@ TEST_F(HelperTest, GridNamesOnAMissingTableSaysTheDatabaseIsOutOfDate) {
 TEST_F(HelperTest, GridNamesOtherErrorsNameTheColumn) {
     GridArray grid(1, 2);
     grid.setHeadings({"ID", "Name"});
-    FillGridNames(grid, "PaymentNames", "Name", "PaymentNameID", "PayUnitname", wagePath, "SELECT PaymentNameID FROM",
-                  false, 0, true, QString(), false, false);
+    FillGridNames(grid, "PaymentNames", "Name", "PaymentNameID", "PayUnitname", wagePath,
+                  "SELECT PaymentNameID FROM", false, 0, true, QString(), false, false);
     ASSERT_EQ(dialogs.calls.size(), 1);
     EXPECT_TRUE(dialogs.calls[0].message.endsWith(" 3075 - Name, PaymentNameID, PayUnitname"))
         << dialogs.calls[0].message.toStdString();

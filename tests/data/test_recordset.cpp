@@ -109,7 +109,8 @@ TEST_F(RecordsetTest, FindFirstOnTextAndMixedCriterion) {
 }
 
 TEST_F(RecordsetTest, ValuesAreTypedByTheColumn) {
-    db.execute("UPDATE Wages SET Rate = 0.1, Details = 'memo', PaymentDate = '2026-04-20 13:45:00' WHERE WageID = 2");
+    db.execute("UPDATE Wages SET Rate = 0.1, Details = 'memo', PaymentDate = '2026-04-20 13:45:00' WHERE "
+               "WageID = 2");
     auto rs = db.openRecordset("SELECT * FROM Wages WHERE WageID = 2", RecordsetType::Snapshot);
     const QVariant gross = rs->value("Gross");
     ASSERT_EQ(gross.typeId(), qMetaTypeId<Currency>());
@@ -138,8 +139,9 @@ TEST_F(RecordsetTest, ValuesAreTypedByTheColumn) {
 }
 
 TEST_F(RecordsetTest, ComputedColumnsTakeTheirTypeFromTheValue) {
-    auto rs = db.openRecordset("SELECT Sum(Gross) AS Total, Count(*) AS N, 'a' || 'b' AS T, Max(Rate) AS R FROM Wages",
-                               RecordsetType::Snapshot);
+    auto rs = db.openRecordset(
+        "SELECT Sum(Gross) AS Total, Count(*) AS N, 'a' || 'b' AS T, Max(Rate) AS R FROM Wages",
+        RecordsetType::Snapshot);
     EXPECT_EQ(rs->fieldType(0), FieldType::Double);
     EXPECT_DOUBLE_EQ(rs->value("Total").toDouble(), 3520.5);
     EXPECT_EQ(rs->fieldType(1), FieldType::Long);
@@ -150,7 +152,8 @@ TEST_F(RecordsetTest, ComputedColumnsTakeTheirTypeFromTheValue) {
 
 TEST_F(RecordsetTest, CurrencyIsReadHalfToEvenAtFourDecimals) {
     db.execute("UPDATE Wages SET Gross = 0.03125, PAYE = 0.09375, TakeHome = 1.23445 WHERE WageID = 1");
-    auto rs = db.openRecordset("SELECT Gross, PAYE, TakeHome FROM Wages WHERE WageID = 1", RecordsetType::Snapshot);
+    auto rs =
+        db.openRecordset("SELECT Gross, PAYE, TakeHome FROM Wages WHERE WageID = 1", RecordsetType::Snapshot);
     EXPECT_EQ(rs->value("Gross").value<Currency>().raw(), 312);
     EXPECT_EQ(rs->value("PAYE").value<Currency>().raw(), 938);
     EXPECT_EQ(rs->value("TakeHome").value<Currency>().raw(), 12345);
@@ -279,9 +282,10 @@ TEST_F(RecordsetTest, RequeryAndCloseAndBookmarks) {
 }
 
 TEST_F(RecordsetTest, FieldsByQualifiedName) {
-    auto rs = db.openRecordset("SELECT Wages.EmployeeID, Employees.EmployeeID FROM Wages INNER JOIN Employees ON "
-                               "Wages.EmployeeID = Employees.EmployeeID",
-                               RecordsetType::Snapshot);
+    auto rs =
+        db.openRecordset("SELECT Wages.EmployeeID, Employees.EmployeeID FROM Wages INNER JOIN Employees ON "
+                         "Wages.EmployeeID = Employees.EmployeeID",
+                         RecordsetType::Snapshot);
     EXPECT_EQ(rs->fieldIndex("Employees.EmployeeID"), 1);
     EXPECT_EQ(rs->fieldIndex("[EmployeeID]"), 0);
     EXPECT_EQ(rs->fieldIndex("nothing"), -1);
@@ -291,8 +295,10 @@ TEST_F(RecordsetTest, SqlErrorsBecomeTheSystemsErrorNumbers) {
     EXPECT_EQ(errorNumber([&] { db.openRecordset("SELECT * FROM NoSuchTable"); }), err::MissingObject);
     EXPECT_EQ(errorNumber([&] { db.openRecordset("NoSuchTable"); }), err::MissingObject);
     EXPECT_EQ(errorNumber([&] { db.execute("UPDATE Wages SET NoSuchColumn = 1"); }), err::MissingObject);
-    EXPECT_EQ(errorNumber([&] { db.execute("INSERT INTO PayInterval (PayIntervalID) VALUES (1)"); }), err::DuplicateKey);
-    EXPECT_EQ(errorNumber([&] { db.execute("INSERT INTO Wages (EmployeeID) VALUES (NULL)"); }), err::RequiredField);
+    EXPECT_EQ(errorNumber([&] { db.execute("INSERT INTO PayInterval (PayIntervalID) VALUES (1)"); }),
+              err::DuplicateKey);
+    EXPECT_EQ(errorNumber([&] { db.execute("INSERT INTO Wages (EmployeeID) VALUES (NULL)"); }),
+              err::RequiredField);
     EXPECT_EQ(errorNumber([&] { db.execute("INSERT INTO Wages (EmployeeID) VALUES (99)"); }), 3201);
     try {
         db.openRecordset("SELECT * FROM Wagez");
@@ -303,7 +309,8 @@ TEST_F(RecordsetTest, SqlErrorsBecomeTheSystemsErrorNumbers) {
 
 TEST_F(RecordsetTest, DateLiteralsAreRewrittenOutsideQuotes) {
     EXPECT_EQ(rewriteDateLiterals("WHERE [Date] = #04/03/2007#"), "WHERE [Date] = '2007-04-03'");
-    EXPECT_EQ(rewriteDateLiterals("x = #12/30/1899# OR y = #1/2/2026#"), "x = '1899-12-30' OR y = '2026-01-02'");
+    EXPECT_EQ(rewriteDateLiterals("x = #12/30/1899# OR y = #1/2/2026#"),
+              "x = '1899-12-30' OR y = '2026-01-02'");
     EXPECT_EQ(rewriteDateLiterals("x = '#04/03/2007#'"), "x = '#04/03/2007#'");
     EXPECT_EQ(rewriteDateLiterals("[a#04/03/2007#b] = 1"), "[a#04/03/2007#b] = 1");
     EXPECT_EQ(rewriteDateLiterals("x = #04/03/2007 10:30:00#"), "x = '2007-04-03 10:30:00'");
@@ -317,8 +324,9 @@ TEST_F(RecordsetTest, DateLiteralsAreRewrittenOutsideQuotes) {
 
 TEST_F(RecordsetTest, NullComparisonsStayAsWritten) {
     // "= NULL" is never true, so only the zero date marks a current employee.
-    auto rs = db.openRecordset("SELECT EmployeeID FROM Employees WHERE DateFinished = NULL OR DateFinished = #12/30/1899#",
-                               RecordsetType::Snapshot);
+    auto rs = db.openRecordset(
+        "SELECT EmployeeID FROM Employees WHERE DateFinished = NULL OR DateFinished = #12/30/1899#",
+        RecordsetType::Snapshot);
     rs->MoveLast();
     EXPECT_EQ(rs->RecordCount(), 1);
     EXPECT_EQ(rs->value(0).toInt(), 1);
@@ -326,15 +334,16 @@ TEST_F(RecordsetTest, NullComparisonsStayAsWritten) {
 
 TEST_F(RecordsetTest, ComparisonWithNullIsFalseInsideNot) {
     // Employee 1 is hired and current; employee 2 has neither date set.
-    auto rs = db.openRecordset(
-        "SELECT EmployeeID FROM Employees WHERE (Employees.[DateFinished] = NULL OR Employees.[DateFinished] = "
-        "#12/30/1899#) AND not (DateHired = NULL or DateHired = #12/30/1899#);",
-        RecordsetType::Snapshot);
+    auto rs = db.openRecordset("SELECT EmployeeID FROM Employees WHERE (Employees.[DateFinished] = NULL OR "
+                               "Employees.[DateFinished] = "
+                               "#12/30/1899#) AND not (DateHired = NULL or DateHired = #12/30/1899#);",
+                               RecordsetType::Snapshot);
     ASSERT_FALSE(rs->EOF_());
     rs->MoveLast();
     EXPECT_EQ(rs->RecordCount(), 1);
     EXPECT_EQ(rs->value(0).toInt(), 1);
-    auto none = db.openRecordset("SELECT EmployeeID FROM Employees WHERE NOT (DateHired <> NULL)", RecordsetType::Snapshot);
+    auto none = db.openRecordset("SELECT EmployeeID FROM Employees WHERE NOT (DateHired <> NULL)",
+                                 RecordsetType::Snapshot);
     none->MoveLast();
     EXPECT_EQ(none->RecordCount(), 2);
     // An assignment of NULL stays an assignment; a quoted '= NULL' is left alone.
@@ -372,14 +381,18 @@ TEST_F(RecordsetTest, VbStrAndIif) {
     EXPECT_EQ(db.scalar("SELECT vbstr('x')").toString(), "x");
     // A Single column's 1.1 reads "1.1", not the double's digits.
     db.execute("UPDATE PaymentNames SET Calculation = ? WHERE PaymentNameID = 2", {double(1.1f)});
-    EXPECT_EQ(db.scalar("SELECT iif(Calculation > 0, PayUnitname || ' (x' || vbstr(Calculation) || ')', PayUnitname) "
-                        "FROM PaymentNames WHERE PaymentNameID = 2")
-                  .toString(),
-              "Overtime (x1.1)");
-    EXPECT_EQ(db.scalar("SELECT iif(Calculation > 0, PayUnitname || ' (x' || vbstr(Calculation) || ')', PayUnitname) "
-                        "FROM PaymentNames WHERE PaymentNameID = 3")
-                  .toString(),
-              "Double Time (x2)");
+    EXPECT_EQ(
+        db.scalar(
+              "SELECT iif(Calculation > 0, PayUnitname || ' (x' || vbstr(Calculation) || ')', PayUnitname) "
+              "FROM PaymentNames WHERE PaymentNameID = 2")
+            .toString(),
+        "Overtime (x1.1)");
+    EXPECT_EQ(
+        db.scalar(
+              "SELECT iif(Calculation > 0, PayUnitname || ' (x' || vbstr(Calculation) || ')', PayUnitname) "
+              "FROM PaymentNames WHERE PaymentNameID = 3")
+            .toString(),
+        "Double Time (x2)");
     EXPECT_EQ(db.scalar("SELECT iif(NULL, 1, 2)").toInt(), 2);
     EXPECT_EQ(db.scalar("SELECT iif(0, 1, 2)").toInt(), 2);
     EXPECT_EQ(db.scalar("SELECT iif(-1, 1, 2)").toInt(), 1);
@@ -410,7 +423,8 @@ TEST_F(RecordsetTest, ConversionOnStoreFollowsTheLocale) {
     EXPECT_DOUBLE_EQ(db.scalar("SELECT Gross FROM Wages WHERE WageID = 1").toDouble(), 1234.56);
     EXPECT_DOUBLE_EQ(db.scalar("SELECT Hours FROM Wages WHERE WageID = 1").toDouble(), 37.5);
     EXPECT_EQ(db.scalar("SELECT [Date] FROM Wages WHERE WageID = 1").toString(), "2026-06-05");
-    EXPECT_EQ(db.scalar("SELECT vbstr(1.5)").toString(), "1,5") << "the locale's decimal mark, as the runtime prints";
+    EXPECT_EQ(db.scalar("SELECT vbstr(1.5)").toString(), "1,5")
+        << "the locale's decimal mark, as the runtime prints";
     EXPECT_EQ(db.scalar("SELECT [Date] FROM Wages WHERE [Date] = #06/05/2026#").toString(), "2026-06-05")
         << "the literal stays month first";
 }

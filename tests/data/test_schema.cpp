@@ -36,8 +36,7 @@ long errorOf(const std::function<void()>& f, QString* description = nullptr) {
     try {
         f();
     } catch (const VbError& e) {
-        if (description)
-            *description = e.description();
+        if (description) *description = e.description();
         return e.number();
     }
     return 0;
@@ -55,21 +54,25 @@ TEST_F(SchemaTest, PayrollDatabaseHasEveryTableAndColumnInItsOneSpelling) {
     Database db = openOrCreate(DatabaseKind::Wage, path("sub/Wage32.db"), &created);
     EXPECT_TRUE(created);
     const QMap<QString, QStringList> expected{
-        {"Wages", {"WageID", "EmployeeID", "Date", "Rate", "TaxCode", "PayInterval", "OneOff", "Hours", "Gross",
-                   "TaxAllow", "TotalTaxable", "PAYE", "NonTaxAllow", "Deductions", "TakeHome",
-                   "KiwiSaverContribution", "ESCTDeductions", "TaxCreditKiwiSaver", "Details", "Reference",
+        {"Wages", {"WageID",         "EmployeeID",         "Date",         "Rate",
+                   "TaxCode",        "PayInterval",        "OneOff",       "Hours",
+                   "Gross",          "TaxAllow",           "TotalTaxable", "PAYE",
+                   "NonTaxAllow",    "Deductions",         "TakeHome",     "KiwiSaverContribution",
+                   "ESCTDeductions", "TaxCreditKiwiSaver", "Details",      "Reference",
                    "PaymentDate"}},
         {"PaymentDetails", {"WageID", "PaymentNameID", "DetailHours", "EquivPayRate", "Payment"}},
         {"TaxAllowDetails", {"WageID", "TaxNameID", "Amountcalcon", "taxallowrate", "TaxableAllow"}},
         {"NonTaxAllowDetails", {"WageID", "NonTaxNameID", "Amountcalcon", "NonTaxRate", "NonTaxAllow"}},
         {"DeductionDetails", {"WageID", "DeductNameID", "AmountCalcon", "Percentage", "Deductions"}},
-        {"ContributionDetails", {"WageID", "ContributionNameID", "AmountCalcon", "Percentage", "ESCT", "Contributions"}},
+        {"ContributionDetails",
+         {"WageID", "ContributionNameID", "AmountCalcon", "Percentage", "ESCT", "Contributions"}},
         {"TaxDetails", {"WageID", "PayIntervalID", "TaxableAmount", "TaxTypeID", "PAYE"}},
         {"PaySlip", {"Description", "Number", "Rate", "Amount", "Total"}},
-        {"Employees", {"EmployeeID", "AddressID", "Birthdate", "EmployeeTypeID", "DateHired", "DateFinished", "PayRate",
-                       "YearlyTotal", "PayIntervalID", "TaxTypeID", "IRDNumber", "TaxCode", "KiwiSaverEnrolled",
-                       "KiwiSaverEnrolID", "KiwiSaverStartDate", "KiwiSaverEmployerRateID", "ExcludeIR348", "BankID",
-                       "EnterpriseID"}},
+        {"Employees",
+         {"EmployeeID", "AddressID", "Birthdate", "EmployeeTypeID", "DateHired", "DateFinished", "PayRate",
+          "YearlyTotal", "PayIntervalID", "TaxTypeID", "IRDNumber", "TaxCode", "KiwiSaverEnrolled",
+          "KiwiSaverEnrolID", "KiwiSaverStartDate", "KiwiSaverEmployerRateID", "ExcludeIR348", "BankID",
+          "EnterpriseID"}},
         {"EmployeeAwardType", {"EmployeeTypeID", "EmployeeType", "UnitOfPay"}},
         {"EmployeeDeductions", {"EmployeeID", "DeductID", "FixedAmount", "SpecialRate", "TaxName"}},
         {"EmployerContributions", {"EmployeeID", "ContributionID", "FixedAmount", "SpecialRate"}},
@@ -82,13 +85,16 @@ TEST_F(SchemaTest, PayrollDatabaseHasEveryTableAndColumnInItsOneSpelling) {
         {"TaxAllowTypes", {"TaxNameID", "EmployeetypeID", "Orderinlist"}},
         {"NonTaxAllowName", {"NonTaxNameID", "NonTaxallowname", "NonTaxRate"}},
         {"NonTaxAllowTypes", {"NonTaxNameID", "EmployeeTypeID", "Order"}},
-        {"DeductNames", {"DeductNameID", "DeductionName", "CountryPhone", "TaxName", "Percentage", "LowerThreshold",
-                         "UpperThreshold", "MaxPercent"}},
-        {"ContributionNames", {"ContributionNameID", "ContributionName", "CountryPhone", "TaxName", "Percentage",
-                               "LowerThreshold", "UpperThreshold", "MaxPercent"}},
+        {"DeductNames",
+         {"DeductNameID", "DeductionName", "CountryPhone", "TaxName", "Percentage", "LowerThreshold",
+          "UpperThreshold", "MaxPercent"}},
+        {"ContributionNames",
+         {"ContributionNameID", "ContributionName", "CountryPhone", "TaxName", "Percentage", "LowerThreshold",
+          "UpperThreshold", "MaxPercent"}},
         {"ESCT", {"Salary", "Rate"}},
-        {"LeaveDetails", {"LeaveID", "EmployeeID", "LeaveTypeID", "TransTypeID", "NumberofDays", "DateFrom", "DateTo",
-                          "Comments"}},
+        {"LeaveDetails",
+         {"LeaveID", "EmployeeID", "LeaveTypeID", "TransTypeID", "NumberofDays", "DateFrom", "DateTo",
+          "Comments"}},
         {"TransType", {"TransTypeID", "TransType", "Added"}},
         {"WageInfo", {"Cashbook"}},
     };
@@ -97,32 +103,33 @@ TEST_F(SchemaTest, PayrollDatabaseHasEveryTableAndColumnInItsOneSpelling) {
     EXPECT_FALSE(db.hasTable("Reference")) << "created on the first commit";
     EXPECT_EQ(db.userVersion(), schemaVersion(DatabaseKind::Wage));
     // Names match without regard to case, as the system spells several columns more than one way.
-    auto rs = db.openRecordset("SELECT Paysperyear, Numberofdays, intervalname FROM PayInterval WHERE PayIntervalID = 1",
-                               RecordsetType::Snapshot);
+    auto rs = db.openRecordset(
+        "SELECT Paysperyear, Numberofdays, intervalname FROM PayInterval WHERE PayIntervalID = 1",
+        RecordsetType::Snapshot);
     EXPECT_FLOAT_EQ(rs->value("PaysPerYear").toFloat(), 52.0f);
     EXPECT_FLOAT_EQ(rs->value("NumberOFDays").toFloat(), 7.0f);
 }
 
 TEST_F(SchemaTest, FarmAndModulesDatabasesHaveTheirTables) {
     Database farm = openOrCreate(DatabaseKind::Farm, path("Farm32.db"));
-    EXPECT_EQ(columnsOf(farm, "Addresses"), QStringList({"AddressID", "WageFlag", "BusinessFlag", "BusName",
-                                                          "BusAddress1", "BusCity", "ContactLastName",
-                                                          "ContactFirstName"}));
+    EXPECT_EQ(columnsOf(farm, "Addresses"),
+              QStringList({"AddressID", "WageFlag", "BusinessFlag", "BusName", "BusAddress1", "BusCity",
+                           "ContactLastName", "ContactFirstName"}));
     const QStringList details = columnsOf(farm, "Farm Details");
     for (const char* c : {"Farm Name", "Financial Year", "Address1", "Address2", "Address3", "GST Reg Number",
-                          "GST Start Date", "GST Rate", "GST Period", "Effective Area", "Budget GST", "BGT GST Account",
-                          "OD Interest Rate", "Budget Year", "Current Season"})
+                          "GST Start Date", "GST Rate", "GST Period", "Effective Area", "Budget GST",
+                          "BGT GST Account", "OD Interest Rate", "Budget Year", "Current Season"})
         EXPECT_TRUE(details.contains(c)) << c;
     EXPECT_EQ(columnsOf(farm, "Partners"),
               QStringList({"PartnerID", "PartnerName", "PartnerGSTNum", "PartnerDefault", "PartnerTaxRate"}));
     EXPECT_EQ(columnsOf(farm, "Secondary Codes"), QStringList({"Secondary Codes ID", "Cached Name"}));
     EXPECT_EQ(columnsOf(farm, "Tax Periods"), QStringList({"Months", "Prompt"}));
     EXPECT_EQ(columnsOf(farm, "PayeInfo"),
-              QStringList({"PAYEAccount", "WageAccount", "PaymentAccount", "AdjustAccount", "PAYEFreq", "TaxFreq",
-                           "PAYEStart", "ITaxStart", "PAYENonCash", "PAYEAddressID"}));
+              QStringList({"PAYEAccount", "WageAccount", "PaymentAccount", "AdjustAccount", "PAYEFreq",
+                           "TaxFreq", "PAYEStart", "ITaxStart", "PAYENonCash", "PAYEAddressID"}));
     EXPECT_EQ(columnsOf(farm, "Transactions"),
-              QStringList({"TransactionsID", "Date", "AddressID", "Reference", "Amount", "BanksID", "Other Party",
-                           "PayDate", "FrequencyID", "Balance", "Count"}));
+              QStringList({"TransactionsID", "Date", "AddressID", "Reference", "Amount", "BanksID",
+                           "Other Party", "PayDate", "FrequencyID", "Balance", "Count"}));
     EXPECT_EQ(columnsOf(farm, "TransactionDetails"),
               QStringList({"TransactionsID", "Account Code", "Net Amount", "Gross Amount", "GST Amount",
                            "Enterprise Code", "Quantity", "Particulars", "Transaction Memo", "TaxReturnID",
@@ -146,7 +153,8 @@ TEST_F(SchemaTest, AnExistingDatabaseIsOpenedNotRecreated) {
     Database again = openOrCreate(DatabaseKind::Wage, path("Wage32.db"), &created);
     EXPECT_FALSE(created);
     EXPECT_EQ(again.scalar("SELECT TaxCode FROM Employees WHERE EmployeeID = 5").toString(), "M");
-    EXPECT_EQ(again.scalar("SELECT count(*) FROM PayInterval").toInt(), 5) << "no second copy of the template";
+    EXPECT_EQ(again.scalar("SELECT count(*) FROM PayInterval").toInt(), 5)
+        << "no second copy of the template";
 }
 
 TEST_F(SchemaTest, DeletingAnEmployeeCascadesToPaysAndTheirLines) {
@@ -176,10 +184,13 @@ TEST_F(SchemaTest, DeletingAnEmployeeCascadesToPaysAndTheirLines) {
     for (const char* t : {"PaymentDetails", "TaxAllowDetails", "NonTaxAllowDetails", "DeductionDetails",
                           "ContributionDetails", "TaxDetails"}) {
         EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM %1").arg(t)).toInt(), 1) << t;
-        EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM %1 WHERE WageID IN (10, 11)").arg(t)).toInt(), 0) << t;
+        EXPECT_EQ(
+            db.scalar(QStringLiteral("SELECT count(*) FROM %1 WHERE WageID IN (10, 11)").arg(t)).toInt(), 0)
+            << t;
     }
     for (const char* t : {"EmployeeDeductions", "EmployerContributions", "LeaveDetails"})
-        EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM %1 WHERE EmployeeID = 1").arg(t)).toInt(), 0) << t;
+        EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM %1 WHERE EmployeeID = 1").arg(t)).toInt(), 0)
+            << t;
 }
 
 TEST_F(SchemaTest, DeletingTheLastPayLeavesNoDetailRows) {
@@ -193,8 +204,8 @@ TEST_F(SchemaTest, DeletingTheLastPayLeavesNoDetailRows) {
     // Deleted through a recordset, as the pay list does.
     auto rs = db.openRecordset("SELECT * FROM Wages WHERE EmployeeID = 1");
     rs->Delete();
-    for (const char* t : {"Wages", "PaymentDetails", "TaxAllowDetails", "NonTaxAllowDetails", "DeductionDetails",
-                          "ContributionDetails", "TaxDetails"})
+    for (const char* t : {"Wages", "PaymentDetails", "TaxAllowDetails", "NonTaxAllowDetails",
+                          "DeductionDetails", "ContributionDetails", "TaxDetails"})
         EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM %1").arg(t)).toInt(), 0) << t;
     EXPECT_EQ(db.scalar("SELECT count(*) FROM Employees").toInt(), 1);
 }
@@ -204,8 +215,9 @@ TEST_F(SchemaTest, ALineIsUniqueByPayAndName) {
     db.execute("INSERT INTO Employees (EmployeeID) VALUES (1)");
     db.execute("INSERT INTO Wages (WageID, EmployeeID) VALUES (7, 1)");
     db.execute("INSERT INTO PaymentDetails (WageID, PaymentNameID) VALUES (7, 1)");
-    EXPECT_EQ(errorOf([&] { db.execute("INSERT INTO PaymentDetails (WageID, PaymentNameID) VALUES (7, 1)"); }),
-              err::DuplicateKey);
+    EXPECT_EQ(
+        errorOf([&] { db.execute("INSERT INTO PaymentDetails (WageID, PaymentNameID) VALUES (7, 1)"); }),
+        err::DuplicateKey);
 }
 
 TEST_F(SchemaTest, ReferenceIsCreatedWithItsOneColumnAndAnExistingTableIsKept) {
@@ -274,7 +286,8 @@ namespace {
 // Currency bands.
 Currency annualTax(Database& db, int taxType, Currency annual) {
     auto rs = db.openRecordset(
-        QStringLiteral("SELECT upperlimit, taxrate FROM TaxSteps WHERE taxtypeID = %1 ORDER BY upperlimit").arg(taxType),
+        QStringLiteral("SELECT upperlimit, taxrate FROM TaxSteps WHERE taxtypeID = %1 ORDER BY upperlimit")
+            .arg(taxType),
         RecordsetType::Snapshot);
     Currency total, lower, remaining = annual;
     while (!rs->EOF_() && remaining > Currency()) {
@@ -303,7 +316,8 @@ double payeOf(Database& db, double earnings, int paysPerYear) {
 
 TEST_F(SchemaTest, TemplateTaxStepsGiveThePublishedPaye) {
     Database db = openOrCreate(DatabaseKind::Wage, path("Wage32.db"));
-    EXPECT_NEAR(annualTax(db, 1, Currency::fromLong(52000)).toDouble(), 8918.0, 0.0005); // a ten-thousandth per band at most
+    EXPECT_NEAR(annualTax(db, 1, Currency::fromLong(52000)).toDouble(), 8918.0,
+                0.0005); // a ten-thousandth per band at most
     EXPECT_NEAR(annualTax(db, 1, Currency::fromLong(18000)).toDouble(), 2373.0, 0.0005);
     EXPECT_DOUBLE_EQ(payeOf(db, 1000.00, 52), 171.50);
     EXPECT_DOUBLE_EQ(payeOf(db, 300.00, 52), 36.75);
@@ -316,52 +330,65 @@ TEST_F(SchemaTest, TemplateTaxStepsGiveThePublishedPaye) {
 
 TEST_F(SchemaTest, TemplateFlatTypesHaveOneStepWithTheLevy) {
     Database db = openOrCreate(DatabaseKind::Wage, path("Wage32.db"));
-    const QMap<QString, float> flat{{"SB", 12.25f}, {"S", 19.25f}, {"SH", 31.75f},
+    const QMap<QString, float> flat{{"SB", 12.25f}, {"S", 19.25f},  {"SH", 31.75f},
                                     {"ST", 34.75f}, {"SA", 40.75f}, {"ND", 46.75f}};
     for (auto it = flat.begin(); it != flat.end(); ++it) {
-        auto rs = db.openRecordset(QStringLiteral("SELECT taxrate FROM TaxSteps INNER JOIN TaxTypes ON "
-                                                  "TaxTypes.TaxTypeID = TaxSteps.taxtypeID WHERE Taxname = '%1'")
-                                       .arg(it.key()),
-                                   RecordsetType::Snapshot);
+        auto rs =
+            db.openRecordset(QStringLiteral("SELECT taxrate FROM TaxSteps INNER JOIN TaxTypes ON "
+                                            "TaxTypes.TaxTypeID = TaxSteps.taxtypeID WHERE Taxname = '%1'")
+                                 .arg(it.key()),
+                             RecordsetType::Snapshot);
         rs->MoveLast();
         EXPECT_EQ(rs->RecordCount(), 1) << it.key().toStdString();
         EXPECT_FLOAT_EQ(rs->value(0).toFloat(), it.value()) << it.key().toStdString();
     }
-    auto main = db.openRecordset("SELECT upperlimit FROM TaxSteps WHERE taxtypeID = 1", RecordsetType::Snapshot);
+    auto main =
+        db.openRecordset("SELECT upperlimit FROM TaxSteps WHERE taxtypeID = 1", RecordsetType::Snapshot);
     main->MoveLast();
     EXPECT_EQ(main->RecordCount(), 6);
 }
 
 TEST_F(SchemaTest, TemplateRateAndNameRows) {
     Database db = openOrCreate(DatabaseKind::Wage, path("Wage32.db"));
-    EXPECT_EQ(db.scalar("SELECT IntervalName FROM PayInterval WHERE Numberofdays=0 AND Paysperyear=0").toString(),
-              "One-off");
-    EXPECT_EQ(db.scalar("SELECT PaysPerYear FROM PayInterval WHERE IntervalName = 'Fortnightly'").toInt(), 26);
+    EXPECT_EQ(
+        db.scalar("SELECT IntervalName FROM PayInterval WHERE Numberofdays=0 AND Paysperyear=0").toString(),
+        "One-off");
+    EXPECT_EQ(db.scalar("SELECT PaysPerYear FROM PayInterval WHERE IntervalName = 'Fortnightly'").toInt(),
+              26);
     // ESCT: a yearly figure of 0 finds the first band; the bands start at their lower edges.
-    EXPECT_DOUBLE_EQ(db.scalar("SELECT Max(Rate) AS RatePercent FROM ESCT WHERE Salary < 0").toDouble(), 0.105);
+    EXPECT_DOUBLE_EQ(db.scalar("SELECT Max(Rate) AS RatePercent FROM ESCT WHERE Salary < 0").toDouble(),
+                     0.105);
     EXPECT_DOUBLE_EQ(db.scalar("SELECT Max(Rate) FROM ESCT WHERE Salary < 18720").toDouble(), 0.105);
     EXPECT_DOUBLE_EQ(db.scalar("SELECT Max(Rate) FROM ESCT WHERE Salary < 18721").toDouble(), 0.175);
     EXPECT_DOUBLE_EQ(db.scalar("SELECT Max(Rate) FROM ESCT WHERE Salary < 300000").toDouble(), 0.39);
     EXPECT_EQ(db.scalar("SELECT Salary FROM ESCT ORDER BY Salary LIMIT 1").toInt(), -1);
-    EXPECT_EQ(db.scalar("SELECT DeductionName FROM DeductNames WHERE lower(TaxName) = 'kiwisaver'").toString(),
-              "KiwiSaver");
+    EXPECT_EQ(
+        db.scalar("SELECT DeductionName FROM DeductNames WHERE lower(TaxName) = 'kiwisaver'").toString(),
+        "KiwiSaver");
     EXPECT_FLOAT_EQ(db.scalar("SELECT Percentage FROM DeductNames WHERE DeductNameID = 1").toFloat(), 3.5f);
-    EXPECT_EQ(db.scalar("SELECT LowerThreshold FROM DeductNames WHERE DeductionName = 'Student Loan'").toInt(), 24128);
-    EXPECT_EQ(db.scalar("SELECT count(*) FROM ContributionNames WHERE TaxName = 'kiwisaver' AND CountryPhone = 64").toInt(),
-              1);
+    EXPECT_EQ(
+        db.scalar("SELECT LowerThreshold FROM DeductNames WHERE DeductionName = 'Student Loan'").toInt(),
+        24128);
+    EXPECT_EQ(
+        db.scalar("SELECT count(*) FROM ContributionNames WHERE TaxName = 'kiwisaver' AND CountryPhone = 64")
+            .toInt(),
+        1);
     EXPECT_EQ(db.scalar("SELECT Cashbook FROM WageInfo").toInt(), 0);
     EXPECT_EQ(db.scalar("SELECT count(*) FROM WageInfo").toInt(), 1);
     EXPECT_EQ(db.scalar("SELECT Added FROM TransType WHERE TransTypeID = 4").toInt(), 1);
     EXPECT_EQ(db.scalar("SELECT Added FROM TransType WHERE TransTypeID = 2").toInt(), 0);
     EXPECT_EQ(db.scalar("SELECT Added FROM TransType WHERE TransTypeID = 3").toInt(), 0);
     EXPECT_EQ(db.scalar("SELECT count(*) FROM TransType").toInt(), 5);
-    EXPECT_EQ(db.scalar("SELECT ExcludeKiwiSaver FROM TaxAllowName WHERE taxAllowancename = 'Accommodation'").toInt(), 1);
+    EXPECT_EQ(db.scalar("SELECT ExcludeKiwiSaver FROM TaxAllowName WHERE taxAllowancename = 'Accommodation'")
+                  .toInt(),
+              1);
     EXPECT_EQ(db.scalar("SELECT count(*) FROM PaymentNames WHERE Salary = True").toInt(), 1);
     // The payment list's name text: "Overtime (x1.5)".
-    EXPECT_EQ(db.scalar("SELECT iif(Calculation>0, PayUnitname || ' (x' || vbstr(Calculation) || ')', PayUnitname) "
-                        "FROM PaymentNames WHERE PaymentNameID = 2")
-                  .toString(),
-              "Overtime (x1.5)");
+    EXPECT_EQ(
+        db.scalar("SELECT iif(Calculation>0, PayUnitname || ' (x' || vbstr(Calculation) || ')', PayUnitname) "
+                  "FROM PaymentNames WHERE PaymentNameID = 2")
+            .toString(),
+        "Overtime (x1.5)");
 }
 
 TEST_F(SchemaTest, TemplateFarmRows) {
@@ -372,7 +399,8 @@ TEST_F(SchemaTest, TemplateFarmRows) {
     EXPECT_EQ(farm.scalar("SELECT count(*) FROM Banks WHERE AccountType = 1").toInt(), 1);
     EXPECT_GE(farm.scalar("SELECT count(*) FROM Banks").toInt(), 2);
     for (int code : {401001, 401002, 401005, 401008})
-        EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM [Secondary Codes] WHERE [Secondary Codes ID] = %1")
+        EXPECT_EQ(farm.scalar(QStringLiteral(
+                                  "SELECT count(*) FROM [Secondary Codes] WHERE [Secondary Codes ID] = %1")
                                   .arg(code))
                       .toInt(),
                   1)
@@ -380,8 +408,8 @@ TEST_F(SchemaTest, TemplateFarmRows) {
     EXPECT_TRUE(farm.scalar("SELECT [Cached Name] FROM [Secondary Codes] WHERE [Secondary Codes ID] = 401001")
                     .toString()
                     .contains(":X"));
-    auto periods = farm.openRecordset("SELECT Months, Prompt From [Tax Periods] ORDER BY [Tax Periods].Months;",
-                                      RecordsetType::Snapshot);
+    auto periods = farm.openRecordset(
+        "SELECT Months, Prompt From [Tax Periods] ORDER BY [Tax Periods].Months;", RecordsetType::Snapshot);
     QList<int> months;
     while (!periods->EOF_()) {
         months << periods->value("Months").toInt();
@@ -395,9 +423,11 @@ TEST_F(SchemaTest, TemplateFarmRows) {
 TEST_F(SchemaTest, TemplateModulesRows) {
     Database modules = openOrCreate(DatabaseKind::Modules, path("Modules.db"));
     for (const char* group : {"Modules", "Tools", "Reports", "Help"})
-        EXPECT_GT(modules.scalar(QStringLiteral("SELECT count(*) FROM MenuOptions WHERE MenuGroup = '%1'").arg(group))
-                      .toInt(),
-                  0)
+        EXPECT_GT(
+            modules
+                .scalar(QStringLiteral("SELECT count(*) FROM MenuOptions WHERE MenuGroup = '%1'").arg(group))
+                .toInt(),
+            0)
             << group;
     EXPECT_EQ(modules.scalar("SELECT count(*) FROM ScreenHelp WHERE ScreenNumber = 7").toInt(), 1);
 }
