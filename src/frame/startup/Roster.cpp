@@ -70,11 +70,11 @@ EmployeeRecord readEmployee(const Recordset& e, const Recordset& a) {
 }
 } // namespace
 
-// The filter's "= NULL" tests were null tests in the engine the filter was written for; SQLite's own
-// "= NULL" is never true, so they are written as IS NULL here.
+// The "= NULL" tests stand as written: the data layer gives them the old engine's meaning (never true),
+// so a current employee carries the zero date in DateFinished, as the address book writes it.
 QString rosterWhereClause() {
-    return QStringLiteral("(Employees.[DateFinished] IS NULL OR Employees.[DateFinished] = ") + zeroDate() +
-           QStringLiteral(") AND not (DateHired IS NULL or DateHired = ") + zeroDate() + QStringLiteral(");");
+    return QStringLiteral("(Employees.[DateFinished] = NULL OR Employees.[DateFinished] = ") + zeroDate() +
+           QStringLiteral(") AND not (DateHired = NULL or DateHired = ") + zeroDate() + QStringLiteral(");");
 }
 
 qint32 FillEmployeeArray() {
@@ -149,7 +149,7 @@ void InitData(PayView& form) {
         form.datEmployee.setDatabase(wage);
         form.datPays.setDatabase(wage);
         form.datEmployee.setRecordSource(kEmployeeColumns +
-                                         QStringLiteral("Employees.[DateFinished] IS NULL OR Employees.[DateFinished] = ") +
+                                         QStringLiteral("Employees.[DateFinished] = NULL OR Employees.[DateFinished] = ") +
                                          zeroDate());
         form.datEmployee.Refresh();
     });
