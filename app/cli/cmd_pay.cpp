@@ -168,6 +168,8 @@ int addPay(const QStringList& args, QTextStream& out) {
             screen.cmdAddPay_Click();
         }
     }
+    // The screen stores its pay as it closes.
+    screen.datPays.UpdateRecord();
     const QVariant added = app.WageDatabase.scalar(
         QStringLiteral("SELECT min(WageID) FROM Wages WHERE EmployeeID = %1 AND WageID > %2").arg(employeeID).arg(before));
     if (ql::IsNull(added))

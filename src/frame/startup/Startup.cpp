@@ -97,6 +97,12 @@ void UnloadWageForm() {
         if (QCoreApplication::instance())
             QCoreApplication::processEvents();
     });
+    // The pay list stores what its bound labels hold before the database goes, as a data source does
+    // when its form unloads.
+    skipErrors([&] {
+        if (form)
+            form->view().datPays.UpdateRecord();
+    });
     skipErrors([] { CloseWageDatabase(); });
     while (!openForms().isEmpty()) {
         const auto entry = openForms().takeFirst();
