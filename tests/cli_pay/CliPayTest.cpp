@@ -78,3 +78,25 @@ TEST(CliPay, AddPaysToTheFirstEmployeeOfTheDemoFarm) {
     EXPECT_EQ(parse(shown.out).object().value(QStringLiteral("Wages")).toObject().value(QStringLiteral("WageID")).toInt(),
               wageID.toInt());
 }
+
+// The second pay's figures are stored with the pay when the command ends, as the screen stores its
+// record when it closes: PAYE by the weekly M method on 1,022.75, KiwiSaver 3.5% cut to cents.
+TEST(CliPay, SecondPayKeepsItsTotalsAfterTheCommandEnds) {
+    qltest::TempDocuments docs;
+    ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs.path()).exitCode, 0);
+    ASSERT_EQ(runCli({QStringLiteral("add-pay"), QStringLiteral("1"), QStringLiteral("2026-04-06")}, docs.path()).exitCode, 0);
+    ASSERT_EQ(runCli({QStringLiteral("add-pay"), QStringLiteral("1")}, docs.path()).exitCode, 0);
+    const auto listed = runCli({QStringLiteral("pays"), QStringLiteral("1")}, docs.path());
+    ASSERT_EQ(listed.exitCode, 0);
+    const QJsonArray pays = parse(listed.out).array();
+    ASSERT_EQ(pays.size(), 2);
+    const QJsonObject second = pays.at(1).toObject();
+    EXPECT_EQ(second.value(QStringLiteral("Date")).toString(), QStringLiteral("2026-04-13"));
+    EXPECT_DOUBLE_EQ(second.value(QStringLiteral("Gross")).toDouble(), 1022.75);
+    // Yearly 53,183 (cents dropped), taxed by the bands with the levy:
+    // 15,600 x 12.25% = 1,911.00; 37,583 x 19.25% = 7,234.7275; total 9,145.7275 a year;
+    // weekly 175.8793 cut to 175.87.
+    EXPECT_DOUBLE_EQ(second.value(QStringLiteral("PAYE")).toDouble(), 175.87);
+    EXPECT_DOUBLE_EQ(second.value(QStringLiteral("Deductions")).toDouble(), 35.79);
+    EXPECT_DOUBLE_EQ(second.value(QStringLiteral("TakeHome")).toDouble(), 811.09);
+}
