@@ -1,6 +1,6 @@
 // The desktop program: the suite's menu starts it with a title on its command line, or through the
 // session bus (bus activation), where ReadySetGo gives the title.
-#include "DesktopDialogs.h"
+#include "frame/QtDialogs.h"
 #include "frame/Messages.h"
 #include "frame/startup/ObjectServer.h"
 #include "frame/startup/Startup.h"
@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     ql::AppContext context;
     ql::setApp(&context);
-    DesktopDialogs dialogs;
+    ql::QtDialogs dialogs;
     ql::setDialogs(&dialogs);
     ql::installErrorReporter();
     ql::setMainFormFactory([] { return std::make_unique<ql::WageMainForm>(); });

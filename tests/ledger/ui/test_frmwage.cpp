@@ -1,4 +1,4 @@
-#include "../PayrollRows.h"
+#include "PayrollRows.h"
 #include "frame/startup/Roster.h"
 #include "frame/startup/Startup.h"
 #include "ledger/frmWage.h"
