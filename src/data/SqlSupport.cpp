@@ -1,7 +1,11 @@
 #include "SqlSupport.h"
 #include "runtime/VbError.h"
 #include <QByteArray>
+#include <QHash>
+#include <QMutex>
 #include <QRegularExpression>
+#include <list>
+#include <unordered_map>
 
 namespace ql {
 
@@ -63,7 +67,9 @@ QString rewriteDateLiterals(const QString& sql) {
                              [](const QString& plain, const QString&) { return replaceDateLiterals(plain); });
 }
 
-QString rewriteJetSql(const QString& sql) {
+namespace {
+
+QString rewriteJetSqlUncached(const QString& sql) {
     static const QRegularExpression nullComparison(QStringLiteral(R"((<>|<=|>=|!=|==|=|<|>)\s*NULL\b)"),
                                                    QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression distinctRow(QStringLiteral(R"(\bDISTINCTROW\s+)"),
@@ -96,6 +102,24 @@ QString rewriteJetSql(const QString& sql) {
         piece(plain.size());
         return out;
     });
+}
+
+} // namespace
+
+// The rewrite is a pure function of the text, and the same few texts come again and again.
+QString rewriteJetSql(const QString& sql) {
+    static QMutex mutex;
+    static QHash<QString, QString> memo;
+    {
+        QMutexLocker lock(&mutex);
+        const auto it = memo.constFind(sql);
+        if (it != memo.constEnd()) return it.value();
+    }
+    QString out = rewriteJetSqlUncached(sql);
+    QMutexLocker lock(&mutex);
+    if (memo.size() >= 4096) memo.clear(); // texts with literal keys would otherwise pile up
+    memo.insert(sql, out);
+    return out;
 }
 
 namespace {
