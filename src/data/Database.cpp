@@ -57,6 +57,7 @@ void Database::open(const QString& path) {
     sqlite3_exec(db, "PRAGMA foreign_keys=ON; PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr,
                  nullptr, nullptr);
     registerSqlFunctions(db);
+    openStatementCache(db);
     m_conn = std::make_shared<Connection>();
     m_conn->db = db;
     m_conn->path = path;
@@ -68,6 +69,7 @@ void Database::close() {
     if (!m_conn) return;
     if (m_conn->db) {
         if (m_transDepth > 0) sqlite3_exec(m_conn->db, "ROLLBACK", nullptr, nullptr, nullptr);
+        closeStatementCache(m_conn->db);
         sqlite3_close_v2(m_conn->db);
         m_conn->db = nullptr;
     }
@@ -128,7 +130,16 @@ void Database::executeScript(const QString& sql) {
     char* message = nullptr;
     const int rc = sqlite3_exec(handle(), utf8.constData(), nullptr, nullptr, &message);
     sqlite3_free(message);
-    if (rc != SQLITE_OK) raiseSqliteError(handle(), rc, sql, kSource);
+    // A script may change the schema, even when a later statement of it fails.
+    if (rc != SQLITE_OK) {
+        try {
+            raiseSqliteError(handle(), rc, sql, kSource);
+        } catch (...) {
+            clearStatementCache(handle());
+            throw;
+        }
+    }
+    clearStatementCache(handle());
 }
 
 std::unique_ptr<Recordset> Database::openRecordset(const QString& tableOrSql, RecordsetType type) {

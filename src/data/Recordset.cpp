@@ -260,10 +260,14 @@ QVariantList Recordset::Impl::defaultsOfTable() {
     QVariantList values;
     for (int i = 0; i < int(fields.size()); ++i)
         values << QVariant();
-    Statement info(db(), QStringLiteral("PRAGMA table_info(%1)").arg(quoteName(table)), kSource);
+    // The table-valued form is read when run, so its prepared statement can be kept.
+    QString name = table;
+    name.replace(u'\'', QLatin1String("''"));
+    Statement info(db(), QStringLiteral("SELECT name, dflt_value FROM pragma_table_info('%1')").arg(name),
+                   kSource);
     while (info.step()) {
-        const QString column = info.column(1).toString();
-        const QVariant dflt = info.column(4);
+        const QString column = info.column(0).toString();
+        const QVariant dflt = info.column(1);
         if (dflt.isNull()) continue;
         for (int i = 0; i < int(fields.size()); ++i) {
             if (fields[i].table.compare(table, Qt::CaseInsensitive) == 0 &&

@@ -202,10 +202,124 @@ void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& so
     raiseError(3000 + primary, source, message + QStringLiteral(" in '%1'.").arg(sql));
 }
 
+namespace {
+
+struct IdleStatement {
+    QString sql;
+    sqlite3_stmt* stmt;
+    QString tail;
+};
+
+// The idle statements of one connection, most recently used first.
+class StatementCache {
+public:
+    sqlite3_stmt* take(const QString& sql, QString& tail) {
+        const auto it = m_bySql.find(sql);
+        if (it == m_bySql.end()) return nullptr;
+        const auto entry = it.value();
+        m_bySql.erase(it);
+        sqlite3_stmt* stmt = entry->stmt;
+        tail = entry->tail;
+        m_lru.erase(entry);
+        return stmt;
+    }
+    void put(const QString& sql, sqlite3_stmt* stmt, const QString& tail) {
+        if (m_bySql.contains(sql)) { // a second copy made while the first was in use
+            sqlite3_finalize(stmt);
+            return;
+        }
+        m_lru.push_front({sql, stmt, tail});
+        m_bySql.insert(sql, m_lru.begin());
+        if (m_lru.size() > kCapacity) {
+            m_bySql.remove(m_lru.back().sql);
+            sqlite3_finalize(m_lru.back().stmt);
+            m_lru.pop_back();
+        }
+    }
+    void clear() {
+        for (const IdleStatement& idle : m_lru)
+            sqlite3_finalize(idle.stmt);
+        m_lru.clear();
+        m_bySql.clear();
+    }
+
+private:
+    // Texts with literal keys come and go; the least recently used make room.
+    static constexpr size_t kCapacity = 256;
+    std::list<IdleStatement> m_lru;
+    QHash<QString, std::list<IdleStatement>::iterator> m_bySql;
+};
+
+QMutex& cacheMutex() {
+    static QMutex mutex;
+    return mutex;
+}
+
+std::unordered_map<sqlite3*, StatementCache>& caches() {
+    static std::unordered_map<sqlite3*, StatementCache> map;
+    return map;
+}
+
+// The first word of the statement, upper case.
+QByteArray firstWord(const QString& sql) {
+    QByteArray word;
+    for (const QChar c : sql) {
+        if (c.isSpace() || c == u'(') {
+            if (word.isEmpty()) continue;
+            break;
+        }
+        if (!c.isLetter()) break;
+        word += char(c.toUpper().toLatin1());
+    }
+    return word;
+}
+
+// Only these are kept: a PRAGMA may be evaluated when prepared, and changes of the schema are rare.
+bool isReusable(const QByteArray& word) {
+    return word == "SELECT" || word == "INSERT" || word == "UPDATE" || word == "DELETE" || word == "WITH" ||
+           word == "REPLACE" || word == "VALUES";
+}
+
+bool changesSchema(const QByteArray& word) {
+    return word == "CREATE" || word == "DROP" || word == "ALTER";
+}
+
+} // namespace
+
+void openStatementCache(sqlite3* db) {
+    QMutexLocker lock(&cacheMutex());
+    caches()[db];
+}
+
+void closeStatementCache(sqlite3* db) {
+    QMutexLocker lock(&cacheMutex());
+    const auto it = caches().find(db);
+    if (it == caches().end()) return;
+    it->second.clear();
+    caches().erase(it);
+}
+
+void clearStatementCache(sqlite3* db) {
+    QMutexLocker lock(&cacheMutex());
+    const auto it = caches().find(db);
+    if (it != caches().end()) it->second.clear();
+}
+
 Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
     : m_db(db), m_sql(rewriteJetSql(sql)), m_source(source) {
     if (!db)
         raiseError(3420, source, QStringLiteral("Object invalid or no longer set: the database is closed."));
+    const QByteArray word = firstWord(m_sql);
+    m_schemaChange = changesSchema(word);
+    if (isReusable(word)) {
+        QMutexLocker lock(&cacheMutex());
+        const auto it = caches().find(db);
+        if (it != caches().end()) {
+            m_reusable = true;
+            m_stmt = it->second.take(m_sql, m_tail);
+            if (m_stmt) return;
+        }
+    }
     const QByteArray utf8 = m_sql.toUtf8();
     const char* tail = nullptr;
     const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, &tail);
@@ -222,7 +336,18 @@ Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
 }
 
 Statement::~Statement() {
+    if (m_stmt && m_reusable) {
+        sqlite3_reset(m_stmt);
+        sqlite3_clear_bindings(m_stmt);
+        QMutexLocker lock(&cacheMutex());
+        const auto it = caches().find(m_db);
+        if (it != caches().end()) { // else the connection was closed meanwhile
+            it->second.put(m_sql, m_stmt, m_tail);
+            return;
+        }
+    }
     sqlite3_finalize(m_stmt);
+    if (m_schemaChange) clearStatementCache(m_db);
 }
 
 bool Statement::step() {

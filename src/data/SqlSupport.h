@@ -26,7 +26,16 @@ QString rewriteJetSql(const QString& sql);
 // Raises the run-time error for the connection's last failure (code rc), naming the SQL text.
 [[noreturn]] void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& source);
 
-// A prepared statement that finalizes itself.
+// Prepared statements are kept per open connection for reuse, keyed by their final SQL text. A
+// connection takes part from openStatementCache until closeStatementCache, which finalizes the kept
+// statements; one still in use is finalized when its Statement ends.
+void openStatementCache(sqlite3* db);
+void closeStatementCache(sqlite3* db);
+// Finalizes the kept statements of the connection (after a change of the schema).
+void clearStatementCache(sqlite3* db);
+
+// A prepared statement that finalizes itself, or goes back to its connection's cache reset and
+// without bindings. A statement is out of the cache while in use, so no two share one.
 class Statement {
 public:
     Statement(sqlite3* db, const QString& sql, const QString& source);
@@ -52,6 +61,8 @@ private:
     QString m_sql;
     QString m_source;
     QString m_tail;
+    bool m_reusable = false;     // a plain query or change, kept for the next use of its text
+    bool m_schemaChange = false; // CREATE, DROP or ALTER: the kept statements are dropped after it
 };
 
 // Registers vbstr() and iif() on a connection.
