@@ -54,8 +54,8 @@ void Database::open(const QString& path) {
                        .arg(path));
     }
     sqlite3_busy_timeout(db, 5000);
-    sqlite3_exec(db, "PRAGMA foreign_keys=ON; PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;", nullptr,
-                 nullptr, nullptr);
+    // Settings of the connection only; the journal mode is the file's, chosen when it is created.
+    sqlite3_exec(db, "PRAGMA foreign_keys=ON; PRAGMA synchronous=NORMAL;", nullptr, nullptr, nullptr);
     registerSqlFunctions(db);
     openStatementCache(db);
     m_conn = std::make_shared<Connection>();

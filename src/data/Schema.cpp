@@ -68,6 +68,17 @@ void removeDatabaseFiles(const QString& path) {
         QFile::remove(path + QLatin1String(suffix));
 }
 
+// The payroll and farm files are written all day: a write-ahead log. The modules file is mostly read,
+// by a connection opened for each equation; a rollback journal makes that open cheap, as it creates no
+// log and index files beside the database.
+QString journalMode(DatabaseKind kind) {
+    return kind == DatabaseKind::Modules ? QStringLiteral("delete") : QStringLiteral("wal");
+}
+
+QString journalModeSetting(DatabaseKind kind) {
+    return QStringLiteral("PRAGMA journal_mode=") + journalMode(kind);
+}
+
 void createNew(DatabaseKind kind, const QString& path, Database& db) {
     const QFileInfo fi(path);
     if (!QDir().mkpath(fi.absolutePath()))
@@ -82,6 +93,7 @@ void createNew(DatabaseKind kind, const QString& path, Database& db) {
         raiseError(3051, kSource, QStringLiteral("The database file '%1' cannot be created.").arg(path));
     try {
         db.open(path);
+        db.executeScript(journalModeSetting(kind));
         db.beginTrans();
         switch (kind) {
         case DatabaseKind::Wage:
@@ -109,6 +121,13 @@ void createNew(DatabaseKind kind, const QString& path, Database& db) {
 // Brings a file of an older schema version up to date. Version 1 is the first.
 void upgrade(DatabaseKind kind, Database& db) {
     if (db.userVersion() < schemaVersion(kind)) db.setUserVersion(schemaVersion(kind));
+    // A file made before its kind had its journal mode; another open connection may keep the old mode,
+    // which only costs speed.
+    try {
+        if (db.scalar(QStringLiteral("PRAGMA journal_mode")).toString().compare(journalMode(kind), Qt::CaseInsensitive))
+            db.executeScript(journalModeSetting(kind));
+    } catch (const VbError&) {
+    }
 }
 
 } // namespace
