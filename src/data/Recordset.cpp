@@ -3,6 +3,8 @@
 #include "FieldValue.h"
 #include "SqlSupport.h"
 #include "runtime/VbError.h"
+#include <QHash>
+#include <QMutex>
 #include <QRegularExpression>
 #include <vector>
 
@@ -40,6 +42,21 @@ QString bareName(QString name) {
     name = name.trimmed();
     if (name.startsWith(u'[') && name.endsWith(u']')) name = name.mid(1, name.size() - 2);
     return name;
+}
+
+// The pattern of "Table alias" / "Table AS alias" for a table, compiled once per table name.
+QRegularExpression aliasPattern(const QString& table) {
+    static QMutex mutex;
+    static QHash<QString, QRegularExpression> patterns;
+    QMutexLocker lock(&mutex);
+    auto it = patterns.find(table);
+    if (it == patterns.end()) {
+        if (patterns.size() >= 256) patterns.clear();
+        it = patterns.insert(table, QRegularExpression(QStringLiteral(R"(\b%1\]?\s+(?:AS\s+)?([A-Za-z_]\w*))")
+                                                           .arg(QRegularExpression::escape(table)),
+                                                       QRegularExpression::CaseInsensitiveOption));
+    }
+    return it.value();
 }
 
 [[noreturn]] void noCurrentRecord() {
@@ -113,6 +130,15 @@ struct Recordset::Impl {
     QString updatableSql(const QString& sql, const QString& baseTable, const QString& name) const;
     void refreshRow(Row& row);
     QVariantList defaultsOfTable();
+
+    // Worked out once per load from the fields and the table: the statement that reads a row back
+    // (with the field of each column), and the statement that evaluates the defaults.
+    bool refreshKnown = false;
+    QString refreshSql;
+    std::vector<int> refreshFields;
+    bool defaultsKnown = false;
+    QString defaultsSql;
+    std::vector<int> defaultFields;
 };
 
 void Recordset::Impl::readAll(Statement& st, int firstField) {
@@ -176,6 +202,8 @@ void Recordset::Impl::load() {
     noMatch = false;
     lastModified = -1;
     dropEdit();
+    refreshKnown = false;
+    defaultsKnown = false;
 
     QString sql = source.trimmed();
     if (sql.endsWith(u';')) sql.chop(1);
@@ -207,10 +235,7 @@ void Recordset::Impl::load() {
             static const QRegularExpression keyword(
                 QStringLiteral("^(WHERE|INNER|LEFT|RIGHT|CROSS|JOIN|ON|ORDER|GROUP|LIMIT|UNION|AS)$"),
                 QRegularExpression::CaseInsensitiveOption);
-            const QRegularExpression alias(QStringLiteral(R"(\b%1\]?\s+(?:AS\s+)?([A-Za-z_]\w*))")
-                                               .arg(QRegularExpression::escape(baseTable)),
-                                           QRegularExpression::CaseInsensitiveOption);
-            for (auto it = alias.globalMatch(sql); it.hasNext();) {
+            for (auto it = aliasPattern(baseTable).globalMatch(sql); it.hasNext();) {
                 const QString a = it.next().captured(1);
                 if (!keyword.match(a).hasMatch()) names << a;
             }
@@ -237,45 +262,64 @@ void Recordset::Impl::load() {
 }
 
 void Recordset::Impl::refreshRow(Row& row) {
-    QStringList cols;
-    std::vector<int> idx;
-    for (size_t i = 0; i < fields.size(); ++i) {
-        if (!fields[i].origin.isEmpty() && fields[i].table.compare(table, Qt::CaseInsensitive) == 0) {
-            cols << quoteName(fields[i].origin);
-            idx.push_back(int(i));
+    if (!refreshKnown) {
+        QStringList cols;
+        refreshFields.clear();
+        for (size_t i = 0; i < fields.size(); ++i) {
+            if (!fields[i].origin.isEmpty() && fields[i].table.compare(table, Qt::CaseInsensitive) == 0) {
+                cols << quoteName(fields[i].origin);
+                refreshFields.push_back(int(i));
+            }
         }
+        refreshSql = cols.isEmpty() ? QString()
+                                    : QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
+                                          .arg(cols.join(u','), quoteName(table));
+        refreshKnown = true;
     }
-    if (cols.isEmpty()) return;
-    Statement st(db(),
-                 QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?").arg(cols.join(u','), quoteName(table)),
-                 kSource);
+    if (refreshSql.isEmpty()) return;
+    Statement st(db(), refreshSql, kSource);
     st.bind(1, row.rowid);
     if (st.step()) {
-        for (size_t k = 0; k < idx.size(); ++k)
-            row.values[idx[k]] = st.column(int(k));
+        for (size_t k = 0; k < refreshFields.size(); ++k)
+            row.values[refreshFields[k]] = st.column(int(k));
     }
 }
 
 QVariantList Recordset::Impl::defaultsOfTable() {
+    sqlite3* handle = db();
+    if (!defaultsKnown) {
+        // The table-valued form is read when run, so its prepared statement can be kept.
+        QString name = table;
+        name.replace(u'\'', QLatin1String("''"));
+        Statement info(handle,
+                       QStringLiteral("SELECT name, dflt_value FROM pragma_table_info('%1')").arg(name),
+                       kSource);
+        QStringList expressions;
+        defaultFields.clear();
+        while (info.step()) {
+            const QString column = info.column(0).toString();
+            const QVariant dflt = info.column(1);
+            if (dflt.isNull()) continue;
+            for (int i = 0; i < int(fields.size()); ++i) {
+                if (fields[i].table.compare(table, Qt::CaseInsensitive) == 0 &&
+                    fields[i].origin.compare(column, Qt::CaseInsensitive) == 0) {
+                    expressions << u'(' + dflt.toString() + u')';
+                    defaultFields.push_back(i);
+                }
+            }
+        }
+        // The expressions are evaluated at each new row, all in one statement.
+        defaultsSql = expressions.isEmpty() ? QString() : QStringLiteral("SELECT ") + expressions.join(u',');
+        defaultsKnown = true;
+    }
     QVariantList values;
     for (int i = 0; i < int(fields.size()); ++i)
         values << QVariant();
-    // The table-valued form is read when run, so its prepared statement can be kept.
-    QString name = table;
-    name.replace(u'\'', QLatin1String("''"));
-    Statement info(db(), QStringLiteral("SELECT name, dflt_value FROM pragma_table_info('%1')").arg(name),
-                   kSource);
-    while (info.step()) {
-        const QString column = info.column(0).toString();
-        const QVariant dflt = info.column(1);
-        if (dflt.isNull()) continue;
-        for (int i = 0; i < int(fields.size()); ++i) {
-            if (fields[i].table.compare(table, Qt::CaseInsensitive) == 0 &&
-                fields[i].origin.compare(column, Qt::CaseInsensitive) == 0) {
-                Statement value(db(), QStringLiteral("SELECT ") + dflt.toString(), kSource);
-                if (value.step()) values[i] = value.column(0);
-            }
-        }
+    if (defaultsSql.isEmpty()) return values;
+    Statement value(handle, defaultsSql, kSource);
+    if (value.step()) {
+        for (size_t k = 0; k < defaultFields.size(); ++k)
+            values[defaultFields[k]] = value.column(int(k));
     }
     return values;
 }
