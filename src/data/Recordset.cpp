@@ -32,10 +32,18 @@ struct Row {
 
 enum class EditMode { None, Edit, AddNew };
 
+// Whether the text starts (after white space) with the word SELECT, WITH or VALUES.
 bool isSelect(const QString& text) {
-    static const QRegularExpression re(QStringLiteral(R"(^\s*(SELECT|WITH|VALUES)\b)"),
-                                       QRegularExpression::CaseInsensitiveOption);
-    return re.match(text).hasMatch();
+    qsizetype i = 0;
+    while (i < text.size() && text.at(i).isSpace())
+        ++i;
+    qsizetype end = i;
+    while (end < text.size() && (text.at(end).isLetterOrNumber() || text.at(end) == u'_'))
+        ++end;
+    const QStringView word = QStringView(text).mid(i, end - i);
+    for (const char* keyword : {"SELECT", "WITH", "VALUES"})
+        if (word.compare(QLatin1String(keyword), Qt::CaseInsensitive) == 0) return true;
+    return false;
 }
 
 QString bareName(QString name) {
