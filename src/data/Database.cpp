@@ -44,8 +44,9 @@ void Database::open(const QString& path) {
                        .arg(path));
     }
     sqlite3_extended_result_codes(db, 1);
-    // Reading the schema is the first moment SQLite looks at the file's contents.
-    rc = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+    // Connection settings only; the journal mode belongs to the file, chosen when it is created.
+    // Setting synchronous reads the schema: the first moment SQLite looks at the file's contents.
+    rc = sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK) {
         sqlite3_close_v2(db);
         raiseError(err::NotADatabase, kSource,
@@ -54,10 +55,8 @@ void Database::open(const QString& path) {
                        .arg(path));
     }
     sqlite3_busy_timeout(db, 5000);
-    // Settings of the connection only; the journal mode is the file's, chosen when it is created.
     // Foreign keys through the C interface: the same switch as the PRAGMA, without compiling one.
     sqlite3_db_config(db, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
-    sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
     registerSqlFunctions(db);
     openStatementCache(db);
     m_conn = std::make_shared<Connection>();

@@ -147,6 +147,9 @@ struct Recordset::Impl {
     bool defaultsKnown = false;
     QString defaultsSql;
     std::vector<int> defaultFields;
+    // The last INSERT and UPDATE texts with the changed fields they were made for.
+    std::vector<bool> insertDirty, updateDirty;
+    QString insertSql, updateSql;
 };
 
 void Recordset::Impl::readAll(Statement& st, int firstField) {
@@ -212,6 +215,8 @@ void Recordset::Impl::load() {
     dropEdit();
     refreshKnown = false;
     defaultsKnown = false;
+    insertDirty.clear();
+    updateDirty.clear();
 
     QString sql = source.trimmed();
     if (sql.endsWith(u';')) sql.chop(1);
@@ -540,26 +545,31 @@ void Recordset::Update() {
     sqlite3* db = d->db();
     if (d->mode == EditMode::None)
         raiseError(3020, kSource, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
-    QStringList cols;
     QVariantList params;
-    for (int i = 0; i < fieldCount(); ++i) {
-        if (d->dirty[i]) {
-            cols << quoteName(d->fields[i].origin);
-            params << d->buffer[i];
-        }
-    }
+    for (int i = 0; i < fieldCount(); ++i)
+        if (d->dirty[i]) params << d->buffer[i];
+    // The columns of the statement, by name, in field order.
+    auto columns = [&] {
+        QStringList cols;
+        for (int i = 0; i < fieldCount(); ++i)
+            if (d->dirty[i]) cols << quoteName(d->fields[i].origin);
+        return cols;
+    };
     if (d->mode == EditMode::AddNew) {
-        QString sql;
-        if (cols.isEmpty()) {
-            sql = QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(quoteName(d->table));
-        } else {
-            QStringList marks;
-            for (int i = 0; i < cols.size(); ++i)
-                marks << QStringLiteral("?");
-            sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                      .arg(quoteName(d->table), cols.join(u','), marks.join(u','));
+        if (d->insertDirty.empty() || d->insertDirty != d->dirty) {
+            const QStringList cols = columns();
+            if (cols.isEmpty()) {
+                d->insertSql = QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(quoteName(d->table));
+            } else {
+                QStringList marks;
+                for (int i = 0; i < cols.size(); ++i)
+                    marks << QStringLiteral("?");
+                d->insertSql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                   .arg(quoteName(d->table), cols.join(u','), marks.join(u','));
+            }
+            d->insertDirty = d->dirty;
         }
-        Statement st(db, sql, kSource);
+        Statement st(db, d->insertSql, kSource);
         st.bindAll(params);
         st.step();
         Row row;
@@ -571,14 +581,16 @@ void Recordset::Update() {
         d->lastModified = d->rowCount() - 1;
     } else {
         Row& row = d->rows[d->pos];
-        if (!cols.isEmpty()) {
-            QStringList sets;
-            for (const QString& c : cols)
-                sets << c + QStringLiteral(" = ?");
-            Statement st(
-                db,
-                QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?").arg(quoteName(d->table), sets.join(u',')),
-                kSource);
+        if (!params.isEmpty()) {
+            if (d->updateDirty.empty() || d->updateDirty != d->dirty) {
+                QStringList sets;
+                for (const QString& c : columns())
+                    sets << c + QStringLiteral(" = ?");
+                d->updateSql = QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?")
+                                   .arg(quoteName(d->table), sets.join(u','));
+                d->updateDirty = d->dirty;
+            }
+            Statement st(db, d->updateSql, kSource);
             params << row.rowid;
             st.bindAll(params);
             st.step();
