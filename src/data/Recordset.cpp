@@ -284,9 +284,10 @@ void Recordset::Impl::refreshRow(Row& row) {
                 refreshFields.push_back(int(i));
             }
         }
-        refreshSql = cols.isEmpty() ? QString()
-                                    : QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
-                                          .arg(cols.join(u','), quoteName(table));
+        refreshSql =
+            cols.isEmpty()
+                ? QString()
+                : QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?").arg(cols.join(u','), quoteName(table));
         refreshKnown = true;
     }
     if (refreshSql.isEmpty()) return;

@@ -124,7 +124,9 @@ void upgrade(DatabaseKind kind, Database& db) {
     // A file made before its kind had its journal mode; another open connection may keep the old mode,
     // which only costs speed.
     try {
-        if (db.scalar(QStringLiteral("PRAGMA journal_mode")).toString().compare(journalMode(kind), Qt::CaseInsensitive))
+        if (db.scalar(QStringLiteral("PRAGMA journal_mode"))
+                .toString()
+                .compare(journalMode(kind), Qt::CaseInsensitive))
             db.executeScript(journalModeSetting(kind));
     } catch (const VbError&) {
     }
