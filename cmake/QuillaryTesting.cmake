@@ -13,6 +13,7 @@ function(quillary_add_test name)
     add_dependencies(${name} quillary-cli)
     gtest_discover_tests(${name}
         DISCOVERY_MODE PRE_TEST
+        NO_PRETTY_VALUES
         PROPERTIES ENVIRONMENT "LANG=en_NZ.UTF-8;LC_ALL=en_NZ.UTF-8;TZ=Pacific/Auckland;QT_QPA_PLATFORM=offscreen"
                    TIMEOUT 120)
 endfunction()
