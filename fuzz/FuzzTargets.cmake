@@ -7,7 +7,7 @@ set(QUILLARY_FUZZ_TARGETS tax_evaluator infix postfix translate_text)
 function(quillary_fuzz_replays count)
     set(_dir "${CMAKE_CURRENT_FUNCTION_LIST_DIR}")
     foreach(_t IN LISTS QUILLARY_FUZZ_TARGETS)
-        add_executable(replay_${_t} "${_dir}/fuzz_${_t}.cpp" "${_dir}/ReplayMain.cpp" "${_dir}/FuzzInput.h")
+        add_executable(replay_${_t} "${_dir}/fuzz_${_t}.cpp" "${_dir}/ReplayMain.cpp" "${_dir}/FuzzInput.h" "${_dir}/FuzzEval.h")
         target_link_libraries(replay_${_t} PRIVATE quillary_engine)
         add_test(NAME fuzz_replay_${_t}
                  COMMAND replay_${_t} "${_dir}/corpus/${_t}" "${_dir}/dict/${_t}.dict" ${count})
