@@ -3,8 +3,8 @@
 #include "JsonRows.h"
 #include "data/Recordset.h"
 #include "frame/Messages.h"
-#include "frame/startup/Roster.h"
-#include "frame/startup/Startup.h"
+#include "ledger/Roster.h"
+#include "startup/Startup.h"
 #include "payengine/PayTotals.h"
 #include "runtime/Convert.h"
 

@@ -2,8 +2,8 @@
 #include "CliCommand.h"
 #include "frame/Messages.h"
 #include "frame/ScriptedDialogs.h"
-#include "frame/startup/Roster.h"
-#include "frame/startup/Startup.h"
+#include "ledger/Roster.h"
+#include "startup/Startup.h"
 #include "payengine/AppContext.h"
 #include "runtime/DateFns.h"
 #include <QJsonArray>

@@ -2,8 +2,8 @@
 // session bus (bus activation), where ReadySetGo gives the title.
 #include "frame/QtDialogs.h"
 #include "frame/Messages.h"
-#include "frame/startup/ObjectServer.h"
-#include "frame/startup/Startup.h"
+#include "startup/ObjectServer.h"
+#include "startup/Startup.h"
 #include "ledger/frmWage.h"
 #include "payengine/AppContext.h"
 #include "runtime/VbError.h"

@@ -4,7 +4,7 @@
 #include "frame/Texts.h"
 #include "data/Recordset.h"
 #include "data/Schema.h"
-#include "frame/startup/Roster.h"
+#include "ledger/Roster.h"
 #include "payengine/AddPay.h"
 #include "payengine/AppContext.h"
 #include "payengine/Contributions.h"

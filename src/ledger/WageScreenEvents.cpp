@@ -6,7 +6,7 @@
 #include "frame/SettingGetters.h"
 #include "frame/Settings.h"
 #include "frame/Texts.h"
-#include "frame/startup/AddressBook.h"
+#include "ledger/AddressBook.h"
 #include "payengine/AddPay.h"
 #include "payengine/AppContext.h"
 #include "payengine/Contributions.h"

@@ -1,6 +1,7 @@
 #include "frmWage.h"
 #include "WageGridWidget.h"
 #include "frame/Messages.h"
+#include "frame/OpenForms.h"
 #include "payengine/AppContext.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
@@ -314,7 +315,7 @@ bool frmWage::eventFilter(QObject* watched, QEvent* event) {
 
 void frmWage::closeEvent(QCloseEvent* event) {
     event->accept();
-    UnloadWageForm();
+    UnloadMainForm();
 }
 
 WageMainForm::WageMainForm() : m_form(new frmWage) {}

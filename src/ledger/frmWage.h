@@ -1,7 +1,7 @@
 #pragma once
 // The wage screen on the desktop: shows a WageScreen and forwards the user's events to it.
 #include "WageScreen.h"
-#include "frame/startup/Startup.h"
+#include "ledger/MainForm.h"
 #include <QHash>
 #include <QWidget>
 

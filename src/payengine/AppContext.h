@@ -72,7 +72,7 @@ public:
     QString WageGridQuery;
 
     PayView* WageForm = nullptr; // the shown wage screen, through the engine's interface
-    QObject* TheWageObject = nullptr; // the one PHWage of the process (frame/startup)
+    QObject* TheWageObject = nullptr; // the one PHWage of the process (startup)
 };
 
 // The context of the running program. Each program (and each test) installs its own.

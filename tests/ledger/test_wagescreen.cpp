@@ -1,5 +1,5 @@
 #include "PayrollRows.h"
-#include "frame/startup/Roster.h"
+#include "ledger/Roster.h"
 #include "ledger/WageScreen.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"

@@ -1,5 +1,5 @@
 #include "PayrollRows.h"
-#include "frame/startup/ObjectServer.h"
+#include "startup/ObjectServer.h"
 #include "TestEnv.h"
 #include <QEventLoop>
 #include <QProcess>

@@ -1,5 +1,5 @@
 #include "PayrollRows.h"
-#include "frame/startup/Roster.h"
+#include "ledger/Roster.h"
 #include "runtime/DateFns.h"
 #include "TestEnv.h"
 

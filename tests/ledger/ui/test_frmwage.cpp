@@ -1,6 +1,6 @@
 #include "PayrollRows.h"
-#include "frame/startup/Roster.h"
-#include "frame/startup/Startup.h"
+#include "ledger/Roster.h"
+#include "startup/Startup.h"
 #include "ledger/frmWage.h"
 #include "TestEnv.h"
 #include <QApplication>

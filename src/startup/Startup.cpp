@@ -1,6 +1,6 @@
 #include "Startup.h"
-#include "AddressBook.h"
-#include "Roster.h"
+#include "ledger/AddressBook.h"
+#include "ledger/Roster.h"
 #include "data/Schema.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
@@ -10,8 +10,6 @@
 #include "payengine/PayView.h"
 #include "runtime/Trap.h"
 #include <QCoreApplication>
-#include <QList>
-#include <QPair>
 
 namespace ql {
 
@@ -24,17 +22,20 @@ std::unique_ptr<MainForm>& shownForm() {
     static std::unique_ptr<MainForm> form;
     return form;
 }
-QList<QPair<void*, std::function<void()>>>& openForms() {
-    static QList<QPair<void*, std::function<void()>>> forms;
-    return forms;
-}
 bool& unloading() {
     static bool flag = false;
     return flag;
 }
 } // namespace
 
-void setMainFormFactory(MainFormFactory f) { factory() = std::move(f); }
+void setMainFormFactory(MainFormFactory f) {
+    factory() = std::move(f);
+    setMainFormUnload([] { UnloadWageForm(); });
+    setMainFormCloser([] {
+        if (MainForm* form = mainForm())
+            form->close();
+    });
+}
 MainForm* mainForm() { return shownForm().get(); }
 
 QString commandLineText(const QStringList& arguments) { return arguments.join(QLatin1Char(' ')); }
@@ -104,28 +105,10 @@ void UnloadWageForm() {
             form->view().datPays.UpdateRecord();
     });
     skipErrors([] { CloseWageDatabase(); });
-    while (!openForms().isEmpty()) {
-        const auto entry = openForms().takeFirst();
-        skipErrors([&] { entry.second(); });
-    }
+    UnloadOpenForms();
     skipErrors([] { App().WageForm = nullptr; });
     skipErrors([] { shownForm().reset(); });
     unloading() = false;
-}
-
-void UnloadAllForms() {
-    if (MainForm* form = mainForm())
-        skipErrors([&] { form->close(); });
-    while (!openForms().isEmpty()) {
-        const auto entry = openForms().takeFirst();
-        skipErrors([&] { entry.second(); });
-    }
-}
-
-void registerOpenForm(void* key, std::function<void()> unload) { openForms().append({key, std::move(unload)}); }
-
-void unregisterOpenForm(void* key) {
-    openForms().removeIf([key](const auto& entry) { return entry.first == key; });
 }
 
 } // namespace ql

@@ -1,5 +1,5 @@
 #include "PHWage.h"
-#include "Roster.h"
+#include "ledger/Roster.h"
 #include "Startup.h"
 #include "payengine/AppContext.h"
 #include "runtime/Trap.h"
