@@ -32,6 +32,14 @@ PayeInfoDialog& installedDialog() {
     return dialog;
 }
 
+// A recordset that failed to open is an object never set.
+Recordset& opened(const std::unique_ptr<Recordset>& rs) {
+    if (!rs)
+        raiseError(91, QStringLiteral("Quillary"),
+                   QStringLiteral("Object variable or With block variable not set"));
+    return *rs;
+}
+
 } // namespace
 
 QVariant LoadPayeInfo(Database& db, const QString& column, const QVariant& defaultValue) {
@@ -40,15 +48,15 @@ QVariant LoadPayeInfo(Database& db, const QString& column, const QVariant& defau
     QVariant result;
     step(last, [&] { rs = db.openRecordset(QStringLiteral("PayeInfo"), RecordsetType::Snapshot); });
     step(last, [&] {
-        if (!rs->EOF_()) {
-            const QVariant v = rs->value(column);
+        if (!opened(rs).EOF_()) {
+            const QVariant v = opened(rs).value(column);
             if (!IsNull(v)) result = v;
         }
     });
     step(last, [&] {
         if (lengthOf(result) == 0) result = defaultValue;
     });
-    step(last, [&] { rs->Close(); });
+    step(last, [&] { opened(rs).Close(); });
     if (last) showSettingsError(*last, QStringLiteral("commoncode.payeinfo"));
     return result;
 }
@@ -58,31 +66,31 @@ void SavePayeInfo(Database& db, const QString& column, const QVariant& value) {
     std::unique_ptr<Recordset> rs;
     step(last, [&] { rs = db.openRecordset(QStringLiteral("PayeInfo"), RecordsetType::Dynaset); });
     step(last, [&] {
-        if (rs->EOF_())
-            rs->AddNew();
+        if (opened(rs).EOF_())
+            opened(rs).AddNew();
         else
-            rs->Edit();
+            opened(rs).Edit();
     });
     step(last, [&] {
-        switch (rs->fieldType(rs->fieldIndex(column))) {
+        switch (opened(rs).fieldType(opened(rs).fieldIndex(column))) {
         case FieldType::Long:
-            rs->setValue(column, CLng(value));
+            opened(rs).setValue(column, CLng(value));
             break;
         case FieldType::Text:
-            rs->setValue(column, CStr(value));
+            opened(rs).setValue(column, CStr(value));
             break;
         case FieldType::Date:
-            rs->setValue(column, CDate(value));
+            opened(rs).setValue(column, CDate(value));
             break;
         case FieldType::Boolean:
-            rs->setValue(column, CBool(value));
+            opened(rs).setValue(column, CBool(value));
             break;
         default:
             break;
         }
     });
-    step(last, [&] { rs->Update(); });
-    step(last, [&] { rs->Close(); });
+    step(last, [&] { opened(rs).Update(); });
+    step(last, [&] { opened(rs).Close(); });
     if (last && last->number() > 0) showSettingsError(*last, QStringLiteral("commoncode.savepayeinfo"));
 }
 
