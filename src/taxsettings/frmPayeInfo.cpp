@@ -59,6 +59,7 @@ frmPayeInfo::frmPayeInfo(QWidget* owner) : QDialog(owner) {
         auto* label = new QLabel(withAccessKey(m_form.captions.value(name), taken), this);
         label->setObjectName(name);
         label->setBuddy(field);
+        if (field->accessibleName().isEmpty()) field->setAccessibleName(m_form.captions.value(name));
         m_labels.insert(name, label);
         fields->addRow(label, field);
     };
