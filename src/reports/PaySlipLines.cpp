@@ -19,26 +19,16 @@ namespace {
 const QString kFixed = QStringLiteral("fixed");
 const QString kIndent = QStringLiteral("    ");
 
-QString fixed(const QVariant& v) {
-    return IsNull(v) ? QString() : Format(v, kFixed);
-}
-QString fixed(float f) {
-    return Format(QVariant(f), kFixed);
-}
+QString fixed(const QVariant& v) { return IsNull(v) ? QString() : Format(v, kFixed); }
+QString fixed(float f) { return Format(QVariant(f), kFixed); }
 
 // The amount of a line is "above 0" only when it is a number above 0; Null is not.
-bool above0(const QVariant& v) {
-    return !IsNull(v) && IsNumeric(v) && CDbl(v) > 0.0;
-}
+bool above0(const QVariant& v) { return !IsNull(v) && IsNumeric(v) && CDbl(v) > 0.0; }
 
-void blankLine(Recordset& rs) {
-    AddPaySlipRec(rs, {}, {}, {}, {}, {});
-}
+void blankLine(Recordset& rs) { AddPaySlipRec(rs, {}, {}, {}, {}, {}); }
 
 // A Single less a Currency is a Currency, kept in the running Single.
-float lessCurrency(float running, Currency c) {
-    return (Currency::fromSingle(running) - c).toSingle();
-}
+float lessCurrency(float running, Currency c) { return (Currency::fromSingle(running) - c).toSingle(); }
 
 QString taxableAllowancesSQL(qint32 wageID) {
     return QStringLiteral("SELECT TaxAllowName.[taxAllowancename], TaxAllowDetails.[Amountcalcon], "
@@ -49,11 +39,10 @@ QString taxableAllowancesSQL(qint32 wageID) {
 }
 
 QString nonTaxableAllowancesSQL(qint32 wageID) {
-    return QStringLiteral(
-               "SELECT NonTaxAllowName.[NonTaxallowname], NonTaxAllowDetails.[Amountcalcon], "
-               "NonTaxAllowDetails.[NonTaxRate], NonTaxAllowDetails.[NonTaxAllow] "
-               "FROM NonTaxAllowName INNER JOIN NonTaxAllowDetails ON NonTaxAllowName.[NonTaxNameID] = "
-               "NonTaxAllowDetails.[NonTaxNameID] WHERE NonTaxAllowDetails.[WageID]= %1")
+    return QStringLiteral("SELECT NonTaxAllowName.[NonTaxallowname], NonTaxAllowDetails.[Amountcalcon], "
+                          "NonTaxAllowDetails.[NonTaxRate], NonTaxAllowDetails.[NonTaxAllow] "
+                          "FROM NonTaxAllowName INNER JOIN NonTaxAllowDetails ON NonTaxAllowName.[NonTaxNameID] = "
+                          "NonTaxAllowDetails.[NonTaxNameID] WHERE NonTaxAllowDetails.[WageID]= %1")
         .arg(wageID);
 }
 
@@ -76,10 +65,9 @@ QString contributionsSQL(qint32 wageID) {
 
 // The tax of the pay: its TaxDetails rows above 0.
 Currency taxOfPay(qint32 wageID) {
-    const QVariant v =
-        App().WageDatabase.scalar(QStringLiteral("SELECT Sum(TaxDetails.PAYE) FROM TaxDetails WHERE "
-                                                 "TaxDetails.WageID = %1 AND TaxDetails.PAYE > 0")
-                                      .arg(wageID));
+    const QVariant v = App().WageDatabase.scalar(
+        QStringLiteral("SELECT Sum(TaxDetails.PAYE) FROM TaxDetails WHERE TaxDetails.WageID = %1 AND TaxDetails.PAYE > 0")
+            .arg(wageID));
     return IsNull(v) ? Currency() : CCur(v);
 }
 
@@ -105,8 +93,8 @@ float FillPaySlip(const QString& heading, const QString& sql, Recordset& paySlip
         const QVariant amount = rs->value(3);
         if (above0(amount)) {
             const QString shown = fixed(amount);
-            AddPaySlipRec(paySlip, kIndent + CStr(rs->value(0)), fixed(rs->value(1)), fixed(rs->value(2)),
-                          shown, {});
+            AddPaySlipRec(paySlip, kIndent + CStr(rs->value(0)), fixed(rs->value(1)), fixed(rs->value(2)), shown,
+                          {});
             // The sum is of what the slip shows, so the grid adds up to what is printed.
             sum = sum + CSng(shown);
         }
@@ -123,17 +111,19 @@ float FillPaySlip(const QString& heading, const QString& sql, Recordset& paySlip
             paySlip.Update();
         }
     }
-    if (alwaysTotal) AddPaySlipRec(paySlip, {}, {}, {}, {}, fixed(sum));
+    if (alwaysTotal)
+        AddPaySlipRec(paySlip, {}, {}, {}, {}, fixed(sum));
     return sum;
 }
 
 QString GetPaymentLinesSQL(qint32 wageID, bool withKeys) {
-    QString sql = QStringLiteral(
-        "SELECT iif(PaymentNames.[Calculation]>0,PaymentNames.[PayUnitname] || ' (x' || "
-        "vbstr(PaymentNames.[Calculation]) || ')',PaymentNames.[PayUnitname]) AS [PaymentName], ");
-    if (withKeys) sql += QStringLiteral("PaymentNames.[PaymentNameID], ");
+    QString sql = QStringLiteral("SELECT iif(PaymentNames.[Calculation]>0,PaymentNames.[PayUnitname] || ' (x' || "
+                                 "vbstr(PaymentNames.[Calculation]) || ')',PaymentNames.[PayUnitname]) AS [PaymentName], ");
+    if (withKeys)
+        sql += QStringLiteral("PaymentNames.[PaymentNameID], ");
     sql += QStringLiteral("PaymentDetails.[DetailHours], PaymentDetails.[EquivPayRate], ");
-    if (withKeys) sql += QStringLiteral("PaymentNames.[Salary], ");
+    if (withKeys)
+        sql += QStringLiteral("PaymentNames.[Salary], ");
     sql += QStringLiteral("PaymentDetails.[Payment] FROM PaymentNames INNER JOIN PaymentDetails ON "
                           "PaymentNames.[PaymentNameID] = PaymentDetails.[PaymentnameID] "
                           "WHERE PaymentDetails.[WageID] = %1;")
@@ -150,39 +140,34 @@ void RefreshPaySlip(PayView& form) {
         Recordset& rs = *slip;
 
         // Labels without a format take the Single's own text and format themselves.
-        const float gross =
-            FillPaySlip(QStringLiteral("Gross"), GetPaymentLinesSQL(wageID, false), rs, false, true, false);
+        const float gross = FillPaySlip(QStringLiteral("Gross"), GetPaymentLinesSQL(wageID, false), rs, false, true, false);
         float running = gross;
         form.setCaption(QStringLiteral("lblGross"), CStr(gross));
 
-        const float taxable = FillPaySlip(QStringLiteral("Taxable Allowances"), taxableAllowancesSQL(wageID),
-                                          rs, true, false, false);
+        const float taxable =
+            FillPaySlip(QStringLiteral("Taxable Allowances"), taxableAllowancesSQL(wageID), rs, true, false, false);
         running = running + taxable;
         form.setCaption(QStringLiteral("lblTaxable"), CStr(taxable));
 
         blankLine(rs);
-        AddPaySlipRec(rs, QStringLiteral("Total Taxable"), {}, {}, {},
-                      Format(QVariant(running), QStringLiteral("Fixed")));
-        form.setCaption(QStringLiteral("lblTotalTaxable"),
-                        Format(QVariant(running), QStringLiteral("Fixed")));
+        AddPaySlipRec(rs, QStringLiteral("Total Taxable"), {}, {}, {}, Format(QVariant(running), QStringLiteral("Fixed")));
+        form.setCaption(QStringLiteral("lblTotalTaxable"), Format(QVariant(running), QStringLiteral("Fixed")));
 
         const Currency paye = taxOfPay(wageID);
         AddPaySlipRec(rs, PayAsYouEarn(), {}, {}, {}, Format(QVariant::fromValue(-paye), kFixed));
         running = lessCurrency(running, paye);
-        form.setCaption(QStringLiteral("lblPaye"),
-                        Format(QVariant::fromValue(paye), QStringLiteral("currency")));
+        form.setCaption(QStringLiteral("lblPaye"), Format(QVariant::fromValue(paye), QStringLiteral("currency")));
 
         AddPaySlipRec(rs, QStringLiteral("Net"), {}, {}, {}, fixed(running));
         blankLine(rs);
 
-        const float nonTax = FillPaySlip(QStringLiteral("Non Taxable Allowances"),
-                                         nonTaxableAllowancesSQL(wageID), rs, true, false, false);
+        const float nonTax =
+            FillPaySlip(QStringLiteral("Non Taxable Allowances"), nonTaxableAllowancesSQL(wageID), rs, true, false, false);
         running = running + nonTax;
         form.setCaption(QStringLiteral("lblNonTax"), CStr(nonTax));
 
         blankLine(rs);
-        const float deductions =
-            FillPaySlip(QStringLiteral("Deductions"), deductionsSQL(wageID), rs, true, false, true);
+        const float deductions = FillPaySlip(QStringLiteral("Deductions"), deductionsSQL(wageID), rs, true, false, true);
         running = running - deductions;
         form.setCaption(QStringLiteral("lblDeduct"), CStr(deductions));
 
@@ -193,8 +178,8 @@ void RefreshPaySlip(PayView& form) {
         // Employer contributions are shown to the employee but are no part of the take-home pay.
         if (IsKiwiSaverEnrolled(App().CurrentEmployeeID)) {
             blankLine(rs);
-            const float kiwiSaver = FillPaySlip(QStringLiteral("Employer Contributions"),
-                                                contributionsSQL(wageID), rs, false, false, false);
+            const float kiwiSaver = FillPaySlip(QStringLiteral("Employer Contributions"), contributionsSQL(wageID), rs,
+                                                false, false, false);
             form.setCaption(QStringLiteral("lblKiwiSaver"), CStr(kiwiSaver));
             const Currency credit = GetKiwiSaverCredit(form.caption(QStringLiteral("lblPayDate")));
             const bool creditSmaller = credit.toDouble() < static_cast<double>(kiwiSaver);
@@ -207,11 +192,9 @@ void RefreshPaySlip(PayView& form) {
 void EnterPaySlip(PayView& form) {
     RefreshPaySlip(form);
     form.WageGridArray = GridArray();
-    form.WageGridArray.setHeadings({QStringLiteral("Description"), QStringLiteral("Number"),
-                                    QStringLiteral("Rate"), QStringLiteral("Amount"),
-                                    QStringLiteral("Total")});
-    fillgridarray(App().WageDatabase,
-                  QStringLiteral("SELECT Description, number, rate, Amount, Total FROM PaySlip;"),
+    form.WageGridArray.setHeadings({QStringLiteral("Description"), QStringLiteral("Number"), QStringLiteral("Rate"),
+                                    QStringLiteral("Amount"), QStringLiteral("Total")});
+    fillgridarray(App().WageDatabase, QStringLiteral("SELECT Description, number, rate, Amount, Total FROM PaySlip;"),
                   form.WageGridArray, false, 5, 0);
     form.refreshGrid();
 }

@@ -15,8 +15,8 @@ float FillPaySlip(const QString& heading, const QString& sql, Recordset& paySlip
                   bool alwaysTotal, bool negateTotal);
 
 // Adds one PaySlip row.
-void AddPaySlipRec(Recordset& paySlip, const QString& description, const QString& number, const QString& rate,
-                   const QString& amount, const QString& total);
+void AddPaySlipRec(Recordset& paySlip, const QString& description, const QString& number,
+                   const QString& rate, const QString& amount, const QString& total);
 
 // The payment lines of a pay: name, units, rate, amount; with keys also PaymentNameID and Salary.
 QString GetPaymentLinesSQL(qint32 wageID, bool withKeys);
