@@ -35,6 +35,7 @@ struct PreparedReport {
     QList<PreparedText> headings;
     QList<PreparedColumn> columns;
     QList<QStringList> rows;
+    QStringList rowStyles; // per row: empty for the normal style, else bold or small
     QStringList totals;            // empty when no column has a total; else one cell per column
     QList<PreparedText> summaries; // empty texts left out
     QList<PreparedText> footers;

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
 #include <QSet>
 
 namespace ql {
@@ -217,6 +218,11 @@ ReportLayout ParseReportLayout(const QString& text, const QString& fileName) {
             c.total = r.take("total");
             if (c.width <= 0) bad(fileName, s.line, QStringLiteral("width must be above 0"));
             layout.columns.append(c);
+        } else if (k == QLatin1String("rowstyle")) {
+            LayoutRowStyle rs{r.need("field"), r.need("match"), r.oneOf("style", kStyles, QStringLiteral("bold"))};
+            if (!QRegularExpression(rs.pattern).isValid())
+                bad(fileName, s.line, QStringLiteral("match=%1 is not a valid pattern").arg(rs.pattern));
+            layout.rowStyles.append(rs);
         } else if (k == QLatin1String("totals")) {
             layout.totalsCaption = r.need("caption");
         } else if (k == QLatin1String("summary")) {

@@ -43,6 +43,13 @@ struct LayoutColumn {
     QString total;  // the format of the column's total; empty: no total
 };
 
+// Rows whose cell in field matches the pattern print in style (bold, small).
+struct LayoutRowStyle {
+    QString field;
+    QString pattern;
+    QString style;
+};
+
 struct ReportLayout {
     QString fileName; // the file it was read from
     QString name;
@@ -61,6 +68,7 @@ struct ReportLayout {
     QList<LayoutText> headings;
     QList<LayoutColumn> columns;
     QString totalsCaption; // the totals row's first cell; the row shows when a column has a total
+    QList<LayoutRowStyle> rowStyles;
     QList<LayoutText> summaries;
     QList<LayoutText> footers;
 

@@ -202,6 +202,19 @@ PreparedReport ReportControl::prepare() const {
                            QStringLiteral("The column %1 is not in the report's data.").arg(c.field));
             fields << index;
         }
+        QList<QPair<int, QRegularExpression>> styleTests;
+        for (const LayoutRowStyle& rowStyle : layout.rowStyles) {
+            int column = -1;
+            for (int i = 0; i < layout.columns.size(); ++i)
+                if (layout.columns.at(i).field.compare(rowStyle.field, Qt::CaseInsensitive) == 0)
+                    column = i;
+            if (column < 0)
+                raiseError(rpterr::BadLayout, kSource,
+                           QStringLiteral("The report file %1 cannot be read: the row style names %2, which is no "
+                                          "column of the report.")
+                               .arg(QFileInfo(layout.fileName).fileName(), rowStyle.field));
+            styleTests.append({column, QRegularExpression(rowStyle.pattern)});
+        }
         for (; !rs->EOF_(); rs->MoveNext()) {
             QStringList cells;
             for (int i = 0; i < layout.columns.size(); ++i) {
@@ -210,7 +223,12 @@ PreparedReport ReportControl::prepare() const {
                 if (!layout.columns.at(i).total.isEmpty() && !IsNull(v) && IsNumeric(v))
                     sums[i] = sums.at(i) + CCur(v);
             }
+            QString style;
+            for (int t = 0; t < styleTests.size() && style.isEmpty(); ++t)
+                if (styleTests.at(t).second.match(cells.at(styleTests.at(t).first)).hasMatch())
+                    style = layout.rowStyles.at(t).style;
             report.rows.append(cells);
+            report.rowStyles.append(style);
         }
         rs->Close();
     });

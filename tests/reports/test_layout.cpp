@@ -111,3 +111,13 @@ TEST(ReportLayout, BrokenStatementsNameTheirLine) {
     EXPECT_EQ(errorOf(QString()), rpterr::BadLayout);
     EXPECT_EQ(errorOf(kMinimal), 0);
 }
+
+TEST(ReportLayout, RowStylesNeedAValidPattern) {
+    const ReportLayout l =
+        ParseReportLayout(kMinimal + "rowstyle field=Description match=\"^\\S\" style=bold\n", QStringLiteral("x.rpt"));
+    ASSERT_EQ(l.rowStyles.size(), 1);
+    EXPECT_EQ(l.rowStyles.at(0).pattern, "^\\S");
+    EXPECT_EQ(errorOf(kMinimal + "rowstyle field=Description match=\"(\"\n"), rpterr::BadLayout);
+    EXPECT_EQ(errorOf(kMinimal + "rowstyle field=Description match=x style=italic\n"), rpterr::BadLayout);
+    EXPECT_EQ(ReadReportLayout(shipped("ql_payslip.rpt")).rowStyles.size(), 1);
+}

@@ -202,3 +202,16 @@ TEST_F(PaySlipTest, TheSlipReadsAsAPayslip) {
     EXPECT_TRUE(lines.last().endsWith(" Page 1 of 1")) << lines.last().toStdString();
     EXPECT_EQ(rows->dialogs.calls.size(), 0);
 }
+
+TEST_F(PaySlipTest, SectionLinesStandOutAndIndentedLinesDoNot) {
+    standardPay(employee("Mere", "Hale"));
+    onShow = [](ReportScreen& s) { s.PrintIt(); };
+    print(false);
+    ASSERT_EQ(printed.size(), 1);
+    const PreparedReport& r = printed.at(0);
+    ASSERT_EQ(r.rowStyles.size(), r.rows.size());
+    for (int i = 0; i < r.rows.size(); ++i) {
+        const QString d = r.rows.at(i).at(0);
+        EXPECT_EQ(r.rowStyles.at(i), !d.isEmpty() && !d.startsWith(u' ') ? "bold" : "") << d.toStdString();
+    }
+}

@@ -66,7 +66,8 @@ ReportPages::ReportPages(const PreparedReport& report, QPaintDevice* device, con
         y = m_area.top() + top;
     };
     for (int r = 0; r < report.rows.size(); ++r) {
-        const double h = rowHeight(report.rows.at(r), normal);
+        const QString style = report.rowStyles.value(r);
+        const double h = rowHeight(report.rows.at(r), style.isEmpty() ? normal : font(style));
         if (!fits(h) && page.endRow > page.firstRow) nextPage(r);
         y += h;
         page.endRow = r + 1;
@@ -229,8 +230,10 @@ void ReportPages::paintPage(QPainter& p, int page) const {
     p.setPen(Qt::black);
 
     const QFont normal = font(QStringLiteral("normal"));
-    for (int r = pg.firstRow; r < pg.endRow; ++r)
-        paintRow(p, y, m_report.rows.at(r), normal, (r - pg.firstRow) % 2 == 1);
+    for (int r = pg.firstRow; r < pg.endRow; ++r) {
+        const QString style = m_report.rowStyles.value(r);
+        paintRow(p, y, m_report.rows.at(r), style.isEmpty() ? normal : font(style), (r - pg.firstRow) % 2 == 1);
+    }
     if (pg.totals) {
         y += mm(m_device, 1);
         p.setPen(rule);
