@@ -6,6 +6,7 @@
 #include "startup/Startup.h"
 #include "ledger/frmWage.h"
 #include "payengine/AppContext.h"
+#include "reports/frm_crystal.h"
 #include "runtime/VbError.h"
 #include <QApplication>
 #include <QMessageBox>
@@ -18,6 +19,7 @@ int main(int argc, char** argv) {
     ql::QtDialogs dialogs;
     ql::setDialogs(&dialogs);
     ql::installErrorReporter();
+    ql::installReportScreens(); // prints show the report screen, its preview and the print dialog
     ql::setMainFormFactory([] { return std::make_unique<ql::WageMainForm>(); });
 
     // A start by the bus carries no command line; the client calls ReadySetGo.
