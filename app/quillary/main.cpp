@@ -6,6 +6,7 @@
 #include "startup/Startup.h"
 #include "ledger/frmWage.h"
 #include "payengine/AppContext.h"
+#include "reports/frm_crystal.h"
 #include "runtime/VbError.h"
 #include "taxsettings/frmPayeInfo.h"
 #include <QApplication>
@@ -20,6 +21,7 @@ int main(int argc, char** argv) {
     ql::setDialogs(&dialogs);
     ql::installErrorReporter();
     ql::installPayeInfoDialog(); // the tax settings dialog that the wage account checks open
+    ql::installReportScreens(); // prints show the report screen, its preview and the print dialog
     ql::setMainFormFactory([] { return std::make_unique<ql::WageMainForm>(); });
 
     // A start by the bus carries no command line; the client calls ReadySetGo.
