@@ -11,6 +11,7 @@
 #include "payengine/AppContext.h"
 #include "payengine/Contributions.h"
 #include "payengine/Deductions.h"
+#include "payengine/EditChecks.h"
 #include "payengine/Paye.h"
 #include "payengine/PayTotals.h"
 #include "runtime/Convert.h"
@@ -149,6 +150,14 @@ bool WageScreen::storeCell(int row, int column, const QString& text) {
         ShowMessage(TranslateText(QStringLiteral("Invalid entry in column |0|\r\n\r\nThe previous value has been restored"),
                                   QStringList{QString::number(column + 1)}),
                     0, Firm(), QStringLiteral("Invalid Entry"), QString(), 3, true);
+        WageGridArray.setValue(row, column, old);
+        refreshGrid();
+        return false;
+    }
+    // Negative or outsize figures would leave the pay's stored figures disagreeing with its lines.
+    const QString refusal = GridEntryRefusal(*this, row, column, text);
+    if (!refusal.isEmpty()) {
+        ShowEntryRefusal(refusal);
         WageGridArray.setValue(row, column, old);
         refreshGrid();
         return false;
