@@ -1,6 +1,7 @@
 #include "WageGridWidget.h"
 #include "WageScreen.h"
 #include "frame/Messages.h"
+#include "payengine/AppContext.h"
 #include "payengine/PayView.h"
 #include "runtime/Convert.h"
 #include "ui/Skin.h"
@@ -84,11 +85,13 @@ QVariant WageGridModel::data(const QModelIndex& index, int role) const {
 bool WageGridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (!index.isValid() || role != Qt::EditRole) return false;
     bool stored = false;
+    m_storing = true;
     try {
         stored = m_screen.storeCell(index.row(), index.column(), value.toString());
     } catch (const VbError& e) {
         ReportError(e, QStringLiteral("tgrdwages_AfterColUpdate"));
     }
+    m_storing = false;
     if (stored) rowEdited = true;
     emit dataChanged(this->index(index.row(), 0), this->index(index.row(), columnCount() - 1));
     return stored;
@@ -96,7 +99,11 @@ bool WageGridModel::setData(const QModelIndex& index, const QVariant& value, int
 
 Qt::ItemFlags WageGridModel::flags(const QModelIndex& index) const {
     Qt::ItemFlags f = QAbstractTableModel::flags(index);
-    if (index.column() >= 1 && m_screen.WageGridArray.editable()) f |= Qt::ItemIsEditable;
+    // The line views let an edit begin even on a committed pay, so that the grid's own check can say
+    // why it is refused; the payslip view is never edited.
+    const int tab = App().CurrentTab;
+    const bool lineView = tab == 1 || tab == 2 || tab == 4 || tab == 5 || tab == 7;
+    if (index.column() >= 1 && (m_screen.WageGridArray.editable() || lineView)) f |= Qt::ItemIsEditable;
     return f;
 }
 
@@ -107,6 +114,13 @@ QVariant WageGridModel::headerData(int section, Qt::Orientation orientation, int
 }
 
 void WageGridModel::reload() {
+    if (m_storing && m_rows == rowCount() && m_columns == columnCount()) {
+        // Inside a cell's store the open editor must live on: show the new values without a reset.
+        if (m_rows > 0 && m_columns > 0) emit dataChanged(index(0, 0), index(m_rows - 1, m_columns - 1));
+        return;
+    }
+    m_rows = rowCount();
+    m_columns = columnCount();
     beginResetModel();
     rowEdited = false;
     endResetModel();

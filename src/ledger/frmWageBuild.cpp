@@ -124,7 +124,7 @@ QWidget* frmWage::buildSummary(QWidget* parent) {
         summary->addWidget(cap, r, 0);
         summary->addWidget(value, r, 1);
         const int buttonIndex = tabOfLabel(name); // the view the figure opens
-        if (index != 4) { // the PAYE figure shares the button of total taxable
+        if (index != 4) {                         // the PAYE figure shares the button of total taxable
             QPushButton* b = button(QStringLiteral("cmdSelect(%1)").arg(buttonIndex), side,
                                     QStringLiteral("Show the ") + viewName(buttonIndex));
             b->setCheckable(true);
