@@ -77,6 +77,8 @@ protected:
         screen().SetEmployee();
         w->refresh();
     }
+
+public:
     // Runs handle on the next modal dialog once it is up (a dialog's exec() blocks the caller).
     static void onNextModal(std::function<void(QWidget*)> handle) {
         auto* timer = new QTimer;
@@ -90,6 +92,8 @@ protected:
         });
         timer->start();
     }
+
+protected:
     static void settle() { QApplication::processEvents(); }
     // Presses a key on whatever has the focus in the window.
     void key(Qt::Key k, Qt::KeyboardModifiers mods = Qt::NoModifier) {
