@@ -140,6 +140,8 @@ QWidget* frmWage::buildSummary(QWidget* parent) {
         auto* cap = new QLabel(esct ? QStringLiteral("ESCT") : QStringLiteral("KiwiSaver Tax Credit"), side);
         cap->setObjectName(QString::fromLatin1(extra) + QStringLiteral("Caption"));
         cap->setStyleSheet(QStringLiteral("padding: 2px 6px;"));
+        cap->setAccessibleName(esct ? QStringLiteral("ESCT caption")
+                                    : QStringLiteral("KiwiSaver tax credit caption"));
         QLabel* value = label(QString::fromLatin1(extra), side,
                               esct ? QStringLiteral("ESCT") : QStringLiteral("KiwiSaver tax credit"));
         value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -47,6 +47,7 @@ protected:
         w->activateWindow();
         QApplication::setActiveWindow(w);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(w));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(w)); // access keys need an active window
     }
     ql::WageScreen& screen() { return w->screen(); }
     template <class T> T* child(const QString& name) const { return w->findChild<T*>(name); }
@@ -99,10 +100,15 @@ protected:
     void key(Qt::Key k, Qt::KeyboardModifiers mods = Qt::NoModifier) {
         QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : w;
         QTest::keyClick(target, k, mods);
+        if (mods & Qt::AltModifier)
+            QTest::qWait(250); // an access key presses its button after the button's short animation
     }
+    // Types each character into whatever has the focus at that moment, as keys arrive from a keyboard.
     void type(const QString& keys) {
-        QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : w;
-        QTest::keyClicks(target, keys);
+        for (QChar c : keys) {
+            QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : w;
+            QTest::keyClicks(target, QString(c));
+        }
     }
 };
 
