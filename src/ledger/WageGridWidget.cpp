@@ -75,7 +75,8 @@ QVariant WageGridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const GridArray& grid = m_screen.WageGridArray;
     const QVariant v = grid.value(index.row(), index.column());
-    if (role == Qt::DisplayRole) return IsNull(v) ? QString() : grid.column(index.column()).displayText(v);
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) // the tip shows a name cut short
+        return IsNull(v) ? QString() : grid.column(index.column()).displayText(v);
     if (role == Qt::EditRole) return IsNull(v) ? QVariant(QString()) : QVariant(CStr(v));
     if (role == Qt::TextAlignmentRole && grid.column(index.column()).rightAligned)
         return int(Qt::AlignRight | Qt::AlignVCenter);
@@ -132,8 +133,11 @@ WageGridWidget::WageGridWidget(WageScreen& screen, QWidget* parent)
     setItemDelegate(new GuardedDelegate(screen, this));
     setObjectName(QStringLiteral("tgrdwages"));
     setAlternatingRowColors(true);
-    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setStretchLastSection(false);
+    horizontalHeader()->setMinimumSectionSize(70);
     verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    setWordWrap(false);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::AnyKeyPressed);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -152,8 +156,17 @@ WageGridWidget::WageGridWidget(WageScreen& screen, QWidget* parent)
 void WageGridWidget::reload() {
     m_model->reload();
     SkinGrid(this, true);
-    for (int c = 0; c < m_model->columnCount(); ++c)
-        setColumnHidden(c, !m_screen.WageGridArray.column(c).visible);
+    int names = -1;
+    for (int c = 0; c < m_model->columnCount(); ++c) {
+        const bool shown = m_screen.WageGridArray.column(c).visible;
+        setColumnHidden(c, !shown);
+        if (shown && names < 0) names = c;
+    }
+    // Figures as wide as they need; the names take the rest of the width.
+    QHeaderView* header = horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Interactive);
+    resizeColumnsToContents();
+    if (names >= 0) header->setSectionResizeMode(names, QHeaderView::Stretch);
 }
 
 void WageGridWidget::focusOutEvent(QFocusEvent* event) {
