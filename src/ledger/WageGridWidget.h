@@ -25,6 +25,8 @@ public:
 
 private:
     WageScreen& m_screen;
+    bool m_storing = false;        // a cell's store is running
+    int m_rows = 0, m_columns = 0; // the shape the view was last reset to
 };
 
 class WageGridWidget : public QTableView {
