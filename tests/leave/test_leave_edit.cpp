@@ -211,3 +211,19 @@ TEST_F(LeaveEditTest, HiddenColumnsTakeNoTyping) {
     EXPECT_FALSE(screen->storeCell(0, 0, QStringLiteral("99")));
     EXPECT_EQ(screen->cellText(0, 0).toInt(), screen->LeaveArray.value(0, 0).toInt());
 }
+
+TEST_F(LeaveEditTest, AmountsAndDatesFollowTheLocale) {
+    LocaleGuard german(germanLocale());
+    leave(hale, 1, 2, 1, QStringLiteral("2025-05-01"), QStringLiteral("2025-05-01"));
+    load();
+    EXPECT_EQ(screen->lblfDate, QStringLiteral("01.03.2025"));
+    EXPECT_EQ(screen->cellText(0, 4), QStringLiteral("1,00"));
+    ASSERT_TRUE(screen->storeCell(0, 4, QStringLiteral("2,5")));
+    EXPECT_EQ(screen->cellText(0, 4), QStringLiteral("2,50"));
+    ASSERT_TRUE(screen->storeCell(0, 5, QStringLiteral("10.05.2025")));
+    EXPECT_EQ(screen->cellText(0, 6), QStringLiteral("12.05.2025"));
+    EXPECT_EQ(screen->txtLeaveTaken, QStringLiteral("2,5"));
+    ql::SaveLeaveXArray(*screen);
+    EXPECT_EQ(
+        count(QStringLiteral("NumberofDays = 2.5 AND DateFrom = '2025-05-10' AND DateTo = '2025-05-12'")), 1);
+}

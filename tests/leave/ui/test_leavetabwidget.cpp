@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTabBar>
+#include <QTest>
 
 using namespace qltest;
 
@@ -53,6 +54,11 @@ protected:
         return w;
     }
     QString text(const char* name) { return child<QLineEdit>(name)->text(); }
+    // Lets events run until the condition holds, at most two seconds.
+    template <class F> static void waitFor(F&& condition) {
+        for (int i = 0; i < 100 && !condition(); ++i)
+            QTest::qWait(20);
+    }
     void key(QWidget* to, int k, Qt::KeyboardModifiers mods = Qt::NoModifier, const QString& t = QString()) {
         QKeyEvent press(QEvent::KeyPress, k, mods, t);
         QApplication::sendEvent(to, &press);
@@ -191,4 +197,26 @@ TEST_F(LeaveTabTest, EachSubTabForThePictures) {
         bar->setCurrentIndex(0);
         tab->grab().save(dir + QStringLiteral("/leave-all-years.png"));
     }
+}
+
+TEST_F(LeaveTabTest, KeyboardCtrlTabAndAccessKeys) {
+    QApplication::setActiveWindow(tab.get());
+    tab->grid()->setFocus();
+    QApplication::processEvents();
+    auto* bar = child<QTabBar>("tabLeave");
+    for (int i = 1; i <= 5; ++i) {
+        QTest::keyClick(tab->grid(), Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(bar->currentIndex(), i % 5);
+        EXPECT_EQ(tab->screen().CurrentLeaveTypeID, i % 5 + 1);
+    }
+    // An access key presses the button and lets it go a moment later, which is the click.
+    QTest::keyClick(tab->grid(), Qt::Key_Y, Qt::AltModifier);
+    waitFor([&] { return tab->screen().optWhichYears == 1; });
+    EXPECT_EQ(tab->screen().optWhichYears, 1);
+    EXPECT_TRUE(child<QRadioButton>("optWhichYears(1)")->isChecked());
+    EXPECT_EQ(tab->screen().optWhichYears, 1);
+    QTest::keyClick(tab->grid(), Qt::Key_U, Qt::AltModifier);
+    waitFor([&] { return tab->screen().optWhichYears == 0; });
+    EXPECT_EQ(tab->screen().optWhichYears, 0);
+    EXPECT_TRUE(child<QRadioButton>("optWhichYears(0)")->isChecked());
 }
