@@ -25,10 +25,10 @@ inline QString validIrd(int k) {
     }
 }
 
-// The k-th account of bank 12, branch 3001 that passes its check.
-inline QString validAccount(int k) {
+// The k-th account of the bank and branch that passes its check.
+inline QString validAccount(int k, const QString& bankBranch = QStringLiteral("12-3001")) {
     for (qint64 base = 1000000;; ++base) {
-        const QString s = QStringLiteral("12-3001-%1-00").arg(base, 7, 10, QChar(u'0'));
+        const QString s = QStringLiteral("%1-%2-00").arg(bankBranch).arg(base, 7, 10, QChar(u'0'));
         if (ql::IsValidBankAccount(s) && k-- == 0) return s;
     }
 }
