@@ -37,12 +37,14 @@ TEST(CliPayday, WrongUsage) {
 
 TEST_F(PaydayTest, FilesFromTheCommandLine) {
     const QString ei = docs->path() + QStringLiteral("/ei.csv");
-    // The demo's IRD numbers fail: no file, and the employees to fix on standard error.
+    // The farm's number and one employee's fail: no file, and whom to fix on standard error.
+    wage.execute(QStringLiteral("UPDATE Employees SET IRDNumber = '111-111-112' WHERE EmployeeID = 2"));
     CliResult r =
         runCli({QStringLiteral("payday-file"), QStringLiteral("2026-12-01"), QStringLiteral("--out"), ei},
                docs->path());
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains(QStringLiteral("Barry Sampleton: IRD number 111-111-112 fails")));
+    EXPECT_TRUE(r.err.contains(QStringLiteral("The employer: IRD number 123-456-789 fails")));
     EXPECT_FALSE(QFile::exists(ei));
 
     // Typed settings are checked.

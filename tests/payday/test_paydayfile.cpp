@@ -1,6 +1,7 @@
 // The Employment Information and Employee Details files against their layouts, field by field, from
 // the demo farm's committed pays.
 #include "PaydayFixture.h"
+#include "data/Recordset.h"
 #include "payday/PaydayFiles.h"
 #include "payday/PaydayPays.h"
 #include "runtime/Convert.h"
@@ -34,17 +35,29 @@ TEST(PaydayPeriods, StartOfEachInterval) {
 }
 
 TEST_F(PaydayTest, RefusedWhileAnyIrdNumberFailsWithTheEmployeesToFix) {
-    // The demo's numbers fail the check, all but the first employee's (111-111-111).
+    // The demo's employees have valid numbers; the farm's own number fails, and so does one typed wrong.
+    wage.execute(QStringLiteral("UPDATE Employees SET IRDNumber = '111-111-112' WHERE EmployeeID = 2"));
     const ql::PaydayFile file = ql::EmploymentInformationFile(wage, kPaymentDate);
     EXPECT_FALSE(file.ok());
     EXPECT_TRUE(file.text.isEmpty());
-    EXPECT_EQ(file.toFix.size(), 5); // the employer and four employees
-    EXPECT_TRUE(file.toFix.contains(
-        QStringLiteral("The employer: IRD number 123-456-789 fails Inland Revenue's check")));
-    EXPECT_TRUE(file.toFix.contains(
-        QStringLiteral("Barry Sampleton: IRD number 111-111-112 fails Inland Revenue's check")));
+    EXPECT_EQ(file.toFix,
+              (QStringList{
+                  QStringLiteral("The employer: IRD number 123-456-789 fails Inland Revenue's check"),
+                  QStringLiteral("Barry Sampleton: IRD number 111-111-112 fails Inland Revenue's check")}));
     EXPECT_FALSE(file.refusal.contains(QStringLiteral("Aroha")));
     EXPECT_TRUE(file.refusal.startsWith(QStringLiteral("The payday filing file was not written")));
+    // The employer's number in the payday settings stands in for the farm's.
+    ql::PaydaySettings s;
+    s.employerIrd = validIrd(0);
+    ql::SavePaydaySettings(wage, s);
+    EXPECT_EQ(
+        ql::EmploymentInformationFile(wage, kPaymentDate).toFix,
+        QStringList{QStringLiteral("Barry Sampleton: IRD number 111-111-112 fails Inland Revenue's check")});
+    wage.execute(QStringLiteral("UPDATE Employees SET IRDNumber = '' WHERE EmployeeID = 2"));
+    EXPECT_EQ(ql::EmploymentInformationFile(wage, kPaymentDate).toFix,
+              QStringList{QStringLiteral("Barry Sampleton: no IRD number")});
+    wage.execute(QStringLiteral("UPDATE Employees SET IRDNumber = '111-111-122' WHERE EmployeeID = 2"));
+    EXPECT_TRUE(ql::EmploymentInformationFile(wage, kPaymentDate).ok());
 }
 
 TEST_F(PaydayTest, NoCommittedPayOnTheDay) {
@@ -221,6 +234,21 @@ TEST_F(PaydayTest, EmployeeDetailsRefusedForAFailingNumber) {
     EXPECT_TRUE(file.text.isEmpty());
     EXPECT_EQ(file.toFix, QStringList{QStringLiteral(
                               "Fran Finished: IRD number 136410133 fails Inland Revenue's check")});
+}
+
+} // namespace
+} // namespace qltest
+
+namespace qltest {
+namespace {
+
+TEST_F(PaydayTest, TheDemoFarmsEmployeesHaveValidIrdNumbers) {
+    auto rs =
+        wage.openRecordset(QStringLiteral("SELECT IRDNumber FROM Employees"), ql::RecordsetType::Snapshot);
+    int count = 0;
+    for (; !rs->EOF_(); rs->MoveNext(), ++count)
+        EXPECT_TRUE(ql::IsValidIrdNumber(rs->value(0).toString())) << rs->value(0).toString().toStdString();
+    EXPECT_EQ(count, 7);
 }
 
 } // namespace

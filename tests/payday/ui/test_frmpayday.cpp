@@ -73,6 +73,7 @@ TEST_F(PaydayTest, FilesDialogRefusesThenWrites) {
         written = docs->path() + QLatin1Char('/') + suggested;
         return written;
     };
+    wage.execute(QStringLiteral("UPDATE Employees SET IRDNumber = '111-111-112' WHERE EmployeeID = 2"));
     EXPECT_FALSE(d.makePaydayFile());
     ASSERT_EQ(dialogs.calls.size(), 1);
     EXPECT_TRUE(
