@@ -67,6 +67,12 @@ bool within(const QDate& d, const QDate& from, const QDate& to) {
 
 } // namespace
 
+QString EiTaxCode(const QString& taxCode) {
+    QString code = taxCode.toUpper();
+    code.remove(u' ');
+    return field(code);
+}
+
 QString PayrollPackageName() {
     return QStringLiteral("Quillary %1").arg(QStringLiteral(QUILLARY_PAYDAY_VERSION));
 }
@@ -124,7 +130,7 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
             QStringLiteral("DEI"),
             IrdNumberNineDigits(p.irdNumber),
             field(p.name()),
-            field(p.taxCode),
+            EiTaxCode(p.taxCode),
             ymd(within(p.dateHired, p.periodStart, p.payDate) ? p.dateHired : QDate()),
             ymd(within(p.dateFinished, p.periodStart, p.payDate) ? p.dateFinished : QDate()),
             ymd(p.periodStart),

@@ -20,6 +20,9 @@ struct PaydayFile {
 // The payroll package and version the headers name.
 QString PayrollPackageName();
 
+// A tax code as the employee lines carry it: upper case without blanks ("M SL" gives "MSL").
+QString EiTaxCode(const QString& taxCode);
+
 // Pay cycle code of an interval by its pays per year (WK, FT, ...); empty when the layout has none.
 QString PayCycleCode(float paysPerYear);
 
