@@ -6,6 +6,7 @@
 #include "frame/ScriptedDialogs.h"
 #include "payday/BankAccount.h"
 #include "payday/BankFile.h"
+#include "payday/PayRun.h"
 #include "payday/PaydayFiles.h"
 #include "payday/PaydayTables.h"
 #include "payengine/AppContext.h"
@@ -161,6 +162,48 @@ int bankAccount(const QStringList& args, QTextStream& out) {
     return 0;
 }
 
+QString dateJson(const QDate& d) {
+    return d.isValid() ? cli::jsonString(d.toString(Qt::ISODate)) : QStringLiteral("null");
+}
+
+QString payRunJson(const QDate& runDate, const QList<ql::PayRunItem>& items, const QStringList& failures) {
+    QStringList pays;
+    for (const ql::PayRunItem& i : items)
+        pays << QStringLiteral("    {\"EmployeeID\": %1, \"Name\": %2, \"WageID\": %3, \"Date\": %4, "
+                               "\"PeriodStart\": %5, "
+                               "\"Interval\": %6, \"Reference\": %7, \"Gross\": %8, \"PAYE\": %9, "
+                               "\"NonTaxAllow\": %10, \"Deductions\": %11, \"TakeHome\": %12}")
+                    .arg(QString::number(i.employeeID), cli::jsonString(i.name),
+                         i.wageID ? QString::number(i.wageID) : QStringLiteral("null"), dateJson(i.payDate),
+                         dateJson(i.periodStart), cli::jsonString(i.interval),
+                         i.committed() ? cli::jsonString(i.reference) : QStringLiteral("null"),
+                         i.gross.toFixed4(), i.paye.toFixed4())
+                    .arg(i.nonTaxable.toFixed4(), i.deductions.toFixed4(), i.takeHome.toFixed4());
+    QStringList problems;
+    for (const QString& f : failures)
+        problems << QStringLiteral("    ") + cli::jsonString(f);
+    return QStringLiteral("{\n  \"RunDate\": %1,\n  \"Pays\": [\n%2\n  ],\n  \"TakeHomeTotal\": %3,\n  "
+                          "\"Failures\": [%4]\n}\n")
+        .arg(dateJson(runDate), pays.join(QStringLiteral(",\n")), ql::PayRunTotal(items).toFixed4(),
+             problems.isEmpty()
+                 ? QString()
+                 : QStringLiteral("\n") + problems.join(QStringLiteral(",\n")) + QStringLiteral("\n  "));
+}
+
+int payRun(const QStringList& args, QTextStream& out) {
+    if (args.size() != 1) throw cli::CliUsageError();
+    const QDate runDate = dateArgument(args.at(0));
+    Session session;
+    QStringList failures;
+    const QList<ql::PayRunItem> items = ql::AddPayRunPays(runDate, failures);
+    out << payRunJson(runDate, items, failures);
+    if (!failures.isEmpty()) {
+        out.flush();
+        throw cli::CliFailure(QStringLiteral("Not every pay of the run was added:\n") + failures.join(u'\n'));
+    }
+    return 0;
+}
+
 const cli::CliCommand paydayFileCommand("payday-file", "payday-file YYYY-MM-DD --out FILE", paydayFile);
 const cli::CliCommand employeeDetailsCommand("employee-details-file",
                                              "employee-details-file --since YYYY-MM-DD --out FILE",
@@ -172,6 +215,7 @@ const cli::CliCommand
     paydaySettingsCommand("payday-settings",
                           "payday-settings [--name T] [--phone T] [--email T] [--ird T] [--account T]",
                           paydaySettings);
+const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD", payRun);
 const cli::CliCommand bankAccountCommand("bank-account", "bank-account EMPLOYEE_ID [ACCOUNT]", bankAccount);
 
 } // namespace
