@@ -118,63 +118,82 @@ QList<PayRunItem> ProposePayRun(Database& wage, const QDate& runDate) {
     return items;
 }
 
-QList<PayRunItem> AddPayRunPays(const QDate& runDate, QStringList& failures) {
+PayRunAdder::PayRunAdder() : m_screen(new WageScreen), m_previousForm(App().WageForm) {
+    AppContext& app = App();
+    FillEmployeeArray();
+    app.WageForm = m_screen;
+    InitData(*m_screen);
+    for (int i = 1; i < app.EmployeeArray.size(); ++i)
+        m_screen->cboEmployeeItems.append(
+            {app.EmployeeArray.at(i).NameLastFirst, app.EmployeeArray.at(i).EmployeeID});
+}
+
+PayRunAdder::~PayRunAdder() {
+    App().WageForm = m_previousForm;
+    delete m_screen;
+}
+
+bool PayRunAdder::add(const PayRunItem& item, QString& failure) {
+    if (item.wageID != 0) return true;
     AppContext& app = App();
     Database& wage = app.WageDatabase;
-    const QList<PayRunItem> proposal = ProposePayRun(wage, runDate);
-    FillEmployeeArray();
-    WageScreen screen;
-    PayView* previousForm = app.WageForm;
-    app.WageForm = &screen;
-    InitData(screen);
+    int index = -1;
     for (int i = 1; i < app.EmployeeArray.size(); ++i)
-        screen.cboEmployeeItems.append(
-            {app.EmployeeArray.at(i).NameLastFirst, app.EmployeeArray.at(i).EmployeeID});
-    for (const PayRunItem& item : proposal) {
-        if (item.wageID != 0) continue;
-        int index = -1;
-        for (int i = 1; i < app.EmployeeArray.size(); ++i)
-            if (app.EmployeeArray.at(i).EmployeeID == item.employeeID) index = i - 1;
-        if (index < 0) {
-            failures << QStringLiteral("%1: not on the payroll").arg(item.name);
-            continue;
-        }
-        FirstPayAnswer answer(dialogs(), Format(QVariant(item.payDate), QStringLiteral("Short date")));
-        Dialogs& outer = dialogs();
-        setDialogs(&answer);
-        try {
-            const QVariant highest = wage.scalar(QStringLiteral("SELECT max(WageID) FROM Wages"));
-            const qint32 before = IsNull(highest) ? 0 : CLng(highest);
-            screen.selectEmployeeItem(index);
-            if (answer.asked == 0) {
-                if (!screen.TaxCodeTest()) {
-                    failures << QStringLiteral("%1: %2").arg(item.name, answer.lastMessage.simplified());
-                    setDialogs(&outer);
-                    continue;
-                }
-                screen.showAddEdit = [](WageScreen&) { calendarChoice().AddPayChoice = true; };
-                screen.CalWage_DateClick(item.payDate);
+        if (app.EmployeeArray.at(i).EmployeeID == item.employeeID) index = i - 1;
+    if (index < 0) {
+        failure = QStringLiteral("%1: not on the payroll").arg(item.name);
+        return false;
+    }
+    Dialogs& outer = dialogs();
+    FirstPayAnswer answer(outer, Format(QVariant(item.payDate), QStringLiteral("Short date")));
+    setDialogs(&answer);
+    bool added = false;
+    try {
+        const QVariant highest = wage.scalar(QStringLiteral("SELECT max(WageID) FROM Wages"));
+        const qint32 before = IsNull(highest) ? 0 : CLng(highest);
+        m_screen->selectEmployeeItem(index);
+        bool refused = false;
+        if (answer.asked == 0) {
+            if (!m_screen->TaxCodeTest()) {
+                failure = QStringLiteral("%1: %2").arg(item.name, answer.lastMessage.simplified());
+                refused = true;
+            } else {
+                m_screen->showAddEdit = [](WageScreen&) { calendarChoice().AddPayChoice = true; };
+                m_screen->CalWage_DateClick(item.payDate);
             }
-            screen.datPays.UpdateRecord();
-            const QVariant added =
-                wage.scalar(QStringLiteral("SELECT min(WageID) FROM Wages WHERE EmployeeID = %1 "
-                                           "AND WageID > %2")
-                                .arg(item.employeeID)
-                                .arg(before));
-            if (IsNull(added)) {
-                failures << QStringLiteral("%1: no pay was added").arg(item.name);
+        }
+        if (!refused) {
+            m_screen->datPays.UpdateRecord();
+            const QVariant id = wage.scalar(
+                QStringLiteral("SELECT min(WageID) FROM Wages WHERE EmployeeID = %1 AND WageID > %2")
+                    .arg(item.employeeID)
+                    .arg(before));
+            if (IsNull(id)) {
+                failure = QStringLiteral("%1: no pay was added").arg(item.name);
             } else {
                 // Leaving a view saves the pay, which brings its tax.
-                screen.cmdSelect_Click(1);
-                screen.tgrdwages_LostFocus();
-                screen.datPays.UpdateRecord();
+                m_screen->cmdSelect_Click(1);
+                m_screen->tgrdwages_LostFocus();
+                m_screen->datPays.UpdateRecord();
+                added = true;
             }
-        } catch (const VbError& e) {
-            failures << QStringLiteral("%1: %2").arg(item.name, e.description());
         }
-        setDialogs(&outer);
+    } catch (const VbError& e) {
+        failure = QStringLiteral("%1: %2").arg(item.name, e.description());
     }
-    app.WageForm = previousForm;
+    setDialogs(&outer);
+    return added;
+}
+
+QList<PayRunItem> AddPayRunPays(const QDate& runDate, QStringList& failures) {
+    Database& wage = App().WageDatabase;
+    {
+        PayRunAdder adder;
+        for (const PayRunItem& item : ProposePayRun(wage, runDate)) {
+            QString failure;
+            if (!adder.add(item, failure)) failures << failure;
+        }
+    }
     return ProposePayRun(wage, runDate);
 }
 

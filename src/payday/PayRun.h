@@ -35,6 +35,25 @@ QDate NextPayDate(const QDate& lastPay, float paysPerYear, float numberOfDays);
 // What the run would hold, without changing anything. An employee without pays is due on runDate.
 QList<PayRunItem> ProposePayRun(Database& wage, const QDate& runDate);
 
+class WageScreen;
+class PayView;
+
+// Adds one pay of a run at a time, as the wage screen adds it, so that a screen can show progress
+// and stop between pays. The program's context must have the payroll database open.
+class PayRunAdder {
+public:
+    PayRunAdder();
+    ~PayRunAdder();
+    PayRunAdder(const PayRunAdder&) = delete;
+    PayRunAdder& operator=(const PayRunAdder&) = delete;
+    // Adds the item's pay when it has none yet; false with the reason when it could not.
+    bool add(const PayRunItem& item, QString& failure);
+
+private:
+    WageScreen* m_screen;
+    PayView* m_previousForm;
+};
+
 // Adds the proposal's missing pays through the wage screen (the program's context must have the
 // payroll database open). Failures (a missing tax code, for example) are listed with the employee's
 // name and the run goes on with the others. Returns the run as it then stands.

@@ -2,11 +2,13 @@
 // employees to fix, then written.
 #include "../PaydayFixture.h"
 #include "payday/frmBankAccounts.h"
+#include "payday/frmPayRun.h"
 #include "payday/frmPaydayFiles.h"
 #include "payday/frmPaydaySettings.h"
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -104,6 +106,60 @@ TEST_F(PaydayTest, FilesDialogRefusesThenWrites) {
     EXPECT_TRUE(again.makeBankFile());
     EXPECT_TRUE(written.endsWith(QStringLiteral("BNZ_20261201.csv")));
     EXPECT_TRUE(dialogs.calls.last().message.startsWith(QStringLiteral("5 payments of $")));
+}
+
+} // namespace
+} // namespace qltest
+
+namespace qltest {
+namespace {
+
+class PayRunScreenTest : public DocumentsTest {
+protected:
+    void SetUp() override {
+        ql::setApp(&context);
+        ql::setDialogs(&dialogs);
+        ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs->path()).exitCode, 0);
+        context.WageDatabase.open(ql::WageFileName());
+    }
+    void TearDown() override {
+        context.WageDatabase.close();
+        ql::setDialogs(nullptr);
+        ql::setApp(nullptr);
+    }
+    int pays() { return context.WageDatabase.scalar(QStringLiteral("SELECT count(*) FROM Wages")).toInt(); }
+    ql::AppContext context;
+    ql::ScriptedDialogs dialogs;
+};
+
+TEST_F(PayRunScreenTest, ProposesAddsLeavesOutAndNeverAddsTwice) {
+    ql::frmPayRun d(context.WageDatabase);
+    d.dtpRunDate->setDate(QDate(2026, 11, 6));
+    ASSERT_EQ(d.tgrdRun->rowCount(), 5);
+    EXPECT_EQ(d.tgrdRun->item(0, 7)->text(), QStringLiteral("To add"));
+    EXPECT_TRUE(d.cmdAddPays->isEnabled());
+    d.tgrdRun->item(1, 0)->setCheckState(Qt::Unchecked); // Eli Madeup left out
+    EXPECT_EQ(d.addPays(), 4);
+    EXPECT_EQ(pays(), 4);
+    ASSERT_EQ(d.tgrdRun->rowCount(), 5);
+    EXPECT_EQ(d.tgrdRun->item(1, 7)->text(), QStringLiteral("To add"));
+    EXPECT_EQ(d.tgrdRun->item(1, 0)->checkState(), Qt::Unchecked); // still left out
+    EXPECT_EQ(d.tgrdRun->item(0, 7)->text(), QStringLiteral("Added"));
+    EXPECT_TRUE(d.tgrdRun->item(0, 4)->text().startsWith(u'$'));
+    EXPECT_TRUE(d.lblTotal->text().startsWith(QStringLiteral("5 pays, take-home $")));
+    snapshot(d, "pay_run");
+    d.tgrdRun->item(1, 0)->setCheckState(Qt::Checked);
+    EXPECT_EQ(d.addPays(), 1);
+    EXPECT_EQ(pays(), 5);
+    EXPECT_FALSE(d.cmdAddPays->isEnabled());
+    EXPECT_EQ(d.addPays(), 0);
+    EXPECT_EQ(pays(), 5);
+    // Opening a pay goes through the main window's hook.
+    qint32 opened = -1;
+    d.openInLedger = [&](qint32, qint32 wageID) { opened = wageID; };
+    d.tgrdRun->setCurrentCell(0, 1);
+    d.cmdOpen->click();
+    EXPECT_EQ(opened, d.items().at(0).wageID);
 }
 
 } // namespace
