@@ -84,21 +84,21 @@ void addEmployees(Database& wage) {
                     "111-111-111", "M", 1, "2023-08-01", 1, 1},
                    // Monthly salaried manager on M SL, own KiwiSaver rate and student loan.
                    {2, 3, "1984-11-02", FarmManager, "2021-06-01", kZeroDate, 0, 85000, Monthly, MainType,
-                    "111-111-112", "M SL", 1, "2021-06-01", 1, 1},
+                    "111-111-122", "M SL", 1, "2021-06-01", 1, 1},
                    // Fortnightly relief milker on a secondary code.
                    {3, 4, "1990-07-21", ReliefMilker, "2024-09-15", kZeroDate, 28.00, 0, Fortnightly,
-                    SecondaryS, "111-111-113", "S", 0, none, 1, 1},
+                    SecondaryS, "111-111-138", "S", 0, none, 1, 1},
                    // Weekly tractor driver on ME, within the credit's range (35 hours at 24.00).
                    {4, 5, "2001-01-30", TractorDriver, "2025-10-06", kZeroDate, 24.00, 0, Weekly, MainType,
-                    "111-111-114", "ME", 0, none, 1, 1},
+                    "111-111-146", "ME", 0, none, 1, 1},
                    // Four-weekly part-timer with a fixed board deduction and a union fee.
                    {5, 6, "1978-05-09", PartTimeWorker, "2022-02-14", kZeroDate, 26.00, 0, FourWeekly,
-                    MainType, "111-111-115", "M", 0, none, 1, 1},
+                    MainType, "111-111-154", "M", 0, none, 1, 1},
                    // Finished: off the roster.
                    {6, 7, "1988-12-24", FarmHand, "2020-01-06", "2025-12-19", 24.00, 0, Weekly, MainType,
-                    "111-111-116", "M", 0, none, 1, 1},
+                    "111-111-162", "M", 0, none, 1, 1},
                    // Not hired yet: off the roster.
-                   {7, 8, "2005-04-01", FarmHand, none, kZeroDate, 23.95, 0, Weekly, MainType, "111-111-117",
+                   {7, 8, "2005-04-01", FarmHand, none, kZeroDate, 23.95, 0, Weekly, MainType, "111-111-170",
                     "M", 0, none, 1, 1},
                });
     insertRows(wage, QStringLiteral("EmployeeDeductions"),

@@ -1,0 +1,221 @@
+// The payday filing files for Inland Revenue, the bank's direct-credit file, and the program's own
+// payday details (payroll contact, paying account, employees' bank accounts).
+#include "CliCommand.h"
+#include "JsonRows.h"
+#include "frame/Messages.h"
+#include "frame/ScriptedDialogs.h"
+#include "payday/BankAccount.h"
+#include "payday/BankFile.h"
+#include "payday/PayRun.h"
+#include "payday/PaydayFiles.h"
+#include "payday/PaydayTables.h"
+#include "payengine/AppContext.h"
+#include "runtime/VbError.h"
+#include "startup/Startup.h"
+#include <QDate>
+
+namespace {
+
+class Session {
+public:
+    Session() {
+        ql::setApp(&context);
+        dialogs.setEcho([](const QString& line) { cli::err() << line << "\n"; });
+        ql::setDialogs(&dialogs);
+        ql::installErrorReporter();
+        ql::OpenWageDatabase();
+    }
+    ~Session() {
+        ql::CloseWageDatabase();
+        ql::setDialogs(nullptr);
+        ql::setApp(nullptr);
+    }
+    ql::Database& wage() { return context.WageDatabase; }
+    ql::AppContext context;
+    ql::ScriptedDialogs dialogs;
+};
+
+QDate dateArgument(const QString& text) {
+    const QDate d = QDate::fromString(text, Qt::ISODate);
+    if (!d.isValid() || text.size() != 10) throw cli::CliUsageError();
+    return d;
+}
+
+// Options of the form --name VALUE, each at most once; anything else is wrong usage.
+QHash<QString, QString> options(const QStringList& args, int from, const QStringList& allowed) {
+    QHash<QString, QString> o;
+    for (int i = from; i < args.size(); i += 2) {
+        const QString key = args.at(i);
+        if (!key.startsWith(QStringLiteral("--")) || !allowed.contains(key.mid(2)) || i + 1 >= args.size() ||
+            o.contains(key.mid(2)))
+            throw cli::CliUsageError();
+        o.insert(key.mid(2), args.at(i + 1));
+    }
+    return o;
+}
+
+void write(const QString& path, const QString& text) {
+    try {
+        ql::WritePaydayFile(path, text);
+    } catch (const ql::VbError& e) {
+        throw cli::CliFailure(e.description());
+    }
+}
+
+int paydayFile(const QStringList& args, QTextStream& out) {
+    if (args.size() != 3) throw cli::CliUsageError();
+    const QDate date = dateArgument(args.at(0));
+    const auto o = options(args, 1, {QStringLiteral("out")});
+    if (!o.contains(QStringLiteral("out"))) throw cli::CliUsageError();
+    Session session;
+    const ql::PaydayFile file = ql::EmploymentInformationFile(session.wage(), date);
+    if (!file.ok()) throw cli::CliFailure(file.refusal);
+    write(o.value(QStringLiteral("out")), file.text);
+    out << QStringLiteral("%1: %2 employee lines\n").arg(o.value(QStringLiteral("out"))).arg(file.lines);
+    return 0;
+}
+
+int employeeDetailsFile(const QStringList& args, QTextStream& out) {
+    const auto o = options(args, 0, {QStringLiteral("since"), QStringLiteral("out")});
+    if (!o.contains(QStringLiteral("since")) || !o.contains(QStringLiteral("out")))
+        throw cli::CliUsageError();
+    const QDate since = dateArgument(o.value(QStringLiteral("since")));
+    Session session;
+    const ql::PaydayFile file = ql::EmployeeDetailsFile(session.wage(), since);
+    if (!file.ok()) throw cli::CliFailure(file.refusal);
+    write(o.value(QStringLiteral("out")), file.text);
+    out << QStringLiteral("%1: %2 employees\n").arg(o.value(QStringLiteral("out"))).arg(file.lines);
+    return 0;
+}
+
+int bankFile(const QStringList& args, QTextStream& out) {
+    if (args.size() != 5) throw cli::CliUsageError();
+    const QDate date = dateArgument(args.at(0));
+    const auto o = options(args, 1, {QStringLiteral("format"), QStringLiteral("out")});
+    if (!o.contains(QStringLiteral("format")) || !o.contains(QStringLiteral("out")))
+        throw cli::CliUsageError();
+    Session session;
+    ql::BankFormat format = ql::BankFormatByName(o.value(QStringLiteral("format")));
+    if (o.value(QStringLiteral("format")).compare(QStringLiteral("auto"), Qt::CaseInsensitive) == 0) {
+        format = ql::BankFormatForAccount(ql::LoadPaydaySettings(session.wage()).payingAccount);
+        if (format == ql::BankFormat::None)
+            throw cli::CliFailure(QStringLiteral("The paying account's bank has no bank file format here: "
+                                                 "choose ANZ, ASB, BNZ or Westpac."));
+    }
+    if (format == ql::BankFormat::None) throw cli::CliUsageError();
+    const ql::BankFile file = ql::MakeBankFile(session.wage(), date, format);
+    if (!file.ok()) throw cli::CliFailure(file.refusal);
+    write(o.value(QStringLiteral("out")), file.text);
+    out << QStringLiteral("%1: %2 payments, %3.%4 in total, %5 format\n")
+               .arg(o.value(QStringLiteral("out")))
+               .arg(file.payments)
+               .arg(file.totalCents / 100)
+               .arg(file.totalCents % 100, 2, 10, QChar(u'0'))
+               .arg(ql::BankFormatName(format));
+    return 0;
+}
+
+QString settingsJson(const ql::PaydaySettings& s) {
+    return QStringLiteral(
+               "{\"ContactName\": %1, \"ContactPhone\": %2, \"ContactEmail\": %3, \"EmployerIRD\": %4, "
+               "\"PayingAccount\": %5, \"LastDetailsFile\": %6}\n")
+        .arg(cli::jsonString(s.contactName), cli::jsonString(s.contactPhone), cli::jsonString(s.contactEmail),
+             cli::jsonString(s.employerIrd), cli::jsonString(s.payingAccount),
+             s.lastDetailsFile.isValid() ? cli::jsonString(s.lastDetailsFile.toString(Qt::ISODate))
+                                         : QStringLiteral("null"));
+}
+
+int paydaySettings(const QStringList& args, QTextStream& out) {
+    const auto o = options(args, 0,
+                           {QStringLiteral("name"), QStringLiteral("phone"), QStringLiteral("email"),
+                            QStringLiteral("ird"), QStringLiteral("account")});
+    Session session;
+    ql::PaydaySettings s = ql::LoadPaydaySettings(session.wage());
+    if (!o.isEmpty()) {
+        s.contactName = o.value(QStringLiteral("name"), s.contactName);
+        s.contactPhone = o.value(QStringLiteral("phone"), s.contactPhone);
+        s.contactEmail = o.value(QStringLiteral("email"), s.contactEmail);
+        s.employerIrd = o.value(QStringLiteral("ird"), s.employerIrd);
+        s.payingAccount = o.value(QStringLiteral("account"), s.payingAccount);
+        const QString problem = ql::PaydaySettingsProblem(s);
+        if (!problem.isEmpty()) throw cli::CliFailure(problem);
+        ql::SavePaydaySettings(session.wage(), s);
+    }
+    out << settingsJson(s);
+    return 0;
+}
+
+int bankAccount(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty() || args.size() > 2) throw cli::CliUsageError();
+    bool ok = false;
+    const qint32 employeeID = args.at(0).toInt(&ok);
+    if (!ok) throw cli::CliUsageError();
+    Session session;
+    if (args.size() == 2) {
+        try {
+            ql::SetEmployeeBankAccount(session.wage(), employeeID, args.at(1));
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+    }
+    out << cli::jsonString(ql::EmployeeBankAccount(session.wage(), employeeID)) << "\n";
+    return 0;
+}
+
+QString dateJson(const QDate& d) {
+    return d.isValid() ? cli::jsonString(d.toString(Qt::ISODate)) : QStringLiteral("null");
+}
+
+QString payRunJson(const QDate& runDate, const QList<ql::PayRunItem>& items, const QStringList& failures) {
+    QStringList pays;
+    for (const ql::PayRunItem& i : items)
+        pays << QStringLiteral("    {\"EmployeeID\": %1, \"Name\": %2, \"WageID\": %3, \"Date\": %4, "
+                               "\"PeriodStart\": %5, "
+                               "\"Interval\": %6, \"Reference\": %7, \"Gross\": %8, \"PAYE\": %9, "
+                               "\"NonTaxAllow\": %10, \"Deductions\": %11, \"TakeHome\": %12}")
+                    .arg(QString::number(i.employeeID), cli::jsonString(i.name),
+                         i.wageID ? QString::number(i.wageID) : QStringLiteral("null"), dateJson(i.payDate),
+                         dateJson(i.periodStart), cli::jsonString(i.interval),
+                         i.committed() ? cli::jsonString(i.reference) : QStringLiteral("null"),
+                         i.gross.toFixed4(), i.paye.toFixed4())
+                    .arg(i.nonTaxable.toFixed4(), i.deductions.toFixed4(), i.takeHome.toFixed4());
+    QStringList problems;
+    for (const QString& f : failures)
+        problems << QStringLiteral("    ") + cli::jsonString(f);
+    return QStringLiteral("{\n  \"RunDate\": %1,\n  \"Pays\": [\n%2\n  ],\n  \"TakeHomeTotal\": %3,\n  "
+                          "\"Failures\": [%4]\n}\n")
+        .arg(dateJson(runDate), pays.join(QStringLiteral(",\n")), ql::PayRunTotal(items).toFixed4(),
+             problems.isEmpty()
+                 ? QString()
+                 : QStringLiteral("\n") + problems.join(QStringLiteral(",\n")) + QStringLiteral("\n  "));
+}
+
+int payRun(const QStringList& args, QTextStream& out) {
+    if (args.size() != 1) throw cli::CliUsageError();
+    const QDate runDate = dateArgument(args.at(0));
+    Session session;
+    QStringList failures;
+    const QList<ql::PayRunItem> items = ql::AddPayRunPays(runDate, failures);
+    out << payRunJson(runDate, items, failures);
+    if (!failures.isEmpty()) {
+        out.flush();
+        throw cli::CliFailure(QStringLiteral("Not every pay of the run was added:\n") + failures.join(u'\n'));
+    }
+    return 0;
+}
+
+const cli::CliCommand paydayFileCommand("payday-file", "payday-file YYYY-MM-DD --out FILE", paydayFile);
+const cli::CliCommand employeeDetailsCommand("employee-details-file",
+                                             "employee-details-file --since YYYY-MM-DD --out FILE",
+                                             employeeDetailsFile);
+const cli::CliCommand bankFileCommand("bank-file",
+                                      "bank-file YYYY-MM-DD --format anz|asb|bnz|westpac|auto --out FILE",
+                                      bankFile);
+const cli::CliCommand
+    paydaySettingsCommand("payday-settings",
+                          "payday-settings [--name T] [--phone T] [--email T] [--ird T] [--account T]",
+                          paydaySettings);
+const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD", payRun);
+const cli::CliCommand bankAccountCommand("bank-account", "bank-account EMPLOYEE_ID [ACCOUNT]", bankAccount);
+
+} // namespace

@@ -1,0 +1,207 @@
+#include "PayRun.h"
+#include "PaydayEmployees.h"
+#include "PaydayPays.h"
+#include "data/Recordset.h"
+#include "frame/Dialogs.h"
+#include "frame/Messages.h"
+#include "ledger/Roster.h"
+#include "ledger/WageScreen.h"
+#include "payengine/AppContext.h"
+#include "runtime/Convert.h"
+#include "runtime/DateFns.h"
+#include "runtime/Format.h"
+#include "runtime/VbError.h"
+#include <cmath>
+
+namespace ql {
+
+namespace {
+
+QString text(const QVariant& v) {
+    return IsNull(v) ? QString() : CStr(v).trimmed();
+}
+Currency money(const QVariant& v) {
+    return IsNull(v) ? Currency() : CCur(v);
+}
+
+// Answers the wage screen's question for the date of a first pay with the run's date; every other
+// dialog goes to the program's own.
+class FirstPayAnswer : public Dialogs {
+public:
+    FirstPayAnswer(Dialogs& inner, QString date) : m_inner(inner), m_date(std::move(date)) {}
+    qint16 messageBox(const QString& message, qint32 buttons, const QString& caption, const QString& heading,
+                      const QString& subHeading, qint32 kind, bool flag) override {
+        lastMessage = message;
+        return m_inner.messageBox(message, buttons, caption, heading, subHeading, kind, flag);
+    }
+    QString inputBox(const QString&, const QString&, const QString&, bool, bool) override {
+        ++asked;
+        return m_date;
+    }
+    void errorDialog(const QString& description, long number, const QString& location, const QString& title,
+                     const QString& programName, qint32 level, bool flag) override {
+        lastMessage = description;
+        m_inner.errorDialog(description, number, location, title, programName, level, flag);
+    }
+    int asked = 0;
+    QString lastMessage;
+
+private:
+    Dialogs& m_inner;
+    QString m_date;
+};
+
+} // namespace
+
+QDate NextPayDate(const QDate& lastPay, float paysPerYear, float numberOfDays) {
+    if (!lastPay.isValid()) return QDate();
+    if (numberOfDays > 0) return DateAdd(QStringLiteral("d"), numberOfDays, lastPay);
+    if (paysPerYear > 0) return DateAdd(QStringLiteral("m"), paysPerYear / 12.0f, lastPay);
+    return QDate();
+}
+
+QList<PayRunItem> ProposePayRun(Database& wage, const QDate& runDate) {
+    QList<PayRunItem> items;
+    for (const Payee& payee : CurrentPayees(wage)) {
+        PayRunItem item;
+        item.employeeID = payee.employeeID;
+        item.name = payee.name;
+        auto interval = wage.openRecordset(
+            QStringLiteral(
+                "SELECT PayInterval.IntervalName, PayInterval.PaysPerYear, PayInterval.NumberOfDays FROM "
+                "PayInterval INNER JOIN Employees ON PayInterval.PayIntervalID = Employees.PayIntervalID "
+                "WHERE Employees.EmployeeID = %1")
+                .arg(payee.employeeID),
+            RecordsetType::Snapshot);
+        float paysPerYear = 0, numberOfDays = 0;
+        if (!interval->EOF_()) {
+            item.interval = text(interval->value(QStringLiteral("IntervalName")));
+            paysPerYear = IsNull(interval->value(QStringLiteral("PaysPerYear")))
+                              ? 0.0f
+                              : CSng(interval->value(QStringLiteral("PaysPerYear")));
+            numberOfDays = IsNull(interval->value(QStringLiteral("NumberOfDays")))
+                               ? 0.0f
+                               : CSng(interval->value(QStringLiteral("NumberOfDays")));
+        }
+        interval->Close();
+        // The last regular pay: when it is not committed yet, it is the one this run pays.
+        auto last =
+            wage.openRecordset(QStringLiteral("SELECT * FROM Wages WHERE EmployeeID = %1 AND OneOff = 0 "
+                                              "ORDER BY Wages.Date DESC, WageID DESC LIMIT 1")
+                                   .arg(payee.employeeID),
+                               RecordsetType::Snapshot);
+        if (last->EOF_()) {
+            item.payDate = runDate;
+        } else {
+            const QDate lastDate = CDate(last->value(QStringLiteral("Date")));
+            const QString reference = text(last->value(QStringLiteral("Reference")));
+            if (reference.isEmpty() || lastDate >= runDate) {
+                item.wageID = CLng(last->value(QStringLiteral("WageID")));
+                item.payDate = lastDate;
+                item.reference = reference;
+                item.gross = money(last->value(QStringLiteral("TotalTaxable")));
+                item.paye = money(last->value(QStringLiteral("PAYE")));
+                item.nonTaxable = money(last->value(QStringLiteral("NonTaxAllow")));
+                item.deductions = money(last->value(QStringLiteral("Deductions")));
+                item.takeHome = money(last->value(QStringLiteral("TakeHome")));
+            } else {
+                item.payDate = NextPayDate(lastDate, paysPerYear, numberOfDays);
+            }
+        }
+        last->Close();
+        // Paid already for this run (committed on or after the run date), or not due yet: not in the run.
+        if (item.committed() && item.payDate > runDate) continue;
+        if (!item.payDate.isValid() || item.payDate > runDate) continue;
+        item.periodStart = PayPeriodStart(item.payDate, paysPerYear, numberOfDays);
+        items << item;
+    }
+    return items;
+}
+
+PayRunAdder::PayRunAdder() : m_screen(new WageScreen), m_previousForm(App().WageForm) {
+    AppContext& app = App();
+    FillEmployeeArray();
+    app.WageForm = m_screen;
+    InitData(*m_screen);
+    for (int i = 1; i < app.EmployeeArray.size(); ++i)
+        m_screen->cboEmployeeItems.append(
+            {app.EmployeeArray.at(i).NameLastFirst, app.EmployeeArray.at(i).EmployeeID});
+}
+
+PayRunAdder::~PayRunAdder() {
+    App().WageForm = m_previousForm;
+    delete m_screen;
+}
+
+bool PayRunAdder::add(const PayRunItem& item, QString& failure) {
+    if (item.wageID != 0) return true;
+    AppContext& app = App();
+    Database& wage = app.WageDatabase;
+    int index = -1;
+    for (int i = 1; i < app.EmployeeArray.size(); ++i)
+        if (app.EmployeeArray.at(i).EmployeeID == item.employeeID) index = i - 1;
+    if (index < 0) {
+        failure = QStringLiteral("%1: not on the payroll").arg(item.name);
+        return false;
+    }
+    Dialogs& outer = dialogs();
+    FirstPayAnswer answer(outer, Format(QVariant(item.payDate), QStringLiteral("Short date")));
+    setDialogs(&answer);
+    bool added = false;
+    try {
+        const QVariant highest = wage.scalar(QStringLiteral("SELECT max(WageID) FROM Wages"));
+        const qint32 before = IsNull(highest) ? 0 : CLng(highest);
+        m_screen->selectEmployeeItem(index);
+        bool refused = false;
+        if (answer.asked == 0) {
+            if (!m_screen->TaxCodeTest()) {
+                failure = QStringLiteral("%1: %2").arg(item.name, answer.lastMessage.simplified());
+                refused = true;
+            } else {
+                m_screen->showAddEdit = [](WageScreen&) { calendarChoice().AddPayChoice = true; };
+                m_screen->CalWage_DateClick(item.payDate);
+            }
+        }
+        if (!refused) {
+            m_screen->datPays.UpdateRecord();
+            const QVariant id = wage.scalar(
+                QStringLiteral("SELECT min(WageID) FROM Wages WHERE EmployeeID = %1 AND WageID > %2")
+                    .arg(item.employeeID)
+                    .arg(before));
+            if (IsNull(id)) {
+                failure = QStringLiteral("%1: no pay was added").arg(item.name);
+            } else {
+                // Leaving a view saves the pay, which brings its tax.
+                m_screen->cmdSelect_Click(1);
+                m_screen->tgrdwages_LostFocus();
+                m_screen->datPays.UpdateRecord();
+                added = true;
+            }
+        }
+    } catch (const VbError& e) {
+        failure = QStringLiteral("%1: %2").arg(item.name, e.description());
+    }
+    setDialogs(&outer);
+    return added;
+}
+
+QList<PayRunItem> AddPayRunPays(const QDate& runDate, QStringList& failures) {
+    Database& wage = App().WageDatabase;
+    {
+        PayRunAdder adder;
+        for (const PayRunItem& item : ProposePayRun(wage, runDate)) {
+            QString failure;
+            if (!adder.add(item, failure)) failures << failure;
+        }
+    }
+    return ProposePayRun(wage, runDate);
+}
+
+Currency PayRunTotal(const QList<PayRunItem>& items) {
+    Currency total;
+    for (const PayRunItem& i : items)
+        total += i.takeHome;
+    return total;
+}
+
+} // namespace ql

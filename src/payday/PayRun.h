@@ -1,0 +1,65 @@
+#pragma once
+// The pay run: for a run date, the next pay of every current employee whose interval falls due by
+// then, added as the wage screen's add does and brought to its tax as leaving a view does. A pay
+// that is already there (added by an earlier run, or by hand) is taken as it stands and never added
+// twice; committed pays are listed and left alone.
+#include "data/Database.h"
+#include "runtime/Currency.h"
+#include <QDate>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace ql {
+
+struct PayRunItem {
+    qint32 employeeID = 0;
+    QString name;
+    QDate payDate;     // the pay's Date: the end of its period
+    qint32 wageID = 0; // 0 while the pay is still to be added
+    QString reference; // a committed pay's reference
+    QString interval;
+    QDate periodStart;
+    Currency gross; // total taxable
+    Currency paye;
+    Currency nonTaxable;
+    Currency deductions;
+    Currency takeHome;
+    bool committed() const { return !reference.isEmpty(); }
+};
+
+// The date of an employee's next pay after lastPay at the interval: the interval's days, else its
+// months (pays per year / 12, rounded as the date step does); invalid for an interval of neither.
+QDate NextPayDate(const QDate& lastPay, float paysPerYear, float numberOfDays);
+
+// What the run would hold, without changing anything. An employee without pays is due on runDate.
+QList<PayRunItem> ProposePayRun(Database& wage, const QDate& runDate);
+
+class WageScreen;
+class PayView;
+
+// Adds one pay of a run at a time, as the wage screen adds it, so that a screen can show progress
+// and stop between pays. The program's context must have the payroll database open.
+class PayRunAdder {
+public:
+    PayRunAdder();
+    ~PayRunAdder();
+    PayRunAdder(const PayRunAdder&) = delete;
+    PayRunAdder& operator=(const PayRunAdder&) = delete;
+    // Adds the item's pay when it has none yet; false with the reason when it could not.
+    bool add(const PayRunItem& item, QString& failure);
+
+private:
+    WageScreen* m_screen;
+    PayView* m_previousForm;
+};
+
+// Adds the proposal's missing pays through the wage screen (the program's context must have the
+// payroll database open). Failures (a missing tax code, for example) are listed with the employee's
+// name and the run goes on with the others. Returns the run as it then stands.
+QList<PayRunItem> AddPayRunPays(const QDate& runDate, QStringList& failures);
+
+// The sum of the run's take-home pays.
+Currency PayRunTotal(const QList<PayRunItem>& items);
+
+} // namespace ql

@@ -1,0 +1,309 @@
+#include "PaydayFiles.h"
+#include "IrdNumber.h"
+#include "PaydayPays.h"
+#include "PaydayTables.h"
+#include "data/Recordset.h"
+#include "frame/SettingGetters.h"
+#include "runtime/Convert.h"
+#include "runtime/DateFns.h"
+#include "runtime/VbError.h"
+#include <QCoreApplication>
+#include <QFile>
+#include <QHash>
+#include <cmath>
+
+namespace ql {
+
+namespace {
+
+// Fields are separated by commas and carry no quotes, so neither may appear inside a value.
+QString field(const QString& value) {
+    QString v = value;
+    v.remove(u',');
+    v.remove(u'"');
+    v.replace(u'\n', u' ');
+    v.replace(u'\r', u' ');
+    return v.trimmed();
+}
+
+QString ymd(const QDate& d) {
+    return d.isValid() ? d.toString(QStringLiteral("yyyyMMdd")) : QString();
+}
+
+QString record(const QStringList& fields) {
+    return fields.join(u',') + QStringLiteral("\r\n");
+}
+
+QString shownDate(const QDate& d) {
+    return dateText(QVariant(d));
+}
+
+QString text(const QVariant& v) {
+    return IsNull(v) ? QString() : CStr(v).trimmed();
+}
+
+QDate storedDate(const QVariant& v) {
+    if (IsNull(v) || !IsDate(v)) return QDate();
+    const QDate d = CDate(v);
+    return d == QDate(1899, 12, 30) ? QDate() : d;
+}
+
+QString irdProblem(const QString& who, const QString& number) {
+    if (number.trimmed().isEmpty()) return QStringLiteral("%1: no IRD number").arg(who);
+    return QStringLiteral("%1: IRD number %2 fails Inland Revenue's check").arg(who, number.trimmed());
+}
+
+void refuseForIrdNumbers(PaydayFile& file, const QString& what) {
+    file.text.clear();
+    file.refusal = QStringLiteral("The %1 was not written: these IRD numbers fail Inland Revenue's check. "
+                                  "Please correct them first:\n")
+                       .arg(what) +
+                   file.toFix.join(u'\n');
+}
+
+bool within(const QDate& d, const QDate& from, const QDate& to) {
+    return d.isValid() && d >= from && d <= to;
+}
+
+} // namespace
+
+QString EiTaxCode(const QString& taxCode) {
+    QString code = taxCode.toUpper();
+    code.remove(u' ');
+    return field(code);
+}
+
+QString PayrollPackageName() {
+    return QStringLiteral("Quillary %1").arg(QStringLiteral(QUILLARY_PAYDAY_VERSION));
+}
+
+QString PayCycleCode(float paysPerYear) {
+    switch (std::lround(paysPerYear)) {
+    case 52:
+        return QStringLiteral("WK");
+    case 26:
+        return QStringLiteral("FT");
+    case 13:
+        return QStringLiteral("FW");
+    case 12:
+        return QStringLiteral("MT");
+    case 0:
+        return QStringLiteral("AH");
+    default:
+        return QString();
+    }
+}
+
+PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
+    PaydayFile file;
+    const QList<PaydayPay> pays = LoadCommittedPays(wage, paymentDate);
+    if (pays.isEmpty()) {
+        file.refusal = QStringLiteral("No committed pay was paid on %1.").arg(shownDate(paymentDate));
+        return file;
+    }
+    const PaydaySettings settings = LoadPaydaySettings(wage);
+    const QString employerIrd = EmployerIrdNumber(wage);
+    if (!IsValidIrdNumber(employerIrd)) file.toFix << irdProblem(QStringLiteral("The employer"), employerIrd);
+
+    // The header totals are the sums of the lines as written, cent for cent.
+    qint64 gross = 0, paye = 0, childSupport = 0, studentLoan = 0, kiwiSaver = 0, employerNet = 0, esct = 0;
+    QString lines;
+    for (const PaydayPay& p : pays) {
+        if (!IsValidIrdNumber(p.irdNumber)) {
+            file.toFix << irdProblem(p.name(), p.irdNumber);
+            continue;
+        }
+        const QString cycle = PayCycleCode(p.paysPerYear);
+        if (cycle.isEmpty()) {
+            file.refusal =
+                QStringLiteral("The pay interval \"%1\" of %2 has no pay cycle in the payday filing "
+                               "layout.")
+                    .arg(p.intervalName, p.name());
+            return file;
+        }
+        const qint64 g = Cents(p.gross).toLongLong(), t = Cents(p.paye).toLongLong(),
+                     cs = Cents(p.childSupport).toLongLong(), sl = Cents(p.studentLoan).toLongLong(),
+                     ks = Cents(p.kiwiSaver).toLongLong(), es = Cents(p.esct).toLongLong();
+        // Net and ESCT add up to the contribution as the payslip shows it.
+        const qint64 en = Cents(p.employerKiwiSaver).toLongLong() - es;
+        lines += record({
+            QStringLiteral("DEI"),
+            IrdNumberNineDigits(p.irdNumber),
+            field(p.name()),
+            EiTaxCode(p.taxCode),
+            ymd(within(p.dateHired, p.periodStart, p.payDate) ? p.dateHired : QDate()),
+            ymd(within(p.dateFinished, p.periodStart, p.payDate) ? p.dateFinished : QDate()),
+            ymd(p.periodStart),
+            ymd(p.payDate),
+            cycle,
+            QString::number(std::lround(static_cast<double>(p.hours) * 100.0)),
+            QString::number(g),
+            QStringLiteral("0"), // earnings not liable for ACC earners' levy
+            QStringLiteral("0"), // lump sum indicator
+            QStringLiteral("0"), // prior period gross adjustment
+            QString::number(t),
+            QStringLiteral("0"), // prior period PAYE adjustment
+            QString::number(cs),
+            QString(), // child support code
+            QString::number(sl),
+            QStringLiteral("0"), // SLCIR
+            QStringLiteral("0"), // SLBOR
+            QString::number(ks),
+            QString::number(en),
+            QString::number(es),
+            QStringLiteral("0"), // tax credits for payroll donations
+            QStringLiteral("0"), // family tax credits
+            QStringLiteral("0"), // share scheme
+        });
+        ++file.lines;
+        gross += g;
+        paye += t;
+        childSupport += cs;
+        studentLoan += sl;
+        kiwiSaver += ks;
+        employerNet += en;
+        esct += es;
+    }
+    if (!file.toFix.isEmpty()) {
+        refuseForIrdNumbers(file, QStringLiteral("payday filing file"));
+        return file;
+    }
+    const qint64 deducted = paye + childSupport + studentLoan + kiwiSaver + employerNet + esct;
+    file.text = record({
+                    QStringLiteral("HEI2"),
+                    IrdNumberNineDigits(employerIrd),
+                    ymd(paymentDate),
+                    QStringLiteral("N"), // final return
+                    QStringLiteral("N"), // nil return
+                    QString(),           // PAYE intermediary
+                    field(settings.contactName),
+                    field(settings.contactPhone),
+                    field(settings.contactEmail),
+                    QString::number(file.lines),
+                    QString::number(gross),
+                    QStringLiteral("0"),
+                    QStringLiteral("0"),
+                    QString::number(paye),
+                    QStringLiteral("0"),
+                    QString::number(childSupport),
+                    QString::number(studentLoan),
+                    QStringLiteral("0"),
+                    QStringLiteral("0"),
+                    QString::number(kiwiSaver),
+                    QString::number(employerNet),
+                    QString::number(esct),
+                    QString::number(deducted),
+                    QStringLiteral("0"),
+                    QStringLiteral("0"),
+                    QStringLiteral("0"),
+                    field(PayrollPackageName()),
+                    QStringLiteral("0001"),
+                }) +
+                lines;
+    return file;
+}
+
+PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
+    PaydayFile file;
+    const QString from = since.toString(Qt::ISODate);
+    auto rs = wage.openRecordset(
+        QStringLiteral("SELECT EmployeeID, AddressID, Birthdate, DateHired, DateFinished, IRDNumber, TaxCode "
+                       "FROM Employees WHERE (DateHired >= '%1' AND DateHired > '1899-12-30') "
+                       "OR (DateFinished >= '%1' AND DateFinished > '1899-12-30') ORDER BY EmployeeID")
+            .arg(from),
+        RecordsetType::Snapshot);
+    struct Row {
+        qint32 addressID;
+        QDate birth, hired, finished;
+        QString ird, taxCode;
+    };
+    QList<Row> rows;
+    for (; !rs->EOF_(); rs->MoveNext()) {
+        const QVariant address = rs->value(QStringLiteral("AddressID"));
+        rows << Row{IsNull(address) ? 0 : CLng(address),
+                    storedDate(rs->value(QStringLiteral("Birthdate"))),
+                    storedDate(rs->value(QStringLiteral("DateHired"))),
+                    storedDate(rs->value(QStringLiteral("DateFinished"))),
+                    text(rs->value(QStringLiteral("IRDNumber"))),
+                    text(rs->value(QStringLiteral("TaxCode")))};
+    }
+    rs->Close();
+    if (rows.isEmpty()) {
+        file.refusal =
+            QStringLiteral("No employee started or finished on or after %1.").arg(shownDate(since));
+        return file;
+    }
+    struct Person {
+        QString first, last, street, city;
+    };
+    QHash<qint32, Person> people;
+    {
+        Database farm;
+        farm.open(DataFileName());
+        auto a =
+            farm.openRecordset(QStringLiteral("SELECT AddressID, ContactFirstName, ContactLastName, BusName, "
+                                              "BusAddress1, BusCity FROM Addresses"),
+                               RecordsetType::Snapshot);
+        for (; !a->EOF_(); a->MoveNext()) {
+            Person p{text(a->value(QStringLiteral("ContactFirstName"))),
+                     text(a->value(QStringLiteral("ContactLastName"))),
+                     text(a->value(QStringLiteral("BusAddress1"))),
+                     text(a->value(QStringLiteral("BusCity")))};
+            if (p.first.isEmpty() && p.last.isEmpty()) p.last = text(a->value(QStringLiteral("BusName")));
+            people.insert(CLng(a->value(QStringLiteral("AddressID"))), p);
+        }
+        a->Close();
+        farm.close();
+    }
+    const QString employerIrd = EmployerIrdNumber(wage);
+    if (!IsValidIrdNumber(employerIrd)) file.toFix << irdProblem(QStringLiteral("The employer"), employerIrd);
+    QString lines;
+    for (const Row& r : rows) {
+        const Person p = people.value(r.addressID);
+        const QString name = (p.first + u' ' + p.last).trimmed();
+        if (!IsValidIrdNumber(r.ird)) {
+            file.toFix << irdProblem(name, r.ird);
+            continue;
+        }
+        const bool starting = r.hired.isValid() && r.hired >= since;
+        QStringList ded(41);
+        ded[0] = QStringLiteral("DED");
+        ded[1] = IrdNumberNineDigits(r.ird);
+        ded[2] = field(name);
+        ded[4] = field(p.first);
+        ded[6] = field(p.last);
+        ded[7] = ymd(r.birth);
+        ded[8] = ymd(r.hired);
+        ded[9] = ymd(r.finished.isValid() && r.finished >= since ? r.finished : QDate());
+        ded[10] = starting ? QStringLiteral("NE") : QString();
+        if (!p.street.isEmpty() || !p.city.isEmpty()) {
+            ded[20] = QStringLiteral("NZL");
+            ded[26] = field(p.street);
+            ded[28] = field(p.city);
+        }
+        lines += record(ded) + record({QStringLiteral("TED"), field(r.taxCode)});
+        ++file.lines;
+    }
+    if (!file.toFix.isEmpty()) {
+        refuseForIrdNumbers(file, QStringLiteral("employee details file"));
+        return file;
+    }
+    file.text = record({QStringLiteral("HED2"), IrdNumberNineDigits(employerIrd), field(PayrollPackageName()),
+                        QString::number(file.lines)}) +
+                lines;
+    return file;
+}
+
+void WritePaydayFile(const QString& path, const QString& text) {
+    QFile out(path);
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        throw VbError(75, QStringLiteral("Payday"),
+                      QStringLiteral("The file %1 could not be written: %2").arg(path, out.errorString()));
+    const QByteArray bytes = text.toUtf8();
+    if (out.write(bytes) != bytes.size())
+        throw VbError(75, QStringLiteral("Payday"),
+                      QStringLiteral("The file %1 could not be written: %2").arg(path, out.errorString()));
+    out.close();
+}
+
+} // namespace ql

@@ -1,0 +1,193 @@
+#include "frmPayRun.h"
+#include "frame/Messages.h"
+#include "frame/SettingGetters.h"
+#include "runtime/DateFns.h"
+#include "runtime/Format.h"
+#include <QApplication>
+#include <QDateEdit>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace ql {
+
+namespace {
+
+QString money(Currency c) {
+    return Format(QVariant::fromValue(c), QStringLiteral("Currency"));
+}
+QString shortDate(const QDate& d) {
+    return d.isValid() ? dateText(QVariant(d)) : QString();
+}
+
+QTableWidgetItem* cell(const QString& text, bool right = false) {
+    auto* item = new QTableWidgetItem(text);
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    if (right) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return item;
+}
+
+const QStringList kColumns{QStringLiteral("Pay"),       QStringLiteral("Employee"),
+                           QStringLiteral("Period"),    QStringLiteral("Gross"),
+                           QStringLiteral("PAYE"),      QStringLiteral("Deductions"),
+                           QStringLiteral("Take-home"), QStringLiteral("State")};
+
+} // namespace
+
+frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(wage) {
+    setWindowTitle(QStringLiteral("Pay Run"));
+    setModal(true);
+    dtpRunDate = new QDateEdit(Today(), this);
+    dtpRunDate->setObjectName(QStringLiteral("dtpRunDate"));
+    dtpRunDate->setAccessibleName(QStringLiteral("Pay date of the run"));
+    dtpRunDate->setCalendarPopup(true);
+    dtpRunDate->setDisplayFormat(QStringLiteral("dd MMM yyyy"));
+    auto* lblDate = new QLabel(QStringLiteral("Pay &date:"), this);
+    lblDate->setBuddy(dtpRunDate);
+    cmdPropose = new QPushButton(QStringLiteral("&Propose"), this);
+    cmdPropose->setAccessibleName(QStringLiteral("Propose the pays due"));
+    tgrdRun = new QTableWidget(0, static_cast<int>(kColumns.size()), this);
+    tgrdRun->setObjectName(QStringLiteral("tgrdRun"));
+    tgrdRun->setAccessibleName(QStringLiteral("Pays of the run"));
+    tgrdRun->setHorizontalHeaderLabels(kColumns);
+    tgrdRun->verticalHeader()->hide();
+    tgrdRun->setSelectionBehavior(QAbstractItemView::SelectRows);
+    tgrdRun->setSelectionMode(QAbstractItemView::SingleSelection);
+    tgrdRun->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tgrdRun->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    lblTotal = new QLabel(this);
+    lblTotal->setObjectName(QStringLiteral("lblTotal"));
+    lblTotal->setAccessibleName(QStringLiteral("Take-home total of the run"));
+    cmdAddPays = new QPushButton(QStringLiteral("&Add pays"), this);
+    cmdAddPays->setAccessibleName(QStringLiteral("Add the missing pays"));
+    cmdOpen = new QPushButton(QStringLiteral("Open in &ledger"), this);
+    cmdOpen->setAccessibleName(QStringLiteral("Open the selected pay in the wage ledger"));
+    auto* cmdClose = new QPushButton(QStringLiteral("&Close"), this);
+    cmdClose->setAccessibleName(QStringLiteral("Close"));
+    for (QPushButton* b : {cmdPropose, cmdAddPays, cmdOpen, cmdClose})
+        b->setAutoDefault(false);
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(lblDate);
+    top->addWidget(dtpRunDate);
+    top->addWidget(cmdPropose);
+    top->addStretch();
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(lblTotal);
+    bottom->addStretch();
+    bottom->addWidget(cmdOpen);
+    bottom->addWidget(cmdAddPays);
+    bottom->addWidget(cmdClose);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(top);
+    layout->addWidget(tgrdRun);
+    layout->addLayout(bottom);
+    setTabOrder(dtpRunDate, cmdPropose);
+    setTabOrder(cmdPropose, tgrdRun);
+    setTabOrder(tgrdRun, cmdOpen);
+    setTabOrder(cmdOpen, cmdAddPays);
+    setTabOrder(cmdAddPays, cmdClose);
+    resize(760, 360);
+
+    connect(cmdPropose, &QPushButton::clicked, this, [this] { propose(); });
+    connect(dtpRunDate, &QDateEdit::dateChanged, this, [this] { propose(); });
+    connect(cmdAddPays, &QPushButton::clicked, this, [this] { addPays(); });
+    connect(cmdOpen, &QPushButton::clicked, this, [this] {
+        const int row = tgrdRun->currentRow();
+        if (row < 0 || row >= m_items.size() || !openInLedger) return;
+        openInLedger(m_items.at(row).employeeID, m_items.at(row).wageID);
+        propose();
+    });
+    connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    propose();
+}
+
+QSet<qint32> frmPayRun::leftOut() const {
+    QSet<qint32> out;
+    for (int r = 0; r < tgrdRun->rowCount() && r < m_items.size(); ++r)
+        if (tgrdRun->item(r, 0)->checkState() != Qt::Checked) out.insert(m_items.at(r).employeeID);
+    return out;
+}
+
+void frmPayRun::propose() {
+    const QSet<qint32> out = leftOut();
+    m_items = ProposePayRun(m_wage, dtpRunDate->date());
+    fill();
+    for (int r = 0; r < m_items.size(); ++r)
+        if (out.contains(m_items.at(r).employeeID)) tgrdRun->item(r, 0)->setCheckState(Qt::Unchecked);
+}
+
+void frmPayRun::fill() {
+    tgrdRun->setRowCount(static_cast<int>(m_items.size()));
+    for (int r = 0; r < m_items.size(); ++r) {
+        const PayRunItem& i = m_items.at(r);
+        auto* pay = cell(shortDate(i.payDate));
+        pay->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        pay->setCheckState(Qt::Checked);
+        tgrdRun->setItem(r, 0, pay);
+        tgrdRun->setItem(r, 1, cell(i.name));
+        tgrdRun->setItem(
+            r, 2, cell(QStringLiteral("%1 to %2").arg(shortDate(i.periodStart), shortDate(i.payDate))));
+        const bool known = i.wageID != 0;
+        tgrdRun->setItem(r, 3, cell(known ? money(i.gross) : QString(), true));
+        tgrdRun->setItem(r, 4, cell(known ? money(i.paye) : QString(), true));
+        tgrdRun->setItem(r, 5, cell(known ? money(i.deductions) : QString(), true));
+        tgrdRun->setItem(r, 6, cell(known ? money(i.takeHome) : QString(), true));
+        tgrdRun->setItem(r, 7,
+                         cell(i.committed() ? QStringLiteral("Committed (%1)").arg(i.reference)
+                              : known       ? QStringLiteral("Added")
+                                            : QStringLiteral("To add")));
+    }
+    lblTotal->setText(
+        QStringLiteral("%1 pays, take-home %2").arg(m_items.size()).arg(money(PayRunTotal(m_items))));
+    cmdAddPays->setEnabled(
+        std::any_of(m_items.cbegin(), m_items.cend(), [](const PayRunItem& i) { return i.wageID == 0; }));
+}
+
+int frmPayRun::addPays() {
+    const QSet<qint32> out = leftOut();
+    QList<PayRunItem> toAdd;
+    for (const PayRunItem& i : m_items)
+        if (i.wageID == 0 && !out.contains(i.employeeID)) toAdd << i;
+    QStringList failures;
+    int added = 0;
+    {
+        QProgressDialog progress(QStringLiteral("Adding the pays of the run..."), QStringLiteral("&Cancel"),
+                                 0, static_cast<int>(toAdd.size()), this);
+        progress.setWindowTitle(QStringLiteral("Pay Run"));
+        progress.setAccessibleName(QStringLiteral("Progress of the pay run"));
+        progress.setWindowModality(Qt::WindowModal);
+        progress.setMinimumDuration(0);
+        PayRunAdder adder;
+        for (int n = 0; n < toAdd.size(); ++n) {
+            progress.setValue(n);
+            progress.setLabelText(QStringLiteral("Adding the pay of %1...").arg(toAdd.at(n).name));
+            QApplication::processEvents();
+            if (progress.wasCanceled()) break;
+            QString failure;
+            if (adder.add(toAdd.at(n), failure))
+                ++added;
+            else
+                failures << failure;
+        }
+        progress.setValue(static_cast<int>(toAdd.size()));
+    }
+    propose();
+    if (!failures.isEmpty())
+        ShowMessage(QStringLiteral("%1 pays were added. These were not:\n").arg(added) + failures.join(u'\n'),
+                    msg::OKOnly, Firm(), QStringLiteral("Pay Run"), QString(), msg::Warning, true);
+    return added;
+}
+
+void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger) {
+    frmPayRun d(wage, owner);
+    d.openInLedger = std::move(openInLedger);
+    d.exec();
+}
+
+} // namespace ql
