@@ -336,6 +336,13 @@ bool frmWage::eventFilter(QObject* watched, QEvent* event) {
 
 void frmWage::closeEvent(QCloseEvent* event) {
     event->accept();
+    // The leave grid open on its tab goes with the window; the rest of the shutdown follows.
+    if (m_screen.tabMainIndex == 1 && m_screen.saveLeave) {
+        try {
+            m_screen.saveLeave();
+        } catch (const VbError&) {
+        }
+    }
     UnloadMainForm();
 }
 
