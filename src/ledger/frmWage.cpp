@@ -124,6 +124,8 @@ frmWage::~frmWage() {
 
 void frmWage::applyLook() {
     SkinForm(this);
+    if (const QPixmap icon = skinPicture(QStringLiteral("quillary.png")); !icon.isNull())
+        setWindowIcon(icon);
     SkinGrid(m_grid, true);
     if (QScreen* s = QWidget::screen()) {
         const QSize room = s->availableGeometry().size();
