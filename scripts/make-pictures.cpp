@@ -140,5 +140,6 @@ int main(int argc, char** argv) {
     ok &= checkBox(true).save(res + QStringLiteral("chkon95.png"));
     ok &= icon(256).save(root + QStringLiteral("/desktop/quillary.png"));
     ok &= icon(48).save(root + QStringLiteral("/desktop/quillary-48.png"));
+    ok &= icon(48).save(res + QStringLiteral("quillary.png")); // the window's own icon
     return ok ? 0 : 1;
 }

@@ -169,11 +169,67 @@ void WageGridWidget::reload() {
     if (names >= 0) header->setSectionResizeMode(names, QHeaderView::Stretch);
 }
 
+bool WageGridWidget::lineView() const {
+    const int tab = App().CurrentTab;
+    return tab == 1 || tab == 2 || tab == 4 || tab == 5 || tab == 7;
+}
+
+int WageGridWidget::firstShownColumn() const {
+    for (int c = 0; c < m_model->columnCount(); ++c)
+        if (!isColumnHidden(c)) return c;
+    return -1;
+}
+
+void WageGridWidget::insertLine() {
+    if (!lineView()) return;
+    try {
+        if (m_screen.tgrdwages_BeforeRowChange()) return;
+    } catch (const VbError& e) {
+        ReportError(e, QStringLiteral("tgrdwages_BeforeInsert"));
+        return;
+    }
+    dropUntouchedNewLine();
+    const int row = m_screen.WageGridArray.rowCount();
+    m_screen.WageGridArray.insertRow(row);
+    m_newLine = row;
+    reload();
+    const QModelIndex name = m_model->index(row, firstShownColumn());
+    setCurrentIndex(name);
+    edit(name);
+}
+
+void WageGridWidget::deleteLine() {
+    const QModelIndex at = currentIndex();
+    if (!lineView() || !at.isValid()) return;
+    try {
+        if (m_screen.tgrdwages_BeforeRowChange()) return;
+        m_screen.WageGridArray.deleteRow(at.row());
+        m_newLine = -1;
+        reload();
+        m_screen.tgrdwages_AfterRowChange();
+    } catch (const VbError& e) {
+        ReportError(e, QStringLiteral("tgrdwages_AfterDelete"));
+    }
+    reload();
+}
+
+void WageGridWidget::dropUntouchedNewLine() {
+    GridArray& lines = m_screen.WageGridArray;
+    const int row = m_newLine;
+    m_newLine = -1;
+    // A new line left without a name was never entered: it goes rather than being stored blank.
+    if (row >= 0 && row < lines.rowCount() && lines.columnCount() > 1 && IsNull(lines.value(row, 1))) {
+        lines.deleteRow(row);
+        reload();
+    }
+}
+
 void WageGridWidget::focusOutEvent(QFocusEvent* event) {
     QTableView::focusOutEvent(event);
     // An open cell editor is part of the grid; only a real departure counts.
     QWidget* next = QApplication::focusWidget();
     if (next && isAncestorOf(next)) return;
+    dropUntouchedNewLine();
     try {
         m_model->rowEdited = false;
         m_screen.tgrdwages_LostFocus();
@@ -190,6 +246,18 @@ void WageGridWidget::keyPressEvent(QKeyEvent* event) {
             ReportError(e, QStringLiteral("tgrdwages_KeyPress"));
         }
         return;
+    }
+    if (state() != QAbstractItemView::EditingState) {
+        const Qt::KeyboardModifiers mods =
+            event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
+        if (event->key() == Qt::Key_Insert && (mods == Qt::NoModifier || mods == Qt::ControlModifier)) {
+            insertLine();
+            return;
+        }
+        if (event->key() == Qt::Key_Delete && mods == Qt::ControlModifier) {
+            deleteLine();
+            return;
+        }
     }
     if (event->key() == Qt::Key_Backtab && state() != QAbstractItemView::EditingState) {
         // Shift+Tab leaves the grid for the control before it.

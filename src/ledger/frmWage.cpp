@@ -124,6 +124,8 @@ frmWage::~frmWage() {
 
 void frmWage::applyLook() {
     SkinForm(this);
+    if (const QPixmap icon = skinPicture(QStringLiteral("quillary.png")); !icon.isNull())
+        setWindowIcon(icon);
     SkinGrid(m_grid, true);
     if (QScreen* s = QWidget::screen()) {
         const QSize room = s->availableGeometry().size();
@@ -336,6 +338,13 @@ bool frmWage::eventFilter(QObject* watched, QEvent* event) {
 
 void frmWage::closeEvent(QCloseEvent* event) {
     event->accept();
+    // The leave grid open on its tab goes with the window; the rest of the shutdown follows.
+    if (m_screen.tabMainIndex == 1 && m_screen.saveLeave) {
+        try {
+            m_screen.saveLeave();
+        } catch (const VbError&) {
+        }
+    }
     UnloadMainForm();
 }
 

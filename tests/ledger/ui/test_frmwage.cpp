@@ -18,6 +18,7 @@ TEST(FrmWage, ShowsTheModelOffscreen) {
     auto* form = static_cast<ql::WageMainForm*>(ql::mainForm());
     ql::frmWage* w = form->widget();
     EXPECT_EQ(w->windowTitle(), QStringLiteral("Quillary"));
+    EXPECT_FALSE(w->windowIcon().isNull()); // the program's own icon from Resources
     EXPECT_EQ(w->findChild<QComboBox*>(QStringLiteral("cboEmployee"))->currentText(),
               QStringLiteral("Hale, Mere"));
     EXPECT_EQ(w->findChild<QLabel*>(QStringLiteral("datPays"))->text(), QStringLiteral("1 of 1"));

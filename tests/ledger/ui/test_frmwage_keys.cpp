@@ -223,3 +223,13 @@ TEST_F(WageUiTest, LabelsStayWholeAndButtonsInsideTheWindowAtBothSizes) {
         ql::UnloadAllForms();
     }
 }
+
+TEST_F(WageUiTest, ClosingOnTheLeaveTabSavesTheLeaveGrid) {
+    start();
+    int saved = 0;
+    screen().saveLeave = [&] { ++saved; };
+    w->tabMain()->setCurrentIndex(1);
+    QTest::mouseClick(button(QStringLiteral("cmdClose")), Qt::LeftButton);
+    EXPECT_EQ(saved, 1);
+    EXPECT_EQ(ql::mainForm(), nullptr);
+}

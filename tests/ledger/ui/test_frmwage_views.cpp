@@ -227,3 +227,66 @@ TEST_F(WageUiTest, ShiftTabLeavesTheGrid) {
     EXPECT_FALSE(grid()->hasFocus());
     EXPECT_EQ(ql::App().CurrentTab, 1);
 }
+
+TEST_F(WageUiTest, InsertAddsALineByItsNameAndCtrlDeleteRemovesIt) {
+    start();
+    QTest::mouseClick(button(QStringLiteral("cmdSelect(1)")), Qt::LeftButton);
+    const int before = grid()->model()->rowCount();
+    const auto lines = [&] {
+        return rows->wage
+            .scalar(QStringLiteral("SELECT COUNT(*) FROM PaymentDetails WHERE WageID = %1")
+                        .arg(ql::App().CurrentWageID))
+            .toInt();
+    };
+    ASSERT_EQ(lines(), before);
+    key(Qt::Key_Insert);
+    ASSERT_EQ(grid()->model()->rowCount(), before + 1);
+    const QModelIndex name = grid()->model()->index(before, 1);
+    auto* names = qobject_cast<QComboBox*>(grid()->indexWidget(name));
+    ASSERT_NE(names, nullptr);
+    // A name the pay has no line of yet.
+    QStringList used;
+    for (int r = 0; r < before; ++r)
+        used << grid()->model()->index(r, 1).data(Qt::EditRole).toString();
+    int pick = -1;
+    for (int i = 0; i < names->count() && pick < 0; ++i)
+        if (!names->itemData(i).toString().isEmpty() && !used.contains(names->itemData(i).toString()))
+            pick = i;
+    ASSERT_GE(pick, 0);
+    names->setCurrentIndex(pick);
+    QTest::keyClick(names, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(grid()->model()->index(before, 1).data().toString(), names->itemText(pick));
+    QTest::mouseClick(button(QStringLiteral("cmdSelect(6)")), Qt::LeftButton); // stores the lines
+    EXPECT_EQ(lines(), before + 1);
+
+    QTest::mouseClick(button(QStringLiteral("cmdSelect(1)")), Qt::LeftButton);
+    grid()->setCurrentIndex(grid()->model()->index(before, 2));
+    key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(grid()->model()->rowCount(), before);
+    EXPECT_EQ(lines(), before);
+}
+
+TEST_F(WageUiTest, ANewLineLeftWithoutANameIsNotStored) {
+    start();
+    QTest::mouseClick(button(QStringLiteral("cmdSelect(2)")), Qt::LeftButton);
+    const int before = grid()->model()->rowCount();
+    key(Qt::Key_Insert);
+    EXPECT_EQ(grid()->model()->rowCount(), before + 1);
+    QTest::mouseClick(button(QStringLiteral("cmdSelect(6)")), Qt::LeftButton);
+    EXPECT_EQ(rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM TaxAllowDetails")).toInt(), before);
+}
+
+TEST_F(WageUiTest, ACommittedPayGetsNoNewLineAndKeepsItsLines) {
+    start();
+    commitShownPay(QStringLiteral("R5"));
+    QTest::mouseClick(button(QStringLiteral("cmdSelect(1)")), Qt::LeftButton);
+    const int before = grid()->model()->rowCount();
+    grid()->setFocus();
+    key(Qt::Key_Insert);
+    EXPECT_EQ(grid()->model()->rowCount(), before);
+    grid()->setCurrentIndex(grid()->model()->index(0, 2));
+    key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(grid()->model()->rowCount(), before);
+    EXPECT_EQ(messages(QStringLiteral("Already Committed")), 2);
+}
