@@ -97,7 +97,7 @@ bool CommitModel::cmd_Commit_Click(int index) {
     const QDate date = payDate.isValid() ? payDate : Today();
     QString outcome;
     if (chkCashbook) {
-        outcome = EnsureWageAccounts(m_owner);
+        outcome = EnsureWageAccounts(dialogOwner ? dialogOwner : m_owner);
         if (outcome.isEmpty() && pays.value(QStringLiteral("Reference")).toString().isEmpty()) {
             pays.UpdateRecord();
             // A pay posted by a commit that was cut off before its reference was stored is not

@@ -47,6 +47,9 @@ public:
 
     // Index 0 Commit (or OK), 1 Cancel. True when the dialog unloads; false when it stays open.
     bool cmd_Commit_Click(int index);
+    // The owner of the tax settings dialog that the account check may open (the commit dialog itself
+    // on the desktop); the owner given at construction when unset.
+    QObject* dialogOwner = nullptr;
     // The dialog hides itself before the payslip prints.
     std::function<void()> onHide;
 

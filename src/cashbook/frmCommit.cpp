@@ -20,6 +20,7 @@ QString withKey(const QString& caption) {
 frmCommit::frmCommit(PayView& screen, QWidget* owner) : QDialog(owner), m_model(screen, owner) {
     setObjectName(QStringLiteral("frmCommit"));
     m_model.onHide = [this] { hide(); };
+    m_model.dialogOwner = this;
     m_model.Form_Load();
 
     auto* outer = new QVBoxLayout(this);
