@@ -7,6 +7,7 @@
 #include "reports/ReportDriver.h"
 #include "reports/ReportLayout.h"
 #include "runtime/VbError.h"
+#include <QFile>
 
 using namespace ql;
 using namespace qltest;
@@ -314,4 +315,19 @@ TEST_F(DriverTest, RefreshSubReportRunsTheReportAndReportsUnderItsName) {
     screen.cry_report.ReportFileName = "/nowhere.rpt";
     screen.refreshsubreport();
     EXPECT_EQ(rows->dialogs.calls.last().heading, "Crystal RefreshSubReport");
+}
+
+TEST_F(DriverTest, AFailingHeadingsReadIsReportedAndThePrintGoesOn) {
+    ReportScreen screen;
+    preparePayslip(screen);
+    modules.close();
+    QFile::remove(ModuleFileName());
+    screen.PrintIt();
+    EXPECT_EQ(printed.size(), 1) << "the report still runs";
+    ASSERT_FALSE(rows->dialogs.calls.isEmpty());
+    EXPECT_EQ(rows->dialogs.calls.last().kind, DialogCall::Error);
+    EXPECT_TRUE(rows->dialogs.calls.last().heading.endsWith(" UseCustomizedHeadings"))
+        << rows->dialogs.calls.last().heading.toStdString();
+    EXPECT_EQ(screen.cry_report.Formulas(15), "of = ' of '") << "the formulas set so far stay";
+    EXPECT_EQ(screen.cry_report.Formulas(16), "");
 }

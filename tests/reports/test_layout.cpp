@@ -113,8 +113,8 @@ TEST(ReportLayout, BrokenStatementsNameTheirLine) {
 }
 
 TEST(ReportLayout, RowStylesNeedAValidPattern) {
-    const ReportLayout l =
-        ParseReportLayout(kMinimal + "rowstyle field=Description match=\"^\\S\" style=bold\n", QStringLiteral("x.rpt"));
+    const ReportLayout l = ParseReportLayout(
+        kMinimal + "rowstyle field=Description match=\"^\\S\" style=bold\n", QStringLiteral("x.rpt"));
     ASSERT_EQ(l.rowStyles.size(), 1);
     EXPECT_EQ(l.rowStyles.at(0).pattern, "^\\S");
     EXPECT_EQ(errorOf(kMinimal + "rowstyle field=Description match=\"(\"\n"), rpterr::BadLayout);
