@@ -218,10 +218,19 @@ void WageGridWidget::dropUntouchedNewLine() {
     const int row = m_newLine;
     m_newLine = -1;
     // A new line left without a name was never entered: it goes rather than being stored blank.
-    if (row >= 0 && row < lines.rowCount() && lines.columnCount() > 1 && IsNull(lines.value(row, 1))) {
+    if (row >= 0 && row < lines.rowCount() && lines.columnCount() > 1 &&
+        (IsNull(lines.value(row, 1)) || lines.value(row, 1).toString().isEmpty())) {
         lines.deleteRow(row);
         reload();
     }
+}
+
+void WageGridWidget::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    QTableView::closeEditor(editor, hint);
+    // The name refused or never chosen: a new line without one goes when the focus has left.
+    QWidget* next = QApplication::focusWidget();
+    if (next && (next == this || isAncestorOf(next))) return;
+    dropUntouchedNewLine();
 }
 
 void WageGridWidget::focusOutEvent(QFocusEvent* event) {

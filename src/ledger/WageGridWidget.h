@@ -42,6 +42,8 @@ public:
 
 protected:
     void focusOutEvent(QFocusEvent* event) override;
+    // An editor closed because the focus went elsewhere is a departure from the grid too.
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
