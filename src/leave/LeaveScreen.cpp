@@ -41,8 +41,13 @@ void LeaveScreen::Form_Load() {
     tabLeaveIndex = 0;
 }
 
+void LeaveScreen::setOption(int index) {
+    optWhichYears = index == 0 ? 0 : 1;
+    if (onOptionChanged) onOptionChanged(optWhichYears);
+}
+
 void LeaveScreen::enterTab() {
-    optWhichYears = AllLeave() ? 1 : 0;
+    setOption(AllLeave() ? 1 : 0);
     FillLeaveData(*this, tabLeaveIndex);
 }
 
@@ -93,7 +98,7 @@ void LeaveScreen::nextPage() {
 
 void LeaveScreen::optWhichYears_Click(int index) {
     // The save still deletes by the old filter: LeaveWhere changes only with the fill.
-    optWhichYears = index == 0 ? 0 : 1;
+    setOption(index);
     SaveLeaveXArray(*this);
     FillLeaveData(*this, tabLeaveIndex);
 }

@@ -59,6 +59,7 @@ public:
     void tabLeave_Click(int index);
     void nextPage(); // Ctrl+Tab: the next sub-tab, from the last to the first
     void optWhichYears_Click(int index);
+    void setOption(int index); // the option set without a fill, as the load does
 
     // --- the grid -------------------------------------------------------------------------------------
     int gridRowCount() const { return LeaveArray.rowCount() + 1; } // with the add-new row
@@ -86,9 +87,10 @@ public:
     void recordBounds(QDate& lower, QDate& upper) const;
 
     // --- what widgets listen to -----------------------------------------------------------------------
-    std::function<void()> onFieldsChanged; // labels, totals, option or sub-tab changed
-    std::function<void()> onArrayLoaded;   // the array was replaced by a fill
-    std::function<void()> onFlushEditor;   // end an open cell editor, storing its text
+    std::function<void()> onFieldsChanged;    // labels, totals, option or sub-tab changed
+    std::function<void()> onArrayLoaded;      // the array was replaced by a fill
+    std::function<void()> onFlushEditor;      // end an open cell editor, storing its text
+    std::function<void(int)> onOptionChanged; // optWhichYears took a new value (the load or a click)
     void fieldsChanged() const {
         if (onFieldsChanged) onFieldsChanged();
     }

@@ -76,6 +76,7 @@ void LeaveTabWidget::build() {
 
     m_lblHired = new QLabel(this);
     m_lblHired->setObjectName(QStringLiteral("lblHired"));
+    m_lblHired->setAccessibleName(QStringLiteral("Period starts"));
     m_lblHired->setMinimumWidth(m_lblHired->fontMetrics().horizontalAdvance(QStringLiteral("Hired")) + 8);
     m_lblHired->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_lblfDate = new QLabel(this);
@@ -96,6 +97,7 @@ void LeaveTabWidget::build() {
 
     m_lblCForward = new QLabel(QStringLiteral("Carried Forward"), this);
     m_lblCForward->setObjectName(QStringLiteral("lblCForward"));
+    m_lblCForward->setAccessibleName(QStringLiteral("Carried Forward"));
     m_txtLeaveCForward = totalBox(QStringLiteral("txtLeaveCForward"), QStringLiteral("Carried Forward"));
     m_txtLeaveAdded = totalBox(QStringLiteral("txtLeaveAdded"), QStringLiteral("Allocated"));
     m_txtLeaveTaken = totalBox(QStringLiteral("txtLeaveTaken"), QStringLiteral("Taken"));

@@ -96,10 +96,15 @@ WageScreen::WageScreen() {
     for (const char* hidden : {"vseWageDisplay", "cmdAddPay", "cmdDelete", "cmdMemo", "cmdQuick", "datPays"})
         control(QString::fromLatin1(hidden)).visible = false;
     datPays.onReposition = [this] { datPays_Reposition(); };
+    leave.onOptionChanged = [this](int option) {
+        control(QStringLiteral("optWhichYears(0)")).down = option == 0;
+        control(QStringLiteral("optWhichYears(1)")).down = option != 0;
+    };
 }
 
 WageScreen::~WageScreen() {
     datPays.onReposition = nullptr;
+    leave.onOptionChanged = nullptr;
 }
 
 void WageScreen::changed() {
@@ -119,6 +124,8 @@ void WageScreen::Form_Load() {
     control(QStringLiteral("tabLeave")).caption =
         QStringLiteral("Annual Leave|Sick Leave|Special Leave|In Lieu|Leave without Pay");
     control(QStringLiteral("tabLeave")).tag = 0;
+    // The option stands as it was left, so a close that never showed the tab writes it back unchanged.
+    leave.setOption(AllLeave() ? 1 : 0);
     changed();
 }
 
@@ -205,9 +212,9 @@ void WageScreen::SelectCurrentEmp() {
 
 void WageScreen::cboEmployee_Click() {
     hourglass(true);
-    if (App().CurrentEmployeeID != 0 && saveLeave) saveLeave();
+    leave.saveBeforeEmployeeChange();
     SetEmployee();
-    if (tabMainIndex == 1 && enterLeave) enterLeave();
+    leave.employeeChanged(tabMainIndex == 1);
     hourglass(false);
 }
 
@@ -340,7 +347,7 @@ void WageScreen::setAddressID(qint32 value) {
     FillEmployeeArray();
     FillEmployeeCombo();
     SetEmpArray(value, QStringLiteral("address"));
-    if (GlobalOldTab == 1 && initLeave) initLeave();
+    if (GlobalOldTab == 1) leave.initPage();
     SelectCurrentEmp();
 }
 

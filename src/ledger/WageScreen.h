@@ -3,6 +3,7 @@
 // grid's events, the PAYE box, the buttons and the calendar. The widget frmWage shows this object and
 // forwards the user's events to it; the command line and the tests drive it directly.
 #include "cashbook/AddEditChoice.h"
+#include "leave/LeaveScreen.h"
 #include "payengine/PayView.h"
 #include <QDate>
 #include <QString>
@@ -121,11 +122,10 @@ public:
     std::function<void()> unloadAll;                           // cmdClose: unload every open form
     std::function<void()> onGridUpdate;                        // the grid ends a cell edit and stores it
     std::function<void(bool)> onHourglass;                     // the mouse pointer as the hourglass, or back
-    // The leave ledger on tab 1: saveLeave stores its grid (leaving the tab, changing employee);
-    // enterLeave prepares and fills the open page for the current employee (entering the tab, or a new
-    // employee while it is open); initLeave prepares the open page again (the address book's report,
-    // the address tab left from the leave tab).
-    std::function<void()> saveLeave, enterLeave, initLeave;
+
+    // The leave ledger on tab 1. Its option "Current Year"/"All Years" is mirrored in the controls
+    // optWhichYears(0) and optWhichYears(1), which the shutdown reads.
+    LeaveScreen leave;
 
 private:
     void changed();

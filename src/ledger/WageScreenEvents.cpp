@@ -6,6 +6,7 @@
 #include "frame/SettingGetters.h"
 #include "frame/Settings.h"
 #include "frame/Texts.h"
+#include "leave/basLeave.h"
 #include "ledger/AddressBook.h"
 #include "payengine/AddPay.h"
 #include "payengine/AppContext.h"
@@ -354,30 +355,26 @@ void WageScreen::CalWage_DateClick(const QDate& date) {
 
 void WageScreen::tabMain_Switch(int oldTab, int newTab, bool& cancel) {
     GlobalOldTab = qint16(oldTab);
-    if (oldTab == 1) {
-        if (saveLeave) saveLeave();
-        WriteSetting(QStringLiteral("WAGE"), QStringLiteral("AllLeave"),
-                     control(QStringLiteral("optWhichYears(0)")).down ? QStringLiteral("N")
-                                                                      : QStringLiteral("Y"));
-    }
+    if (oldTab == 1) leave.leaveTab(); // the grid saved, then AllLeave stored
     if (oldTab == newTab) return;
     if (newTab == 0) {
+        // The pay side that the leave tab hid comes back with the wages.
+        for (const char* shown : {"cmdAddPay", "cmdDelete", "cmdMemo", "cmdQuick", "datPays"})
+            control(QString::fromLatin1(shown)).visible = true;
         control(QStringLiteral("vseWage(1)")).visible = false;
         control(QStringLiteral("vseWage(0)")).visible = true;
         bringToFront(QStringLiteral("vseWage(0)"));
         control(QStringLiteral("vseWageDisplay")).visible = true;
     } else if (newTab == 1) {
-        const bool all = AllLeave();
-        control(QStringLiteral("optWhichYears(1)")).down = all;
-        control(QStringLiteral("optWhichYears(0)")).down = !all;
+        HideWageButtons(*this);
         control(QStringLiteral("vseWage(0)")).visible = false;
         control(QStringLiteral("vseWage(1)")).visible = true;
         bringToFront(QStringLiteral("vseWage(1)"));
-        if (enterLeave) enterLeave();
+        leave.enterTab(); // the option from AllLeave, the open page filled
     } else if (newTab == 2) {
         LaunchAddressBook(1, App().CurrentAddressID, true, true);
         cancel = true;
-        if (oldTab == 1 && initLeave) initLeave();
+        if (oldTab == 1) leave.initPage();
     }
     tabMainIndex = cancel ? oldTab : newTab;
     changed();

@@ -3,10 +3,14 @@
 #include "frmWage.h"
 #include "WageGridWidget.h"
 #include "cashbook/frmAddEdit.h"
+#include "cashbook/frmCommit.h"
 #include "cashbook/frmMemo.h"
 #include "frame/Messages.h"
 #include "frame/OpenForms.h"
+#include "leave/LeaveGridWidget.h"
+#include "leave/LeaveTabWidget.h"
 #include "payengine/AppContext.h"
+#include "reports/frmQuickView.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "ui/Skin.h"
@@ -108,25 +112,35 @@ void frmWage::connectEvents() {
     m_screen.unloadAll = [] { UnloadAllForms(); };
     m_screen.showMemo = [this](WageScreen&) { showMemo(); };
     m_screen.showAddEdit = [this](WageScreen&) { showAddEdit(); };
+    m_screen.showCommit = [this](WageScreen&) { showCommit(); };
+    m_screen.showQuickView = [this](WageScreen&) { showQuickView(); };
     // All keys pass the form first.
     qApp->installEventFilter(this);
 }
 
 frmWage::~frmWage() {
     qApp->removeEventFilter(this);
+    // The leave widget lets go of the screen's leave model while that still stands.
+    delete m_leave;
+    m_leave = nullptr;
     m_screen.onScreenChanged = nullptr;
     m_screen.onGridChanged = nullptr;
     m_screen.onGridUpdate = nullptr;
     m_screen.onHourglass = nullptr;
     m_screen.showMemo = nullptr;
     m_screen.showAddEdit = nullptr;
+    m_screen.showCommit = nullptr;
+    m_screen.showQuickView = nullptr;
 }
 
 void frmWage::applyLook() {
     SkinForm(this);
-    if (const QPixmap icon = skinPicture(QStringLiteral("quillary.png")); !icon.isNull())
-        setWindowIcon(icon);
+    if (const QPixmap icon = skinPicture(QStringLiteral("quillary.png")); !icon.isNull()) setWindowIcon(icon);
     SkinGrid(m_grid, true);
+    if (auto* leave = qobject_cast<LeaveTabWidget*>(m_leave)) {
+        SkinForm(leave);
+        SkinGrid(leave->grid(), true);
+    }
     if (QScreen* s = QWidget::screen()) {
         const QSize room = s->availableGeometry().size();
         resize(qMin(width(), room.width()), qMin(height(), room.height()));
@@ -146,6 +160,22 @@ void frmWage::showAddEdit() {
     frmAddEdit choice(this);
     CentreForm(&choice);
     choice.exec();
+}
+
+void frmWage::showCommit() {
+    ShowCommitDialog(this, m_screen);
+    // Committed or not, the pay is shown again: its status, the button's caption and the lock.
+    m_screen.datPays_Reposition();
+}
+
+void frmWage::showQuickView() {
+    // One history at a time, of the employee shown now; the screen stays usable beside it.
+    if (m_history) m_history->close();
+    auto* history = new frmQuickView(m_screen.employeeName(), this);
+    history->setAttribute(Qt::WA_DeleteOnClose);
+    history->setModal(false);
+    m_history = history;
+    history->show();
 }
 
 void frmWage::move(int how) {
@@ -180,11 +210,12 @@ void frmWage::tabMainChanged(int index) {
         return;
     }
     m_shownTab = index;
+    if (auto* leave = qobject_cast<LeaveTabWidget*>(m_leave); leave && index == 1) leave->grid()->setFocus();
 }
 
 void frmWage::showTitleMenu(int index) {
     act("els_TitleBar_Click", [&] {
-        if (m_screen.tabMainIndex == 1 && m_screen.saveLeave) m_screen.saveLeave();
+        if (m_screen.tabMainIndex == 1) m_screen.leave.saveLeave();
         if (titleBarClick) titleBarClick(index);
     });
     if (QToolButton* b = titleButton(index); b && b->menu()) b->showMenu();
@@ -192,6 +223,10 @@ void frmWage::showTitleMenu(int index) {
 
 void frmWage::nextLeavePage() {
     if (!m_leave) return;
+    if (auto* leave = qobject_cast<LeaveTabWidget*>(m_leave)) {
+        leave->nextPage();
+        return;
+    }
     QWidget* strip = m_leave->objectName() == QLatin1String("tabLeave")
                          ? m_leave
                          : m_leave->findChild<QWidget*>(QStringLiteral("tabLeave"));
@@ -338,13 +373,13 @@ bool frmWage::eventFilter(QObject* watched, QEvent* event) {
 
 void frmWage::closeEvent(QCloseEvent* event) {
     event->accept();
-    // The leave grid open on its tab goes with the window; the rest of the shutdown follows.
-    if (m_screen.tabMainIndex == 1 && m_screen.saveLeave) {
-        try {
-            m_screen.saveLeave();
-        } catch (const VbError&) {
-        }
-    }
+    // The leave grid open on its tab goes with the window (an open cell first), and the option is
+    // stored; the rest of the shutdown follows.
+    const bool leaveTabUp = m_screen.tabMainIndex == 1;
+    if (auto* leave = qobject_cast<LeaveTabWidget*>(m_leave))
+        leave->unload(leaveTabUp);
+    else
+        m_screen.leave.unload(leaveTabUp);
     UnloadMainForm();
 }
 

@@ -3,6 +3,7 @@
 #include "WageScreen.h"
 #include "ledger/MainForm.h"
 #include <QHash>
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -71,6 +72,8 @@ private:
     bool formKey(QObject* watched, QKeyEvent* key);
     void showMemo();
     void showAddEdit();
+    void showCommit();
+    void showQuickView();
     void refreshCombo();
 
     WageScreen m_screen;
@@ -91,6 +94,7 @@ private:
     QHash<QString, QLabel*> m_labels;
     QHash<QString, QPushButton*> m_buttons;
     QHash<QObject*, QString> m_clickable; // label widget -> the summary label it stands for
+    QPointer<QWidget> m_history;          // the wage history, open beside the screen
     int m_shownTab = 0;
     bool m_refreshing = false;
     bool m_switching = false;

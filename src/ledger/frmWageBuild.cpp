@@ -2,6 +2,8 @@
 // the pay list's navigator and the views, and the button row.
 #include "WageGridWidget.h"
 #include "frmWage.h"
+#include "leave/LeaveGridWidget.h"
+#include "leave/LeaveTabWidget.h"
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QFrame>
@@ -305,6 +307,7 @@ frmWage::frmWage(QWidget* parent) : QWidget(parent) {
         new QLabel(QStringLiteral("The leave ledger is not part of this version yet."), m_leavePage);
     m_leavePlaceholder->setAlignment(Qt::AlignCenter);
     m_leaveLayout->addWidget(m_leavePlaceholder);
+    setLeaveWidget(new LeaveTabWidget(m_screen.leave, m_leavePage));
     m_tabMain->addTab(wagePage, QStringLiteral("&Wages"));
     m_tabMain->addTab(m_leavePage, QStringLiteral("Lea&ve"));
     m_tabMain->addTab(new QWidget, QStringLiteral("Addre&ss"));
@@ -320,6 +323,12 @@ frmWage::frmWage(QWidget* parent) : QWidget(parent) {
 
 void frmWage::setTabOrders() {
     QList<QWidget*> order{m_cboEmployee, m_tabMain->tabBar()};
+    // The leave page's own order follows the tab bar; the wage page's controls are hidden meanwhile.
+    if (auto* leave = qobject_cast<LeaveTabWidget*>(m_leave)) {
+        order << leave->findChild<QWidget*>(QStringLiteral("tabLeave"))
+              << leave->findChild<QWidget*>(QStringLiteral("optWhichYears(0)"))
+              << leave->findChild<QWidget*>(QStringLiteral("optWhichYears(1)")) << leave->grid();
+    }
     for (int i = 0; i < 8; ++i)
         order << m_buttons.value(QStringLiteral("cmdSelect(%1)").arg(i));
     for (int i = 0; i < 4; ++i)
@@ -340,7 +349,7 @@ QToolButton* frmWage::titleButton(int index) const {
 
 void frmWage::setLeaveWidget(QWidget* leave) {
     if (m_leave == leave) return;
-    if (m_leave) m_leave->deleteLater();
+    delete m_leave; // at once: the leave widget lets go of the model it shows
     m_leave = leave;
     m_leavePlaceholder->setVisible(!leave);
     if (leave) m_leaveLayout->addWidget(leave, 1);

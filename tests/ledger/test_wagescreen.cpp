@@ -239,25 +239,43 @@ TEST_F(WageScreenTest, ALabelThatLosesTheSelectionIsWrittenInBlackAgain) {
     EXPECT_EQ(screen->control(QStringLiteral("lblDeduct")).foreColor, 0xFFFFFFu);
 }
 
-TEST_F(WageScreenTest, TheLeaveTabIsSavedOnLeavingAndFilledOnEntering) {
+TEST_F(WageScreenTest, TheLeaveTabIsFilledOnEnteringSavedOnLeavingAndItsOptionMirrored) {
+    rows->wage.execute(
+        QStringLiteral("INSERT INTO LeaveDetails (EmployeeID, LeaveTypeID, TransTypeID, NumberofDays, "
+                       "DateFrom, DateTo, Comments) VALUES (?, 1, 4, 20, ?, ?, 'allocation')"),
+        {hale, ql::dateText(ql::Today().addDays(-30)), ql::dateText(ql::Today().addDays(-30))});
     load();
-    QStringList calls;
-    screen->saveLeave = [&] { calls << QStringLiteral("save"); };
-    screen->enterLeave = [&] { calls << QStringLiteral("enter"); };
-    screen->initLeave = [&] { calls << QStringLiteral("init"); };
+    // AllLeave is unset, so "All Years" stands from the load, mirrored for the shutdown.
+    EXPECT_EQ(screen->leave.optWhichYears, 1);
+    EXPECT_TRUE(screen->control(QStringLiteral("optWhichYears(1)")).down);
+    EXPECT_FALSE(screen->control(QStringLiteral("optWhichYears(0)")).down);
+
     bool cancel = false;
     screen->tabMain_Switch(0, 1, cancel);
-    EXPECT_EQ(calls, QStringList{QStringLiteral("enter")});
-    screen->cboEmployee_Click(); // a new choice of employee while the leave tab is open
-    EXPECT_EQ(calls, (QStringList{QStringLiteral("enter"), QStringLiteral("save"), QStringLiteral("enter")}));
-    calls.clear();
+    EXPECT_EQ(screen->leave.LeaveLoadedEmployeeID, hale);
+    EXPECT_EQ(screen->leave.CurrentLeaveTypeID, 1);
+    ASSERT_EQ(screen->leave.LeaveArray.rowCount(), 1);
+    EXPECT_FALSE(screen->control(QStringLiteral("cmdAddPay")).visible); // the pay side is hidden
+
+    // A row typed on the add-new row is saved when the employee is chosen again, then loaded again.
+    ASSERT_TRUE(screen->leave.storeCell(1, 3, QStringLiteral("Leave Taken")));
+    ASSERT_TRUE(screen->leave.storeCell(1, 4, QStringLiteral("2")));
+    EXPECT_EQ(rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM LeaveDetails")).toInt(), 1);
+    screen->cboEmployee_Click();
+    EXPECT_EQ(rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM LeaveDetails")).toInt(), 2);
+    EXPECT_EQ(screen->leave.LeaveArray.rowCount(), 2);
+
+    screen->leave.optWhichYears_Click(0);
+    EXPECT_TRUE(screen->control(QStringLiteral("optWhichYears(0)")).down);
+    EXPECT_FALSE(screen->control(QStringLiteral("optWhichYears(1)")).down);
+
     screen->tabMain_Switch(1, 2, cancel);
     EXPECT_TRUE(cancel);
-    EXPECT_EQ(calls, (QStringList{QStringLiteral("save"), QStringLiteral("init")}));
-    calls.clear();
+    EXPECT_EQ(screen->tabMainIndex, 1);
     cancel = false;
     screen->tabMain_Switch(1, 0, cancel);
-    EXPECT_EQ(calls, QStringList{QStringLiteral("save")});
     EXPECT_EQ(ql::ReadIni(QStringLiteral("WAGE"), QStringLiteral("AllLeave"), ql::FamilyFile()),
-              QStringLiteral("Y"));
+              QStringLiteral("N"));
+    EXPECT_TRUE(screen->control(QStringLiteral("cmdAddPay")).visible);
+    EXPECT_EQ(rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM LeaveDetails")).toInt(), 2);
 }
