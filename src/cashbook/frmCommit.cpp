@@ -1,4 +1,5 @@
 #include "frmCommit.h"
+#include "runtime/Trap.h"
 #include "ui/FHDatePicker.h"
 #include <QCheckBox>
 #include <QGridLayout>
@@ -124,7 +125,10 @@ void frmCommit::showModel() {
 
 void frmCommit::commitClicked() {
     m_model.txtReference = m_reference->text();
-    if (m_model.cmd_Commit_Click(0)) {
+    bool done = false;
+    // A failure the commit does not trap itself ends at the button, reported; the dialog stays.
+    trap(QStringLiteral("cmd_Commit_Click"), [&] { done = m_model.cmd_Commit_Click(0); });
+    if (done) {
         accept();
         return;
     }
