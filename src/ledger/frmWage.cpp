@@ -138,8 +138,14 @@ void frmWage::applyLook() {
     if (const QPixmap icon = skinPicture(QStringLiteral("quillary.png")); !icon.isNull()) setWindowIcon(icon);
     SkinGrid(m_grid, true);
     if (auto* leave = qobject_cast<LeaveTabWidget*>(m_leave)) {
-        SkinForm(leave);
         SkinGrid(leave->grid(), true);
+        // The kinds' tabs are drawn from plain colours: the paper picture under them would paint black.
+        if (auto* kinds = leave->findChild<QTabBar*>(QStringLiteral("tabLeave"))) {
+            QPalette plain = kinds->palette();
+            plain.setBrush(QPalette::Window, QApplication::palette().window());
+            plain.setBrush(QPalette::Button, QApplication::palette().button());
+            kinds->setPalette(plain);
+        }
     }
     if (QScreen* s = QWidget::screen()) {
         const QSize room = s->availableGeometry().size();

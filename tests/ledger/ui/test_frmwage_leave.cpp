@@ -153,6 +153,10 @@ TEST_F(WageLeaveTest, TheLeaveGridWearsTheSkinOfTheWageGrid) {
     EXPECT_FALSE(leaveGrid()->styleSheet().isEmpty());
     EXPECT_EQ(leaveGrid()->styleSheet(), grid()->styleSheet());
     EXPECT_TRUE(leaveGrid()->alternatingRowColors());
+    // The kinds' tabs keep plain colours under the paper picture (a picture brush reads as black).
+    auto* kinds = leaveTab()->findChild<QTabBar*>(QStringLiteral("tabLeave"));
+    EXPECT_EQ(kinds->palette().window().style(), Qt::SolidPattern);
+    EXPECT_NE(kinds->palette().color(QPalette::Button), QColor(Qt::black));
     key(Qt::Key_V, Qt::AltModifier);
     QApplication::processEvents();
     const QPixmap shot = w->grab();
