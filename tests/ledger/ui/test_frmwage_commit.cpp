@@ -86,7 +86,14 @@ TEST_F(WageCommitTest, ACommitFromTheScreenPostsThePayPrintsItsSlipAndLocksIt) {
     start(QSize(1280, 800));
     EXPECT_EQ(text(QStringLiteral("lblpayment(8)")), QStringLiteral("Uncommitted"));
     EXPECT_TRUE(ql::IsNull(wageValue(QStringLiteral("Reference"))));
+    // A first pay carries its tax once a view has been left, as a user does before committing.
+    QTest::mouseClick(button(QStringLiteral("cmdSelect(1)")), Qt::LeftButton);
+    ASSERT_EQ(QApplication::focusWidget(), grid());
+    child<QComboBox>(QStringLiteral("cboEmployee"))->setFocus(); // the grid is left
+    settle();
+    EXPECT_NE(text(QStringLiteral("lblPaye")), QStringLiteral("$0.00"));
     commitByDialog(QStringLiteral("T100"));
+    EXPECT_GT(wageValue(QStringLiteral("PAYE")).toDouble(), 0.0);
 
     EXPECT_EQ(wageValue(QStringLiteral("Reference")).toString(), QStringLiteral("T100"));
     EXPECT_FALSE(ql::IsNull(wageValue(QStringLiteral("PaymentDate"))));
@@ -94,6 +101,7 @@ TEST_F(WageCommitTest, ACommitFromTheScreenPostsThePayPrintsItsSlipAndLocksIt) {
     // The pay's withdrawal is its take-home pay.
     const double takeHome = wageValue(QStringLiteral("TakeHome")).toDouble();
     EXPECT_GT(takeHome, 0.0);
+    EXPECT_LT(takeHome, wageValue(QStringLiteral("Gross")).toDouble()); // tax and KiwiSaver are off it
     EXPECT_DOUBLE_EQ(rows->farm
                          .scalar(QStringLiteral("SELECT Amount FROM Transactions WHERE Reference = 'T100' "
                                                 "ORDER BY TransactionsID LIMIT 1"))
