@@ -31,7 +31,11 @@ if [ "${1:-}" = "--inside" ]; then
     shot() { # the whole screen, when pictures are wanted
         [ -n "${QUILLARY_SHOTS:-}" ] && command -v xwd >/dev/null || return 0
         sleep 0.3
-        xwd -root -silent >"$QUILLARY_SHOTS/$1.xwd" || true
+        if [ -n "${2:-}" ]; then # one window by its id
+            xwd -id "$2" -silent >"$QUILLARY_SHOTS/$1.xwd" || true
+        else
+            xwd -root -silent >"$QUILLARY_SHOTS/$1.xwd" || true
+        fi
     }
     # The first employee has no pay yet: the program asks for the first pay date; today's stands.
     prompt=$(window '^Pay Date$') || { echo "no first-pay prompt" >>"$log"; exit 1; }
@@ -50,7 +54,7 @@ if [ "${1:-}" = "--inside" ]; then
     dialog=$(window '^Commit Pay$') || { echo "no commit dialog" >>"$log"; exit 1; }
     xdotool windowfocus --sync "$dialog"
     xdotool type --delay 120 X1
-    shot commit-dialog
+    shot commit-dialog "$dialog"
     press Return # Commit, the default button
     xdotool windowfocus --sync "$main"
     sleep 0.5
