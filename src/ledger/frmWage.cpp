@@ -382,10 +382,14 @@ void frmWage::closeEvent(QCloseEvent* event) {
     // The leave grid open on its tab goes with the window (an open cell first), and the option is
     // stored; the rest of the shutdown follows.
     const bool leaveTabUp = m_screen.tabMainIndex == 1;
-    if (auto* leave = qobject_cast<LeaveTabWidget*>(m_leave))
-        leave->unload(leaveTabUp);
-    else
-        m_screen.leave.unload(leaveTabUp);
+    try {
+        if (auto* leave = qobject_cast<LeaveTabWidget*>(m_leave))
+            leave->unload(leaveTabUp);
+        else
+            m_screen.leave.unload(leaveTabUp);
+    } catch (const VbError&) {
+        // An unload runs to its end.
+    }
     UnloadMainForm();
 }
 
