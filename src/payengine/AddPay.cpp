@@ -1,4 +1,5 @@
 #include "AddPay.h"
+#include "WriteBatch.h"
 #include "Allowances.h"
 #include "AppContext.h"
 #include "Contributions.h"
@@ -37,6 +38,7 @@ void AddnextPay(PayView& form) {
 
 void AddPayment(qint32 employeeID, QString& payDate, bool firstPay, PayView& form) {
     AppContext& app = App();
+    WriteBatch batch(app.WageDatabase);
     const EmployeeRecord& employee = app.EmployeeArray.at(app.CurrentEmployee);
     const qint32 employeeTypeID = employee.EmployeeTypeID;
     const Currency payRate = employee.PayRate;
