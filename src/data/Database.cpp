@@ -8,7 +8,14 @@ namespace ql {
 
 namespace {
 const QString kSource = QStringLiteral("DAO.Database");
+
+// A statement of transaction control: it changes no schema, so the kept statements stay.
+void transactionControl(sqlite3* db, const QString& sql) {
+    const QByteArray utf8 = sql.toUtf8();
+    const int rc = sqlite3_exec(db, utf8.constData(), nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK) raiseSqliteError(db, rc, sql, kSource);
 }
+} // namespace
 
 Database::Database() = default;
 Database::~Database() {
@@ -160,9 +167,9 @@ qint64 Database::lastInsertRowId() const {
 
 void Database::beginTrans() {
     if (m_transDepth == 0)
-        executeScript(QStringLiteral("BEGIN"));
+        transactionControl(handle(), QStringLiteral("BEGIN"));
     else
-        executeScript(QStringLiteral("SAVEPOINT ql_%1").arg(m_transDepth));
+        transactionControl(handle(), QStringLiteral("SAVEPOINT ql_%1").arg(m_transDepth));
     ++m_transDepth;
 }
 
@@ -173,9 +180,9 @@ void Database::commitTrans() {
                                   "beginning a transaction."));
     --m_transDepth;
     if (m_transDepth == 0)
-        executeScript(QStringLiteral("COMMIT"));
+        transactionControl(handle(), QStringLiteral("COMMIT"));
     else
-        executeScript(QStringLiteral("RELEASE ql_%1").arg(m_transDepth));
+        transactionControl(handle(), QStringLiteral("RELEASE ql_%1").arg(m_transDepth));
 }
 
 void Database::rollback() {
@@ -185,9 +192,9 @@ void Database::rollback() {
                                   "beginning a transaction."));
     --m_transDepth;
     if (m_transDepth == 0)
-        executeScript(QStringLiteral("ROLLBACK"));
+        transactionControl(handle(), QStringLiteral("ROLLBACK"));
     else
-        executeScript(QStringLiteral("ROLLBACK TO ql_%1; RELEASE ql_%1").arg(m_transDepth));
+        transactionControl(handle(), QStringLiteral("ROLLBACK TO ql_%1; RELEASE ql_%1").arg(m_transDepth));
 }
 
 bool Database::inTransaction() const {

@@ -284,6 +284,61 @@ bool changesSchema(const QByteArray& word) {
     return word == "CREATE" || word == "DROP" || word == "ALTER";
 }
 
+// The text with each whole number that stands right after a comparison (=, <>, !=, <, >, <=, >=), outside
+// quotes and brackets, replaced by a parameter, and those numbers in order. False when the text has
+// parameters of its own or no such number.
+bool takeOutComparedNumbers(const QString& sql, QString& text, std::vector<long long>& numbers) {
+    text.clear();
+    text.reserve(sql.size());
+    numbers.clear();
+    const qsizetype n = sql.size();
+    qsizetype i = 0;
+    while (i < n) {
+        const QChar c = sql.at(i);
+        if (c == u'\'' || c == u'"' || c == u'[' || c == u'`') {
+            const QChar close = c == u'[' ? QChar(u']') : c;
+            qsizetype j = i + 1;
+            while (j < n && sql.at(j) != close)
+                ++j;
+            text += QStringView(sql).mid(i, j + 1 - i);
+            i = j + 1;
+            continue;
+        }
+        if (c == u'?' || c == u':' || c == u'@' || c == u'$') return false;
+        const bool comparison =
+            c == u'=' || c == u'<' || c == u'>' || (c == u'!' && i + 1 < n && sql.at(i + 1) == u'=');
+        if (!comparison) {
+            text += c;
+            ++i;
+            continue;
+        }
+        qsizetype j = i;
+        while (j < n && (sql.at(j) == u'=' || sql.at(j) == u'<' || sql.at(j) == u'>' || sql.at(j) == u'!'))
+            ++j;
+        text += QStringView(sql).mid(i, j - i);
+        qsizetype k = j;
+        while (k < n && sql.at(k) == u' ')
+            ++k;
+        qsizetype start = k;
+        if (k < n && sql.at(k) == u'-') ++k;
+        const qsizetype digits = k;
+        while (k < n && sql.at(k).isDigit() && k - digits < 18)
+            ++k;
+        const bool whole =
+            k > digits &&
+            (k == n || !(sql.at(k).isLetterOrNumber() || sql.at(k) == u'_' || sql.at(k) == u'.'));
+        if (whole) {
+            text += QStringView(sql).mid(j, start - j);
+            text += u'?';
+            numbers.push_back(QStringView(sql).mid(start, k - start).toLongLong());
+            i = k;
+        } else {
+            i = j;
+        }
+    }
+    return !numbers.empty();
+}
+
 } // namespace
 
 void openStatementCache(sqlite3* db) {
@@ -311,28 +366,55 @@ Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
         raiseError(3420, source, QStringLiteral("Object invalid or no longer set: the database is closed."));
     const QByteArray word = firstWord(m_sql);
     m_schemaChange = changesSchema(word);
+    m_key = m_sql;
     if (isReusable(word)) {
+        QString text;
+        if (takeOutComparedNumbers(m_sql, text, m_literals)) m_key = text;
         QMutexLocker lock(&cacheMutex());
         const auto it = caches().find(db);
         if (it != caches().end()) {
             m_reusable = true;
-            m_stmt = it->second.take(m_sql, m_tail);
-            if (m_stmt) return;
+            m_stmt = it->second.take(m_key, m_tail);
+            if (m_stmt) {
+                lock.unlock();
+                bindLiterals();
+                return;
+            }
         }
     }
-    const QByteArray utf8 = m_sql.toUtf8();
-    const char* tail = nullptr;
-    const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, &tail);
-    if (tail && *tail) {
-        m_tail = QString::fromUtf8(tail).trimmed();
-        while (m_tail.startsWith(u';'))
-            m_tail = m_tail.mid(1).trimmed();
+    auto prepare = [&](const QString& text) {
+        const QByteArray utf8 = text.toUtf8();
+        const char* tail = nullptr;
+        const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, &tail);
+        m_tail.clear();
+        if (tail && *tail) {
+            m_tail = QString::fromUtf8(tail).trimmed();
+            while (m_tail.startsWith(u';'))
+                m_tail = m_tail.mid(1).trimmed();
+        }
+        return rc;
+    };
+    int rc = prepare(m_key);
+    // A text of several statements, or one whose numbers don't all become parameters, is kept as written.
+    if (!m_literals.empty() && (rc != SQLITE_OK || !m_tail.isEmpty() ||
+                                sqlite3_bind_parameter_count(m_stmt) != int(m_literals.size()))) {
+        sqlite3_finalize(m_stmt);
+        m_stmt = nullptr;
+        m_literals.clear();
+        m_key = m_sql;
+        rc = prepare(m_key);
     }
     if (rc != SQLITE_OK) {
         sqlite3_finalize(m_stmt);
         m_stmt = nullptr;
         raiseSqliteError(db, rc, m_sql, source);
     }
+    bindLiterals();
+}
+
+void Statement::bindLiterals() {
+    for (size_t i = 0; i < m_literals.size(); ++i)
+        sqlite3_bind_int64(m_stmt, int(i + 1), m_literals[i]);
 }
 
 Statement::~Statement() {
@@ -342,7 +424,7 @@ Statement::~Statement() {
         QMutexLocker lock(&cacheMutex());
         const auto it = caches().find(m_db);
         if (it != caches().end()) { // else the connection was closed meanwhile
-            it->second.put(m_sql, m_stmt, m_tail);
+            it->second.put(m_key, m_stmt, m_tail);
             return;
         }
     }
@@ -363,6 +445,7 @@ void Statement::reset() {
     if (m_stmt) {
         sqlite3_reset(m_stmt);
         sqlite3_clear_bindings(m_stmt);
+        bindLiterals();
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QVariant>
 #include <sqlite3.h>
+#include <vector>
 
 namespace ql {
 
@@ -63,6 +64,12 @@ private:
     QString m_tail;
     bool m_reusable = false;     // a plain query or change, kept for the next use of its text
     bool m_schemaChange = false; // CREATE, DROP or ALTER: the kept statements are dropped after it
+    // The text the statement is kept under: the compared whole numbers of the text taken out as
+    // parameters (m_literals, bound at each use), so that "WHERE WageID = 812" and "WHERE WageID = 813"
+    // share one prepared statement.
+    QString m_key;
+    std::vector<long long> m_literals;
+    void bindLiterals();
 };
 
 // Registers vbstr() and iif() on a connection.
