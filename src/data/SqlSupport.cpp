@@ -288,55 +288,54 @@ bool changesSchema(const QByteArray& word) {
 // quotes and brackets, replaced by a parameter, and those numbers in order. False when the text has
 // parameters of its own or no such number.
 bool takeOutComparedNumbers(const QString& sql, QString& text, std::vector<long long>& numbers) {
-    text.clear();
-    text.reserve(sql.size());
     numbers.clear();
+    const QChar* c = sql.constData();
     const qsizetype n = sql.size();
-    qsizetype i = 0;
-    while (i < n) {
-        const QChar c = sql.at(i);
-        if (c == u'\'' || c == u'"' || c == u'[' || c == u'`') {
-            const QChar close = c == u'[' ? QChar(u']') : c;
-            qsizetype j = i + 1;
-            while (j < n && sql.at(j) != close)
-                ++j;
-            text += QStringView(sql).mid(i, j + 1 - i);
-            i = j + 1;
-            continue;
-        }
-        if (c == u'?' || c == u':' || c == u'@' || c == u'$') return false;
-        const bool comparison =
-            c == u'=' || c == u'<' || c == u'>' || (c == u'!' && i + 1 < n && sql.at(i + 1) == u'=');
-        if (!comparison) {
-            text += c;
+    qsizetype copied = 0; // sql up to here is in text
+    for (qsizetype i = 0; i < n;) {
+        const char16_t ch = c[i].unicode();
+        if (ch == u'\'' || ch == u'"' || ch == u'[' || ch == u'`') {
+            const char16_t close = ch == u'[' ? u']' : ch;
+            ++i;
+            while (i < n && c[i].unicode() != close)
+                ++i;
             ++i;
             continue;
         }
-        qsizetype j = i;
-        while (j < n && (sql.at(j) == u'=' || sql.at(j) == u'<' || sql.at(j) == u'>' || sql.at(j) == u'!'))
-            ++j;
-        text += QStringView(sql).mid(i, j - i);
-        qsizetype k = j;
-        while (k < n && sql.at(k) == u' ')
-            ++k;
-        qsizetype start = k;
-        if (k < n && sql.at(k) == u'-') ++k;
+        if (ch == u'?' || ch == u':' || ch == u'@' || ch == u'$') return false;
+        if (ch != u'=' && ch != u'<' && ch != u'>' &&
+            !(ch == u'!' && i + 1 < n && c[i + 1].unicode() == u'=')) {
+            ++i;
+            continue;
+        }
+        while (i < n && (c[i].unicode() == u'=' || c[i].unicode() == u'<' || c[i].unicode() == u'>' ||
+                         c[i].unicode() == u'!'))
+            ++i;
+        while (i < n && c[i].unicode() == u' ')
+            ++i;
+        const qsizetype start = i;
+        qsizetype k = i;
+        if (k < n && c[k].unicode() == u'-') ++k;
         const qsizetype digits = k;
-        while (k < n && sql.at(k).isDigit() && k - digits < 18)
+        while (k < n && c[k].unicode() >= u'0' && c[k].unicode() <= u'9' && k - digits < 18)
             ++k;
         const bool whole =
             k > digits &&
-            (k == n || !(sql.at(k).isLetterOrNumber() || sql.at(k) == u'_' || sql.at(k) == u'.'));
-        if (whole) {
-            text += QStringView(sql).mid(j, start - j);
-            text += u'?';
-            numbers.push_back(QStringView(sql).mid(start, k - start).toLongLong());
-            i = k;
-        } else {
-            i = j;
+            (k == n || !(c[k].isLetterOrNumber() || c[k].unicode() == u'_' || c[k].unicode() == u'.'));
+        if (!whole) continue;
+        if (numbers.empty()) {
+            text.clear();
+            text.reserve(n);
         }
+        text += QStringView(c + copied, start - copied);
+        text += u'?';
+        numbers.push_back(QStringView(c + start, k - start).toLongLong());
+        copied = k;
+        i = k;
     }
-    return !numbers.empty();
+    if (numbers.empty()) return false;
+    text += QStringView(c + copied, n - copied);
+    return true;
 }
 
 } // namespace
