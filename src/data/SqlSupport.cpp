@@ -359,16 +359,21 @@ void clearStatementCache(sqlite3* db) {
     if (it != caches().end()) it->second.clear();
 }
 
+// The text is kept as given (m_sql) and rewritten for the engine only by its shape: the compared
+// numbers are taken out first, so that the rewrite is looked up once per shape, not per number.
 Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
-    : m_db(db), m_sql(rewriteJetSql(sql)), m_source(source) {
+    : m_db(db), m_sql(sql), m_source(source) {
     if (!db)
         raiseError(3420, source, QStringLiteral("Object invalid or no longer set: the database is closed."));
     const QByteArray word = firstWord(m_sql);
     m_schemaChange = changesSchema(word);
-    m_key = m_sql;
-    if (isReusable(word)) {
-        QString text;
-        if (takeOutComparedNumbers(m_sql, text, m_literals)) m_key = text;
+    QString shape;
+    const bool reusable = isReusable(word);
+    if (reusable && takeOutComparedNumbers(m_sql, shape, m_literals))
+        m_key = rewriteJetSql(shape);
+    else
+        m_key = rewriteJetSql(m_sql);
+    if (reusable) {
         QMutexLocker lock(&cacheMutex());
         const auto it = caches().find(db);
         if (it != caches().end()) {
@@ -400,13 +405,13 @@ Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
         sqlite3_finalize(m_stmt);
         m_stmt = nullptr;
         m_literals.clear();
-        m_key = m_sql;
+        m_key = rewriteJetSql(m_sql);
         rc = prepare(m_key);
     }
     if (rc != SQLITE_OK) {
         sqlite3_finalize(m_stmt);
         m_stmt = nullptr;
-        raiseSqliteError(db, rc, m_sql, source);
+        raiseSqliteError(db, rc, rewriteJetSql(m_sql), source);
     }
     bindLiterals();
 }
@@ -437,7 +442,7 @@ bool Statement::step() {
     if (rc == SQLITE_ROW) return true;
     if (rc == SQLITE_DONE) return false;
     sqlite3_reset(m_stmt);
-    raiseSqliteError(m_db, rc, m_sql, m_source);
+    raiseSqliteError(m_db, rc, rewriteJetSql(m_sql), m_source);
 }
 
 void Statement::reset() {
@@ -484,7 +489,7 @@ void Statement::bind(int index, const QVariant& v) {
         }
         }
     }
-    if (rc != SQLITE_OK) raiseSqliteError(m_db, rc, m_sql, m_source);
+    if (rc != SQLITE_OK) raiseSqliteError(m_db, rc, rewriteJetSql(m_sql), m_source);
 }
 
 void Statement::bindAll(const QVariantList& values) {
