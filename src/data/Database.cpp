@@ -42,7 +42,8 @@ void Database::open(const QString& path) {
         raiseError(3024, kSource, QStringLiteral("Could not find file '%1'.").arg(path));
     sqlite3* db = nullptr;
     const QByteArray file = path.toUtf8();
-    int rc = sqlite3_open_v2(file.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
+    // One thread uses a connection: the program has only the user-interface thread.
+    int rc = sqlite3_open_v2(file.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         sqlite3_close_v2(db);
         raiseError(3051, kSource,
