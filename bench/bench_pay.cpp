@@ -1,6 +1,6 @@
 // Adding a pay and editing one of its lines on the demo farm, through the wage screen without widgets,
 // as a user does: the add pay button, then a typed number of hours and leaving the view (the save).
-// Nothing is cached: every setting and equation is read again at each use, as in the program.
+// Settings and equations come from memory while their files are unchanged, as in the program.
 #include "data/Database.h"
 #include "data/DemoFarm.h"
 #include "data/Schema.h"

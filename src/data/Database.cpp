@@ -8,7 +8,14 @@ namespace ql {
 
 namespace {
 const QString kSource = QStringLiteral("DAO.Database");
+
+// A statement of transaction control: it changes no schema, so the kept statements stay.
+void transactionControl(sqlite3* db, const QString& sql) {
+    const QByteArray utf8 = sql.toUtf8();
+    const int rc = sqlite3_exec(db, utf8.constData(), nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK) raiseSqliteError(db, rc, sql, kSource);
 }
+} // namespace
 
 Database::Database() = default;
 Database::~Database() {
@@ -35,7 +42,8 @@ void Database::open(const QString& path) {
         raiseError(3024, kSource, QStringLiteral("Could not find file '%1'.").arg(path));
     sqlite3* db = nullptr;
     const QByteArray file = path.toUtf8();
-    int rc = sqlite3_open_v2(file.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
+    // One thread uses a connection: the program has only the user-interface thread.
+    int rc = sqlite3_open_v2(file.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         sqlite3_close_v2(db);
         raiseError(3051, kSource,
@@ -161,9 +169,9 @@ qint64 Database::lastInsertRowId() const {
 
 void Database::beginTrans() {
     if (m_transDepth == 0)
-        executeScript(QStringLiteral("BEGIN"));
+        transactionControl(handle(), QStringLiteral("BEGIN"));
     else
-        executeScript(QStringLiteral("SAVEPOINT ql_%1").arg(m_transDepth));
+        transactionControl(handle(), QStringLiteral("SAVEPOINT ql_%1").arg(m_transDepth));
     ++m_transDepth;
 }
 
@@ -174,9 +182,9 @@ void Database::commitTrans() {
                                   "beginning a transaction."));
     --m_transDepth;
     if (m_transDepth == 0)
-        executeScript(QStringLiteral("COMMIT"));
+        transactionControl(handle(), QStringLiteral("COMMIT"));
     else
-        executeScript(QStringLiteral("RELEASE ql_%1").arg(m_transDepth));
+        transactionControl(handle(), QStringLiteral("RELEASE ql_%1").arg(m_transDepth));
 }
 
 void Database::rollback() {
@@ -186,9 +194,9 @@ void Database::rollback() {
                                   "beginning a transaction."));
     --m_transDepth;
     if (m_transDepth == 0)
-        executeScript(QStringLiteral("ROLLBACK"));
+        transactionControl(handle(), QStringLiteral("ROLLBACK"));
     else
-        executeScript(QStringLiteral("ROLLBACK TO ql_%1; RELEASE ql_%1").arg(m_transDepth));
+        transactionControl(handle(), QStringLiteral("ROLLBACK TO ql_%1; RELEASE ql_%1").arg(m_transDepth));
 }
 
 bool Database::inTransaction() const {

@@ -81,6 +81,8 @@ struct Recordset::Impl {
 
     QString table; // the table changes go to; empty when read-only
     std::vector<Field> fields;
+    // Names asked for, with the index each found; cleared when the fields are read again.
+    mutable QHash<QString, int> nameIndex;
     std::vector<Row> rows;
     int pos = -1;
     bool noMatch = false;
@@ -156,6 +158,7 @@ void Recordset::Impl::readAll(Statement& st, int firstField) {
     sqlite3_stmt* s = st.get();
     const int n = sqlite3_column_count(s);
     fields.clear();
+    nameIndex.clear();
     for (int i = firstField; i < n; ++i) {
         Field f;
         f.name = QString::fromUtf8(sqlite3_column_name(s, i));
@@ -207,6 +210,7 @@ QString Recordset::Impl::updatableSql(const QString& sql, const QString& baseTab
 
 void Recordset::Impl::load() {
     sqlite3* handle = db();
+    nameIndex.clear();
     rows.clear();
     table.clear();
     pos = -1;
@@ -474,21 +478,31 @@ FieldType Recordset::fieldType(int index) const {
     return d->fields[index].type;
 }
 
-int Recordset::fieldIndex(const QString& name) const {
+namespace {
+// The field of a name: its own name first, then "table.column" by table and origin.
+int lookUpField(const std::vector<Field>& fields, const QString& name) {
     const QString bare = bareName(name);
-    for (int i = 0; i < fieldCount(); ++i)
-        if (d->fields[i].name.compare(bare, Qt::CaseInsensitive) == 0) return i;
+    for (int i = 0; i < int(fields.size()); ++i)
+        if (fields[i].name.compare(bare, Qt::CaseInsensitive) == 0) return i;
     const auto dot = bare.indexOf(u'.');
     if (dot > 0) {
         const QString table = bareName(bare.left(dot));
         const QString column = bareName(bare.mid(dot + 1));
-        for (int i = 0; i < fieldCount(); ++i)
-            if (d->fields[i].table.compare(table, Qt::CaseInsensitive) == 0 &&
-                (d->fields[i].origin.compare(column, Qt::CaseInsensitive) == 0 ||
-                 d->fields[i].name.compare(column, Qt::CaseInsensitive) == 0))
+        for (int i = 0; i < int(fields.size()); ++i)
+            if (fields[i].table.compare(table, Qt::CaseInsensitive) == 0 &&
+                (fields[i].origin.compare(column, Qt::CaseInsensitive) == 0 ||
+                 fields[i].name.compare(column, Qt::CaseInsensitive) == 0))
                 return i;
     }
     return -1;
+}
+} // namespace
+
+int Recordset::fieldIndex(const QString& name) const {
+    if (auto known = d->nameIndex.constFind(name); known != d->nameIndex.constEnd()) return *known;
+    const int i = lookUpField(d->fields, name);
+    if (i >= 0) d->nameIndex.insert(name, i);
+    return i;
 }
 
 QVariant Recordset::value(const QString& name) const {

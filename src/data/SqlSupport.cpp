@@ -284,6 +284,60 @@ bool changesSchema(const QByteArray& word) {
     return word == "CREATE" || word == "DROP" || word == "ALTER";
 }
 
+// The text with each whole number that stands right after a comparison (=, <>, !=, <, >, <=, >=), outside
+// quotes and brackets, replaced by a parameter, and those numbers in order. False when the text has
+// parameters of its own or no such number.
+bool takeOutComparedNumbers(const QString& sql, QString& text, std::vector<long long>& numbers) {
+    numbers.clear();
+    const QChar* c = sql.constData();
+    const qsizetype n = sql.size();
+    qsizetype copied = 0; // sql up to here is in text
+    for (qsizetype i = 0; i < n;) {
+        const char16_t ch = c[i].unicode();
+        if (ch == u'\'' || ch == u'"' || ch == u'[' || ch == u'`') {
+            const char16_t close = ch == u'[' ? u']' : ch;
+            ++i;
+            while (i < n && c[i].unicode() != close)
+                ++i;
+            ++i;
+            continue;
+        }
+        if (ch == u'?' || ch == u':' || ch == u'@' || ch == u'$') return false;
+        if (ch != u'=' && ch != u'<' && ch != u'>' &&
+            !(ch == u'!' && i + 1 < n && c[i + 1].unicode() == u'=')) {
+            ++i;
+            continue;
+        }
+        while (i < n && (c[i].unicode() == u'=' || c[i].unicode() == u'<' || c[i].unicode() == u'>' ||
+                         c[i].unicode() == u'!'))
+            ++i;
+        while (i < n && c[i].unicode() == u' ')
+            ++i;
+        const qsizetype start = i;
+        qsizetype k = i;
+        if (k < n && c[k].unicode() == u'-') ++k;
+        const qsizetype digits = k;
+        while (k < n && c[k].unicode() >= u'0' && c[k].unicode() <= u'9' && k - digits < 18)
+            ++k;
+        const bool whole =
+            k > digits &&
+            (k == n || !(c[k].isLetterOrNumber() || c[k].unicode() == u'_' || c[k].unicode() == u'.'));
+        if (!whole) continue;
+        if (numbers.empty()) {
+            text.clear();
+            text.reserve(n);
+        }
+        text += QStringView(c + copied, start - copied);
+        text += u'?';
+        numbers.push_back(QStringView(c + start, k - start).toLongLong());
+        copied = k;
+        i = k;
+    }
+    if (numbers.empty()) return false;
+    text += QStringView(c + copied, n - copied);
+    return true;
+}
+
 } // namespace
 
 void openStatementCache(sqlite3* db) {
@@ -305,34 +359,66 @@ void clearStatementCache(sqlite3* db) {
     if (it != caches().end()) it->second.clear();
 }
 
+// The text is kept as given (m_sql) and rewritten for the engine only by its shape: the compared
+// numbers are taken out first, so that the rewrite is looked up once per shape, not per number.
 Statement::Statement(sqlite3* db, const QString& sql, const QString& source)
-    : m_db(db), m_sql(rewriteJetSql(sql)), m_source(source) {
+    : m_db(db), m_sql(sql), m_source(source) {
     if (!db)
         raiseError(3420, source, QStringLiteral("Object invalid or no longer set: the database is closed."));
     const QByteArray word = firstWord(m_sql);
     m_schemaChange = changesSchema(word);
-    if (isReusable(word)) {
+    QString shape;
+    const bool reusable = isReusable(word);
+    if (reusable && takeOutComparedNumbers(m_sql, shape, m_literals))
+        m_key = rewriteJetSql(shape);
+    else
+        m_key = rewriteJetSql(m_sql);
+    if (reusable) {
         QMutexLocker lock(&cacheMutex());
         const auto it = caches().find(db);
         if (it != caches().end()) {
             m_reusable = true;
-            m_stmt = it->second.take(m_sql, m_tail);
-            if (m_stmt) return;
+            m_stmt = it->second.take(m_key, m_tail);
+            if (m_stmt) {
+                lock.unlock();
+                bindLiterals();
+                return;
+            }
         }
     }
-    const QByteArray utf8 = m_sql.toUtf8();
-    const char* tail = nullptr;
-    const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, &tail);
-    if (tail && *tail) {
-        m_tail = QString::fromUtf8(tail).trimmed();
-        while (m_tail.startsWith(u';'))
-            m_tail = m_tail.mid(1).trimmed();
+    auto prepare = [&](const QString& text) {
+        const QByteArray utf8 = text.toUtf8();
+        const char* tail = nullptr;
+        const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, &tail);
+        m_tail.clear();
+        if (tail && *tail) {
+            m_tail = QString::fromUtf8(tail).trimmed();
+            while (m_tail.startsWith(u';'))
+                m_tail = m_tail.mid(1).trimmed();
+        }
+        return rc;
+    };
+    int rc = prepare(m_key);
+    // A text of several statements, or one whose numbers don't all become parameters, is kept as written.
+    if (!m_literals.empty() && (rc != SQLITE_OK || !m_tail.isEmpty() ||
+                                sqlite3_bind_parameter_count(m_stmt) != int(m_literals.size()))) {
+        sqlite3_finalize(m_stmt);
+        m_stmt = nullptr;
+        m_literals.clear();
+        m_key = rewriteJetSql(m_sql);
+        rc = prepare(m_key);
     }
     if (rc != SQLITE_OK) {
         sqlite3_finalize(m_stmt);
         m_stmt = nullptr;
-        raiseSqliteError(db, rc, m_sql, source);
+        raiseSqliteError(db, rc, rewriteJetSql(m_sql), source);
     }
+    bindLiterals();
+}
+
+void Statement::bindLiterals() {
+    for (size_t i = 0; i < m_literals.size(); ++i)
+        sqlite3_bind_int64(m_stmt, int(i + 1), m_literals[i]);
 }
 
 Statement::~Statement() {
@@ -342,7 +428,7 @@ Statement::~Statement() {
         QMutexLocker lock(&cacheMutex());
         const auto it = caches().find(m_db);
         if (it != caches().end()) { // else the connection was closed meanwhile
-            it->second.put(m_sql, m_stmt, m_tail);
+            it->second.put(m_key, m_stmt, m_tail);
             return;
         }
     }
@@ -375,7 +461,7 @@ bool Statement::step() {
     if (rc == SQLITE_ROW) return true;
     if (rc == SQLITE_DONE) return false;
     sqlite3_reset(m_stmt);
-    raiseSqliteError(m_db, rc, m_sql, m_source);
+    raiseSqliteError(m_db, rc, rewriteJetSql(m_sql), m_source);
 }
 
 void Statement::reset() {
@@ -383,6 +469,7 @@ void Statement::reset() {
     if (m_stmt) {
         sqlite3_reset(m_stmt);
         sqlite3_clear_bindings(m_stmt);
+        bindLiterals();
     }
 }
 
@@ -422,7 +509,7 @@ void Statement::bind(int index, const QVariant& v) {
         }
         }
     }
-    if (rc != SQLITE_OK) raiseSqliteError(m_db, rc, m_sql, m_source);
+    if (rc != SQLITE_OK) raiseSqliteError(m_db, rc, rewriteJetSql(m_sql), m_source);
 }
 
 void Statement::bindAll(const QVariantList& values) {

@@ -6,6 +6,7 @@
 #include <QVariant>
 #include <functional>
 #include <sqlite3.h>
+#include <vector>
 
 namespace ql {
 
@@ -65,6 +66,12 @@ private:
     bool m_reusable = false;     // a plain query or change, kept for the next use of its text
     bool m_schemaChange = false; // CREATE, DROP or ALTER: the kept statements are dropped after it
     bool m_started = false;
+    // The text the statement is kept under: the compared whole numbers of the text taken out as
+    // parameters (m_literals, bound at each use), so that "WHERE WageID = 812" and "WHERE WageID = 813"
+    // share one prepared statement.
+    QString m_key;
+    std::vector<long long> m_literals;
+    void bindLiterals();
 };
 
 // A test may watch or fail statements: the hook sees each statement just before it first runs (and

@@ -1,4 +1,5 @@
 #include "Roster.h"
+#include <QHash>
 #include "data/Recordset.h"
 #include "data/Schema.h"
 #include "data/SqlDate.h"
@@ -90,18 +91,25 @@ qint32 FillEmployeeArray() {
         employees =
             app.WageDatabase.openRecordset(kEmployeeColumns + rosterWhereClause(), RecordsetType::Snapshot);
         app.EmployeeArray = {EmployeeRecord{}};
-        if (employees->EOF_()) return;
-        // The roster follows the order of the addresses; each matching employee row is one record.
+        if (employees->EOF_())
+            return;
+        // The roster follows the order of the addresses; each matching employee row is one record, in
+        // the employees' order. The rows of each address are found once, so that a long roster costs no
+        // more than its length.
+        QHash<qint32, QList<QByteArray>> rowsOfAddress;
+        for (employees->MoveFirst(); !employees->EOF_(); employees->MoveNext()) {
+            const QVariant own = employees->value(QStringLiteral("Employees.AddressID"));
+            if (!IsNull(own))
+                rowsOfAddress[CLng(own)].append(employees->Bookmark());
+        }
         while (!addresses->EOF_()) {
             const QVariant addressID = addresses->value(QStringLiteral("AddressID"));
-            employees->MoveFirst();
-            while (!employees->EOF_()) {
-                const QVariant own = employees->value(QStringLiteral("Employees.AddressID"));
-                if (!IsNull(addressID) && !IsNull(own) && CLng(own) == CLng(addressID)) {
+            if (!IsNull(addressID)) {
+                for (const QByteArray& row : rowsOfAddress.value(CLng(addressID))) {
+                    employees->setBookmark(row);
                     ++count;
                     app.EmployeeArray.append(readEmployee(*employees, *addresses));
                 }
-                employees->MoveNext();
             }
             addresses->MoveNext();
         }

@@ -1,4 +1,5 @@
 #include "AddPay.h"
+#include "WriteBatch.h"
 #include "Allowances.h"
 #include "AppContext.h"
 #include "Contributions.h"
@@ -19,10 +20,14 @@ namespace ql {
 
 namespace {
 
-QString idText(qint32 id) { return QString::number(id); }
+QString idText(qint32 id) {
+    return QString::number(id);
+}
 
 // A pay date as a text keeps the form a date takes when it is turned into text.
-QString dateAsText(const QDate& d) { return dateText(QVariant(d)); }
+QString dateAsText(const QDate& d) {
+    return dateText(QVariant(d));
+}
 
 } // namespace
 
@@ -33,26 +38,24 @@ void AddnextPay(PayView& form) {
 
 void AddPayment(qint32 employeeID, QString& payDate, bool firstPay, PayView& form) {
     AppContext& app = App();
+    WriteBatch batch(app.WageDatabase);
     const EmployeeRecord& employee = app.EmployeeArray.at(app.CurrentEmployee);
     const qint32 employeeTypeID = employee.EmployeeTypeID;
     const Currency payRate = employee.PayRate;
     QString unitOfPay = employee.UnitOfPay;
-    if (unitOfPay.isEmpty())
-        unitOfPay = QStringLiteral("Hour");
+    if (unitOfPay.isEmpty()) unitOfPay = QStringLiteral("Hour");
     const QString taxCode = employee.TaxCode;
 
     float numberOfDays = 0, paysPerYear = 0, weeksPerPay = 0;
     GetPayInterval(employeeID, numberOfDays, paysPerYear, weeksPerPay);
     const qint32 lastWageID = GetLastPayID();
-    if (!IsDate(payDate))
-        GetAddDate(employeeID, payDate, paysPerYear, numberOfDays, form);
+    if (!IsDate(payDate)) GetAddDate(employeeID, payDate, paysPerYear, numberOfDays, form);
     const QString intervalName = GetIntervalName();
 
     qint32 wageID = 0;
     AddBlankWage(employeeID, payDate, payRate, wageID, intervalName, taxCode, false, Currency(), Currency(),
                  Currency());
-    if (!firstPay)
-        DefaultValuesToLastPay(wageID, lastWageID);
+    if (!firstPay) DefaultValuesToLastPay(wageID, lastWageID);
 
     Currency gross;
     AddDefaultPayments(lastWageID, wageID, gross, payRate, employeeTypeID, weeksPerPay, paysPerYear, firstPay,
@@ -64,8 +67,7 @@ void AddPayment(qint32 employeeID, QString& payDate, bool firstPay, PayView& for
 
     if (IsKiwiSaverEnrolled(employeeID)) {
         AddDefaultContribution(wageID, taxable, firstPay, employeeID, paysPerYear);
-        if (!IsDate(payDate))
-            payDate = Format(QVariant(Today()), QStringLiteral("short date"));
+        if (!IsDate(payDate)) payDate = Format(QVariant(Today()), QStringLiteral("short date"));
         form.setLabelValue(QStringLiteral("lblTaxCredit"), QVariant::fromValue(GetKiwiSaverCredit(payDate)));
     }
 
@@ -110,19 +112,17 @@ void GetPayInterval(qint32 employeeID, float& numberOfDays, float& paysPerYear, 
 void GetAddDate(qint32 employeeID, QString& payDate, float paysPerYear, float numberOfDays, PayView& form) {
     trap(QStringLiteral("GetAddDate"), [&] {
         QString base;
-        auto rs = App().WageDatabase.openRecordset(QStringLiteral("SELECT Date From Wages Where EmployeeID = ") +
-                                                       idText(employeeID) +
-                                                       QStringLiteral(" And OneOff = 0 ORDER BY Wages.Date DESC "
-                                                                      "LIMIT 1;"),
-                                                   RecordsetType::Snapshot);
+        auto rs = App().WageDatabase.openRecordset(
+            QStringLiteral("SELECT Date From Wages Where EmployeeID = ") + idText(employeeID) +
+                QStringLiteral(" And OneOff = 0 ORDER BY Wages.Date DESC "
+                               "LIMIT 1;"),
+            RecordsetType::Snapshot);
         if (!rs->EOF_()) {
             const QVariant d = rs->value(QStringLiteral("Date"));
-            if (!IsNull(d))
-                base = dateText(d);
+            if (!IsNull(d)) base = dateText(d);
         }
         rs->Close();
-        if (!IsDate(base))
-            base = form.caption(QStringLiteral("lblPayDate"));
+        if (!IsDate(base)) base = form.caption(QStringLiteral("lblPayDate"));
         if (IsDate(base)) {
             const QDate baseDate = CDate(base);
             if (numberOfDays > 0) {
@@ -140,9 +140,9 @@ void GetAddDate(qint32 employeeID, QString& payDate, float paysPerYear, float nu
 }
 
 qint32 GetLastPayID() {
-    const QVariant id = App().WageDatabase.scalar(QStringLiteral("Select WageID from Wages where EmployeeID = ") +
-                                                  idText(App().CurrentEmployeeID) +
-                                                  QStringLiteral(" AND OneOff = 0 Order by Wages.date Desc LIMIT 1"));
+    const QVariant id = App().WageDatabase.scalar(
+        QStringLiteral("Select WageID from Wages where EmployeeID = ") + idText(App().CurrentEmployeeID) +
+        QStringLiteral(" AND OneOff = 0 Order by Wages.date Desc LIMIT 1"));
     return IsNull(id) ? 0 : CLng(id);
 }
 
@@ -158,7 +158,9 @@ QString GetIntervalName() {
 void AddBlankWage(qint32 employeeID, const QString& payDate, Currency rate, qint32& wageID,
                   const QString& payInterval, const QString& taxCode, bool oneOff, Currency gross,
                   Currency paye, Currency takeHome) {
-    auto rs = App().WageDatabase.openRecordset(QStringLiteral("Wages"), RecordsetType::Dynaset);
+    // A dynaset of no rows takes the new one: the pays already there need not be read.
+    auto rs = App().WageDatabase.openRecordset(
+        QStringLiteral("SELECT * FROM Wages WHERE WageID = 0 AND WageID <> 0"), RecordsetType::Dynaset);
     rs->AddNew();
     const QDate date = IsDate(payDate) ? CDate(payDate) : Today();
     rs->setValue(QStringLiteral("Date"), QVariant(date));
@@ -181,14 +183,25 @@ void AddBlankWage(qint32 employeeID, const QString& payDate, Currency rate, qint
 
 void DefaultValuesToLastPay(qint32 newWageID, qint32 lastWageID) {
     Database& db = App().WageDatabase;
-    auto to = db.openRecordset(QStringLiteral("Wages"), RecordsetType::Dynaset);
-    auto from = db.openRecordset(QStringLiteral("Wages"), RecordsetType::Dynaset);
-    // A failed find leaves a recordset where it stood, on its first row: the copy is made all the same.
-    to->FindFirst(QStringLiteral("[WageID]=") + idText(newWageID));
-    from->FindFirst(QStringLiteral("[WageID]=") + idText(lastWageID));
-    QStringList columns{QStringLiteral("Hours"),       QStringLiteral("Gross"), QStringLiteral("TaxAllow"),
-                        QStringLiteral("TotalTaxable"), QStringLiteral("PAYE"),  QStringLiteral("NonTaxAllow"),
-                        QStringLiteral("Deductions"),   QStringLiteral("TakeHome")};
+    // Each pay's own row, found by its key, so that the time does not grow with the pays stored. A pay
+    // that is not there leaves the table's first row, as a failed find leaves a recordset where it stood:
+    // the copy is made all the same.
+    auto row = [&](qint32 wageID) {
+        auto rs = db.openRecordset(QStringLiteral("SELECT * FROM Wages WHERE [WageID]=") + idText(wageID),
+                                   RecordsetType::Dynaset);
+        if (rs->EOF_()) {
+            rs->Close();
+            rs = db.openRecordset(QStringLiteral("SELECT * FROM Wages ORDER BY WageID LIMIT 1"),
+                                  RecordsetType::Dynaset);
+        }
+        return rs;
+    };
+    auto to = row(newWageID);
+    auto from = row(lastWageID);
+    QStringList columns{QStringLiteral("Hours"),      QStringLiteral("Gross"),
+                        QStringLiteral("TaxAllow"),   QStringLiteral("TotalTaxable"),
+                        QStringLiteral("PAYE"),       QStringLiteral("NonTaxAllow"),
+                        QStringLiteral("Deductions"), QStringLiteral("TakeHome")};
     if (IsKiwiSaverEnrolled(App().CurrentEmployeeID))
         columns << QStringLiteral("KiwiSaverContribution") << QStringLiteral("ESCTDeductions");
     to->Edit();
@@ -200,10 +213,10 @@ void DefaultValuesToLastPay(qint32 newWageID, qint32 lastWageID) {
 }
 
 void FirstPayPrompt(PayView& form, const QString& employeeName) {
-    QString answer = InputBx(TranslateText(QStringLiteral("Enter date of first pay for |0|"), QStringList{employeeName}),
-                             QStringLiteral("Pay Date"), Format(QVariant(Today()), QStringLiteral("Short date")));
-    if (!IsDate(answer))
-        answer = Format(QVariant(Today()), QStringLiteral("Short date"));
+    QString answer =
+        InputBx(TranslateText(QStringLiteral("Enter date of first pay for |0|"), QStringList{employeeName}),
+                QStringLiteral("Pay Date"), Format(QVariant(Today()), QStringLiteral("Short date")));
+    if (!IsDate(answer)) answer = Format(QVariant(Today()), QStringLiteral("Short date"));
     AddPayment(App().CurrentEmployeeID, answer, true, form);
     form.refreshGrid();
 }
@@ -212,8 +225,7 @@ void RepositionPay(PayList& recordset, PayView& form, const QString& employeeNam
     trap(QStringLiteral("RepositionPay"), [&] {
         AppContext& app = App();
         if (app.ReloadingPays) {
-            if (recordset.EOF_() && recordset.BOF())
-                FirstPayPrompt(form, employeeName);
+            if (recordset.EOF_() && recordset.BOF()) FirstPayPrompt(form, employeeName);
             app.CurrentWageID = CLng(recordset.value(QStringLiteral("WageID")));
             return;
         }
@@ -235,8 +247,7 @@ void SetEmpArray(qint32 value, const QString& kind) {
     trap(QStringLiteral("SetEmpArray"), [&] {
         const bool byEmployee = kind == QLatin1String("employee");
         const bool byAddress = kind == QLatin1String("address");
-        if (!byEmployee && !byAddress)
-            return;
+        if (!byEmployee && !byAddress) return;
         AppContext& app = App();
         for (qint32 i = 0; i < app.EmployeeArray.size(); ++i) {
             const EmployeeRecord& e = app.EmployeeArray.at(i);
@@ -253,8 +264,7 @@ void SetEmpArray(qint32 value, const QString& kind) {
 void SelectCurrentEmp(const QVector<qint32>& itemData, int& listIndex) {
     trap(QStringLiteral("SelectCurrentEmp"), [&] {
         for (int i = 0; i < itemData.size(); ++i)
-            if (itemData.at(i) == App().CurrentEmployeeID)
-                listIndex = i;
+            if (itemData.at(i) == App().CurrentEmployeeID) listIndex = i;
     });
 }
 
@@ -274,14 +284,11 @@ void FillpayInfoArray(const QString& query, bool withSalary) {
         for (int i = 0; !rs->EOF_(); ++i, rs->MoveNext()) {
             const QVariant id = rs->value(0);
             const QVariant rate = rs->value(1);
-            if (!IsNull(id))
-                info[i].id = CLng(id);
-            if (!IsNull(rate))
-                info[i].rate = CSng(rate);
+            if (!IsNull(id)) info[i].id = CLng(id);
+            if (!IsNull(rate)) info[i].rate = CSng(rate);
             if (withSalary) {
                 const QVariant salary = rs->value(QStringLiteral("Salary"));
-                if (!IsNull(salary))
-                    info[i].salary = QVariant(CBool(salary));
+                if (!IsNull(salary)) info[i].salary = QVariant(CBool(salary));
             }
         }
         rs->Close();
@@ -290,15 +297,13 @@ void FillpayInfoArray(const QString& query, bool withSalary) {
 
 float GetPayInfoRate(qint32 id) {
     for (const PayInfoRecord& r : App().PayInfo)
-        if (r.id == id)
-            return r.rate;
+        if (r.id == id) return r.rate;
     return 0.0f;
 }
 
 QVariant GetPayInfoSalary(qint32 id) {
     for (const PayInfoRecord& r : App().PayInfo)
-        if (r.id == id)
-            return r.salary;
+        if (r.id == id) return r.salary;
     return QVariant();
 }
 

@@ -10,6 +10,7 @@
 #include "runtime/Convert.h"
 #include "runtime/Trap.h"
 #include <QHash>
+#include <QLocale>
 #include <QMutex>
 #include <memory>
 
@@ -163,6 +164,28 @@ EquationRow equationRow(const QString& path, qint32 taxProcessID, qint32 country
     return row;
 }
 
+// The value of an equation text on its inputs is always the same, so a value worked out once is
+// kept. Only evaluations that end normally are kept; a fault is met again at every call.
+struct EvaluationKey {
+    QString equation;
+    qint32 country;
+    qint64 amount, x;
+    float p;
+    QString decimalMark; // the numbers are written into the text with the machine's mark
+    bool operator==(const EvaluationKey& o) const {
+        return amount == o.amount && x == o.x && country == o.country && p == o.p && equation == o.equation &&
+               decimalMark == o.decimalMark;
+    }
+};
+size_t qHash(const EvaluationKey& k, size_t seed = 0) {
+    return qHashMulti(seed, k.equation, k.country, k.amount, k.x, k.p, k.decimalMark);
+}
+constexpr qsizetype EvaluationsKept = 8192;
+QHash<EvaluationKey, double>& evaluations() {
+    static QHash<EvaluationKey, double> kept;
+    return kept;
+}
+
 } // namespace
 
 Currency CountrySpecificEquation(Currency amount, float paysPerYear, qint32 taxProcessID, Currency x) {
@@ -179,6 +202,14 @@ Currency CountrySpecificEquation(Currency amount, float paysPerYear, qint32 taxP
         }
         if (row.isNull) return;
 
+        const EvaluationKey key{row.text, country, amount.raw(), x.raw(), p, QLocale().decimalPoint()};
+        {
+            QMutexLocker lock(&modulesMemoLock());
+            if (auto it = evaluations().constFind(key); it != evaluations().constEnd()) {
+                value = *it;
+                return;
+            }
+        }
         const QString expression = CountryEquationExpression(row.text, country, amount, p, x);
         if (expression.isEmpty()) return;
         if (country == InfixCountry) {
@@ -189,6 +220,9 @@ Currency CountrySpecificEquation(Currency amount, float paysPerYear, qint32 taxP
             fhCEval evaluator;
             value = evaluator.DoEvaluate(expression + QLatin1Char(' '));
         }
+        QMutexLocker lock(&modulesMemoLock());
+        if (evaluations().size() >= EvaluationsKept) evaluations().clear();
+        evaluations().insert(key, value);
     });
 
     return RoundCurrency(QVariant(value));

@@ -1,4 +1,5 @@
 #include "PayTotals.h"
+#include "WriteBatch.h"
 #include "Allowances.h"
 #include "AppContext.h"
 #include "Contributions.h"
@@ -91,6 +92,7 @@ void UpdateGridLine(PayView& form, int column, const QString& newText, int row) 
 
 // Each save is complete in itself: a save that runs inside another only repeats it.
 void SaveWageGrid(PayView& form) {
+    WriteBatch batch(App().WageDatabase);
     const QString table = detailTable(App().CurrentTab);
     if (!table.isEmpty()) {
         SaveWageXArray(form, table);

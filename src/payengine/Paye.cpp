@@ -113,7 +113,9 @@ void CalcTaxSteps(const QString& query, Currency annual, float paysPerYear, TaxD
 
 void AddTaxDetail(qint32 wageID, const TaxDetailRecord& record) {
     if (record.TaxableAmount <= Currency()) return;
-    auto rs = App().WageDatabase.openRecordset(QStringLiteral("TaxDetails"), RecordsetType::Dynaset);
+    // A dynaset of no rows takes the new one: the tax lines of other pays need not be read.
+    auto rs = App().WageDatabase.openRecordset(QStringLiteral("SELECT * FROM TaxDetails WHERE 0 = 1"),
+                                               RecordsetType::Dynaset);
     rs->AddNew();
     rs->setValue(QStringLiteral("WageID"), wageID);
     rs->setValue(QStringLiteral("PayIntervalID"), record.PayIntervalID);
