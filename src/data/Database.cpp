@@ -10,7 +10,9 @@ namespace {
 const QString kSource = QStringLiteral("DAO.Database");
 
 // A statement of transaction control: it changes no schema, so the kept statements stay.
+// Runs by itself so the kept statements stay prepared; a test's statement hook still sees it.
 void transactionControl(sqlite3* db, const QString& sql) {
+    runStatementHook(db, sql);
     const QByteArray utf8 = sql.toUtf8();
     const int rc = sqlite3_exec(db, utf8.constData(), nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK) raiseSqliteError(db, rc, sql, kSource);
