@@ -1,0 +1,35 @@
+#pragma once
+// A private session bus for a test program when none is there: a dbus-daemon of its own, started once
+// and ended with the program.
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace qltest {
+
+class PrivateBus {
+public:
+    PrivateBus() {
+        if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) return;
+        const QString daemon = QStandardPaths::findExecutable(QStringLiteral("dbus-daemon"));
+        if (daemon.isEmpty()) return;
+        m_daemon.start(daemon, {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                                QStringLiteral("--print-address=1")});
+        if (!m_daemon.waitForStarted(5000) || !m_daemon.waitForReadyRead(5000)) return;
+        qputenv("DBUS_SESSION_BUS_ADDRESS", m_daemon.readLine().trimmed());
+    }
+    ~PrivateBus() {
+        if (m_daemon.state() != QProcess::NotRunning) {
+            m_daemon.kill();
+            m_daemon.waitForFinished(2000);
+        }
+    }
+    static PrivateBus& instance() {
+        static PrivateBus bus;
+        return bus;
+    }
+
+private:
+    QProcess m_daemon;
+};
+
+} // namespace qltest
