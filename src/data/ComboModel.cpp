@@ -8,15 +8,6 @@ namespace ql {
 
 namespace {
 
-// The report form of the tax-settings procedures: a message box rather than the error dialog.
-void showSettingsError(const VbError& e, const QString& place) {
-    const QString number = QString::number(e.number());
-    ShowMessage(QStringLiteral("Description - ") + e.description() + u'(' + number +
-                    QStringLiteral(") was generated in ") + place,
-                msg::OKOnly, Firm() + QStringLiteral(" Error"), QStringLiteral("An Error has Occurred"),
-                QStringLiteral("Error ") + number, msg::Information, false);
-}
-
 bool idEquals(const QVariant& id, qint32 value) {
     return !IsNull(id) && IsNumeric(id) && CDbl(id) == double(value);
 }
@@ -52,7 +43,7 @@ void FillDaoVBCombo(const QString& sql, ComboModel& combo, Database& database, q
         if (!keepSelection && combo.count() > 0 && marked >= 0) combo.setSelectedIndex(marked);
         rs->Close();
     } catch (const VbError& e) {
-        showSettingsError(e, QStringLiteral("CommonCode.DAOVBCombo FillDaoVBCombo"));
+        ShowSettingsError(e, QStringLiteral("CommonCode.DAOVBCombo FillDaoVBCombo"));
     }
 }
 
