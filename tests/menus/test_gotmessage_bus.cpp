@@ -46,12 +46,7 @@ QString gdbus(const QStringList& args) {
 } // namespace
 
 TEST(AddressBookReport, GotMessageFromAnotherProcessReachesTheMainScreen) {
-    static const bool own = [] {
-        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-        qltest::PrivateBus::instance();
-        return true;
-    }();
-    (void)own;
+    qltest::PrivateBus::own();
     if (QStandardPaths::findExecutable(QStringLiteral("gdbus")).isEmpty())
         GTEST_SKIP() << "gdbus is not installed";
     QString reason;

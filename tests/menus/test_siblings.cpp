@@ -34,12 +34,7 @@ bool waitUntil(const std::function<bool()>& done) {
 } // namespace
 
 TEST(Siblings, ARunningAddressBookIsAskedToComeForward) {
-    static const bool own = [] {
-        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-        qltest::PrivateBus::instance();
-        return true;
-    }();
-    (void)own;
+    qltest::PrivateBus::own();
     if (!QDBusConnection::sessionBus().isConnected())
         GTEST_SKIP() << "no session bus and no dbus-daemon to start one";
     EXPECT_EQ(ql::siblingService(QStringLiteral("Address Book")), QStringLiteral("nz.fernhold.AddressBook"));

@@ -23,6 +23,16 @@ public:
             m_daemon.waitForFinished(2000);
         }
     }
+    // A bus of this program's own even when the environment names one, so that parallel runs never
+    // meet on a shared bus; the first call of the program decides.
+    static PrivateBus& own() {
+        static const bool unset = [] {
+            qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+            return true;
+        }();
+        (void)unset;
+        return instance();
+    }
     static PrivateBus& instance() {
         static PrivateBus bus;
         return bus;
