@@ -9,7 +9,7 @@ packages=(
     libsqlite3-dev sqlite3
     libgtest-dev libgmock-dev googletest libbenchmark-dev
     clang libclang-rt-14-dev
-    dbus dbus-x11 libglib2.0-bin xvfb xauth fonts-dejavu-core poppler-utils locales tzdata
+    dbus dbus-x11 libglib2.0-bin xvfb xauth xdotool fonts-dejavu-core poppler-utils locales tzdata
 )
 
 missing=()
