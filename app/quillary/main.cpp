@@ -7,6 +7,7 @@
 #include "ledger/frmWage.h"
 #include "payengine/AppContext.h"
 #include "runtime/VbError.h"
+#include "taxsettings/frmPayeInfo.h"
 #include <QApplication>
 #include <QMessageBox>
 
@@ -18,6 +19,7 @@ int main(int argc, char** argv) {
     ql::QtDialogs dialogs;
     ql::setDialogs(&dialogs);
     ql::installErrorReporter();
+    ql::installPayeInfoDialog(); // the tax settings dialog that the wage account checks open
     ql::setMainFormFactory([] { return std::make_unique<ql::WageMainForm>(); });
 
     // A start by the bus carries no command line; the client calls ReadySetGo.

@@ -120,6 +120,17 @@ void addEmployees(Database& wage) {
                });
 }
 
+// The accounts, tax office and payment method of the demo's postings, and commits that post: a pay
+// of the demo can be committed to the cashbook at once.
+void addCashbookSettings(Database& wage, Database& farm) {
+    if (farm.scalar(QStringLiteral("SELECT count(*) FROM PayeInfo")).toInt() == 0)
+        farm.execute(QStringLiteral("INSERT INTO PayeInfo (PAYEAccount) VALUES (NULL)"));
+    farm.execute(QStringLiteral("UPDATE PayeInfo SET PAYEAccount = 401002, WageAccount = 401001, PaymentAccount = "
+                                "401005, AdjustAccount = 401008, PAYEFreq = 1, PAYEStart = '2026-04-01', "
+                                "PAYENonCash = 1, PAYEAddressID = 1"));
+    wage.execute(QStringLiteral("UPDATE WageInfo SET Cashbook = 1"));
+}
+
 } // namespace
 
 bool readyForDemo(Database& wage, Database& farm) {
@@ -134,6 +145,7 @@ void addDemoFarm(Database& wage, Database& farm) {
         addAddresses(farm);
         addEmployerDetails(farm);
         addEmployees(wage);
+        addCashbookSettings(wage, farm);
         wage.commitTrans();
         farm.commitTrans();
     } catch (...) {

@@ -416,8 +416,14 @@ TEST_F(SchemaTest, TemplateFarmRows) {
         periods->MoveNext();
     }
     EXPECT_EQ(months, QList<int>({1, 2, 6}));
-    for (const char* t : {"PayeInfo", "Transactions", "TransactionDetails", "Addresses"})
+    for (const char* t : {"Transactions", "TransactionDetails", "Addresses"})
         EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM %1").arg(t)).toInt(), 0) << t;
+    // PayeInfo: one row, no account chosen yet.
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM PayeInfo")).toInt(), 1);
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM PayeInfo WHERE WageAccount IS NULL AND PAYEAccount "
+                                         "IS NULL AND PaymentAccount IS NULL AND AdjustAccount IS NULL"))
+                  .toInt(),
+              1);
 }
 
 TEST_F(SchemaTest, TemplateModulesRows) {
