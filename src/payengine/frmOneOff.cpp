@@ -3,9 +3,9 @@
 #include "frame/Messages.h"
 #include "frame/OpenForms.h"
 #include "runtime/Trap.h"
+#include "ui/FHDatePicker.h"
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
+#include <QToolButton>
 
 namespace ql {
 
@@ -54,11 +55,10 @@ frmOneOff::frmOneOff(const QVariant& date, QWidget* parent) : QDialog(parent) {
     }
     m_text1[1]->setAlignment(Qt::AlignRight);
     m_text1[2]->setAlignment(Qt::AlignRight);
-    m_picker = new QDateEdit(this);
+    m_picker = new FHDatePicker(this);
     m_picker->setObjectName(QStringLiteral("FHDatePicker"));
     m_picker->setAccessibleName(QStringLiteral("Pick the date"));
-    m_picker->setCalendarPopup(true);
-    m_picker->setDisplayFormat(QStringLiteral("d MMM yyyy"));
+    m_picker->textBox()->setAccessibleName(QStringLiteral("Picked date"));
     m_cmbPayName = new QComboBox(this);
     m_cmbPayName->setObjectName(QStringLiteral("cmbPayName"));
     m_cmbPayName->setAccessibleName(QStringLiteral("Payment Type"));
@@ -118,9 +118,9 @@ frmOneOff::frmOneOff(const QVariant& date, QWidget* parent) : QDialog(parent) {
     showState();
     m_text1[0]->setFocus();
 
-    connect(m_picker, &QDateEdit::dateChanged, this, [this](const QDate& d) {
+    connect(m_picker, &FHDatePicker::DateChanged, this, [this](const QDateTime&, const QDateTime& d) {
         if (m_showing) return;
-        act("FHDatePicker_Change", [&] { m_form.picker_Change(d); });
+        act("FHDatePicker_Change", [&] { m_form.picker_Change(d.date()); });
         showState();
     });
     connect(m_cmbPayName, &QComboBox::currentIndexChanged, this, [this](int i) {

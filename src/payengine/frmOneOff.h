@@ -6,12 +6,12 @@
 #include <QDialog>
 
 class QComboBox;
-class QDateEdit;
 class QLineEdit;
 class QPushButton;
 
 namespace ql {
 
+class FHDatePicker;
 class PayView;
 
 class frmOneOff : public QDialog {
@@ -46,7 +46,7 @@ private:
 
     OneOffForm m_form;
     QLineEdit* m_text1[3] = {};
-    QDateEdit* m_picker = nullptr; // stands in for the suite's date picker control
+    FHDatePicker* m_picker = nullptr;
     QComboBox* m_cmbPayName = nullptr;
     QComboBox* m_cmbTaxType = nullptr;
     QPushButton* m_cmdOK = nullptr;

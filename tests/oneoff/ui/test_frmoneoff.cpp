@@ -1,6 +1,7 @@
 // The one-off dialog on the screen, offscreen: its controls, the keyboard, how it closes, and a picture.
 #include "../OneOffFixture.h"
 #include "payengine/frmOneOff.h"
+#include "ui/FHDatePicker.h"
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -70,8 +71,27 @@ TEST_F(OneOffDialogTest, ControlsHaveNamesAndAccessKeys) {
 
 TEST_F(OneOffDialogTest, ThePickerWritesTheDateBox) {
     ql::frmOneOff d(kBonus());
+    auto* picker = qobject_cast<ql::FHDatePicker*>(d.picker());
+    ASSERT_NE(picker, nullptr);
+    EXPECT_EQ(picker->text(), QStringLiteral("10 Apr 2026"));
     d.setPickerDate(QDate(2026, 12, 24));
     EXPECT_EQ(d.text1(0)->text(), QStringLiteral("24/12/2026"));
+    // Typed into the picker's own box and confirmed with Enter.
+    activate(d);
+    picker->textBox()->setFocus();
+    picker->textBox()->setText(QStringLiteral("3/01/2027"));
+    key(picker->textBox(), Qt::Key_Return);
+    EXPECT_EQ(d.pickerDate(), QDate(2027, 1, 3));
+    EXPECT_EQ(d.text1(0)->text(), QStringLiteral("3/01/2027"));
+    // A day clicked on its calendar.
+    picker->openDropDown();
+    int cell = -1;
+    for (int i = 0; i < picker->cells().size(); ++i)
+        if (picker->cells().at(i).date == QDate(2027, 1, 20)) cell = i;
+    ASSERT_GE(cell, 0);
+    picker->clickDay(cell);
+    if (picker->DropDownOpen()) picker->pressOK();
+    EXPECT_EQ(d.text1(0)->text(), QStringLiteral("20/01/2027"));
 }
 
 TEST_F(OneOffDialogTest, ByKeyboardTheAmountLeadsToOKAndTheTitleBarCloseMakesThePay) {
