@@ -65,24 +65,29 @@ QMenu* buildTitleMenu(int button, const TitleMenus& entries, MenuHost& host, QWi
     return menu;
 }
 
-TitleMenuBar::TitleMenuBar(QWidget* form, const std::array<QPushButton*, 4>& buttons, qint32 screen)
+TitleMenuBar::TitleMenuBar(QWidget* form, const std::array<QAbstractButton*, 4>& buttons, TitleInput input,
+                           qint32 screen)
     : QObject(form), m_form(form), m_buttons(buttons), m_screen(screen) {
     m_entries = BuildTitleMenus();
     for (int i = 0; i < 4; ++i) {
         m_menus[i] = buildTitleMenu(i, m_entries, *this, form);
-        if (QPushButton* b = m_buttons[i]) {
+        if (QAbstractButton* b = m_buttons[i]) {
             if (b->accessibleName().isEmpty()) b->setAccessibleName(QString::fromLatin1(kButtonNames[i]));
-            connect(b, &QPushButton::clicked, this, [this, i] { titleClick(i); });
+            if (input == TitleInput::Bar)
+                connect(b, &QAbstractButton::clicked, this, [this, i] { titleClick(i); });
         }
     }
-    const char keys[] = {'M', 'T', 'R', 'H'};
-    for (char k : keys) {
-        auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(k)), form);
-        shortcut->setContext(Qt::WindowShortcut);
-        connect(shortcut, &QShortcut::activated, this, [this, k] {
-            if (beforeTitleClick) skipErrors(beforeTitleClick);
-            FormKeyDown(k, true, *this);
-        });
+    // The form's own binding of Ctrl+M/T/R/H must stay the only one: a second would make the keys
+    // ambiguous, and neither would fire.
+    if (input == TitleInput::Bar) {
+        for (char k : {'M', 'T', 'R', 'H'}) {
+            auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key(k)), form);
+            shortcut->setContext(Qt::WindowShortcut);
+            connect(shortcut, &QShortcut::activated, this, [this, k] {
+                if (beforeTitleClick) skipErrors(beforeTitleClick);
+                FormKeyDown(k, true, *this);
+            });
+        }
     }
     auto* f1 = new QShortcut(QKeySequence(Qt::Key_F1), form);
     f1->setContext(Qt::WindowShortcut);
@@ -96,7 +101,7 @@ QString TitleMenuBar::title() const {
 
 void TitleMenuBar::popupTitleMenu(int button) {
     QMenu* menu = m_menus.at(button);
-    QPushButton* b = m_buttons.at(button);
+    QAbstractButton* b = m_buttons.at(button);
     const QPoint below = b ? b->mapToGlobal(QPoint(0, b->height())) : m_form->mapToGlobal(QPoint(0, 0));
     menu->popup(below);
     if (!menu->actions().isEmpty()) menu->setActiveAction(menu->actions().first());
@@ -121,6 +126,12 @@ bool TitleMenuBar::eventFilter(QObject* watched, QEvent* event) {
 TitleMenuBar* attachTitleMenus(QWidget* form, QPushButton* const buttons[4]) {
     installDesktopMenuServices();
     return new TitleMenuBar(form, {buttons[0], buttons[1], buttons[2], buttons[3]});
+}
+
+TitleMenuBar* attachTitleMenus(QWidget* form, const std::array<QAbstractButton*, 4>& buttons,
+                               TitleInput input) {
+    installDesktopMenuServices();
+    return new TitleMenuBar(form, buttons, input);
 }
 
 } // namespace ql
