@@ -2,31 +2,10 @@
 #include "MenusFixture.h"
 #include "SessionBus.h"
 #include "startup/ObjectServer.h"
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTimer>
 
 using namespace qltest;
-
-namespace {
-
-// Waits, with the event loop running, until the text has something matching or the time is up.
-bool waitFor(QProcess& p, QString& seen, const QString& wanted, int ms) {
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms) {
-        QEventLoop loop;
-        QTimer::singleShot(50, &loop, &QEventLoop::quit);
-        loop.exec();
-        seen += QString::fromUtf8(p.readAllStandardOutput());
-        if (seen.contains(wanted)) return true;
-    }
-    return false;
-}
-
-} // namespace
 
 class MenuSelectOnTheBus : public MenusTest {
 protected:
@@ -52,7 +31,7 @@ protected:
                       {QStringLiteral("monitor"), QStringLiteral("--session"), QStringLiteral("--dest"),
                        ql::ServiceName, QStringLiteral("--object-path"), ql::WageObjectPath});
         const bool ok =
-            monitor.waitForStarted(5000) && waitFor(monitor, seen, QStringLiteral("owned by"), 10000);
+            monitor.waitForStarted(5000) && waitForOutput(monitor, seen, QStringLiteral("owned by"), 10000);
         if (!ok) seen += QString::fromUtf8(monitor.readAllStandardError());
         return ok;
     }
@@ -65,12 +44,12 @@ TEST_F(MenuSelectOnTheBus, AModuleChoiceReachesAnotherProcessWithTheHelpNumbers)
     ql::BuildTitleMenus();
     ql::ScreenActivated(form, ql::MainScreenNumber);
     ql::mnu_modules_Click(QStringLiteral("Cashbook"));
-    EXPECT_TRUE(waitFor(monitor, seen, QStringLiteral("MenuSelect ('Cashbook', 7000, 7001)"), 10000))
+    EXPECT_TRUE(waitForOutput(monitor, seen, QStringLiteral("MenuSelect ('Cashbook', 7000, 7001)"), 10000))
         << seen.toStdString();
     // Ctrl+R: the reports of this module, by the form's title.
     form.formTitle = QStringLiteral("Quillary");
     ql::FormKeyDown('R', true, form);
-    EXPECT_TRUE(waitFor(monitor, seen, QStringLiteral("MenuSelect ('Quillary', 7000, 7001)"), 10000))
+    EXPECT_TRUE(waitForOutput(monitor, seen, QStringLiteral("MenuSelect ('Quillary', 7000, 7001)"), 10000))
         << seen.toStdString();
 }
 
@@ -78,7 +57,7 @@ TEST_F(MenuSelectOnTheBus, AChoiceWithNoClientHoldingTheObjectStillGoesOut) {
     connector.reset();
     ASSERT_TRUE(listen()) << seen.toStdString();
     ql::mnu_tools_Click(QStringLiteral("Backup Data"));
-    EXPECT_TRUE(waitFor(monitor, seen, QStringLiteral("MenuSelect ('Backup Data', 0, 0)"), 10000))
+    EXPECT_TRUE(waitForOutput(monitor, seen, QStringLiteral("MenuSelect ('Backup Data', 0, 0)"), 10000))
         << seen.toStdString();
     EXPECT_EQ(app.ConnectorCount, 0);
 }

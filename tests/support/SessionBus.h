@@ -1,8 +1,11 @@
 #pragma once
 // A private session bus for a test program when none is there: a dbus-daemon of its own, started once
 // and ended with the program.
+#include <QElapsedTimer>
+#include <QEventLoop>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTimer>
 
 namespace qltest {
 
@@ -41,5 +44,20 @@ public:
 private:
     QProcess m_daemon;
 };
+
+// Waits, with the event loop running, until what a process printed (gathered in seen) holds wanted,
+// or the time is up.
+inline bool waitForOutput(QProcess& p, QString& seen, const QString& wanted, int ms) {
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < ms) {
+        QEventLoop loop;
+        QTimer::singleShot(50, &loop, &QEventLoop::quit);
+        loop.exec();
+        seen += QString::fromUtf8(p.readAllStandardOutput());
+        if (seen.contains(wanted)) return true;
+    }
+    return false;
+}
 
 } // namespace qltest
