@@ -19,6 +19,20 @@ const QStringList kLabels{QStringLiteral("lblPayDate"),   QStringLiteral("lblGro
 
 } // namespace
 
+Session::Session() {
+    ql::setApp(&context);
+    dialogs.setEcho([](const QString& line) { err() << line << "\n"; });
+    ql::setDialogs(&dialogs);
+    ql::installErrorReporter();
+    ql::OpenWageDatabase();
+}
+
+Session::~Session() {
+    ql::CloseWageDatabase();
+    ql::setDialogs(nullptr);
+    ql::setApp(nullptr);
+}
+
 PayScreen::PayScreen(qint32 wage) : wageID(wage) {
     ql::setApp(&context);
     dialogs.setEcho([](const QString& line) { err() << line << "\n"; });

@@ -9,6 +9,16 @@
 
 namespace cli {
 
+// The program's state for one command: the context, the dialogs that answer every prompt with its
+// default and tell it on standard error, and the payroll database.
+class Session {
+public:
+    Session();
+    ~Session();
+    ql::AppContext context;
+    ql::ScriptedDialogs dialogs;
+};
+
 // The program's state for one command, and the wage screen standing on the pay wageID of its
 // employee. Dialogs answer with their default (Yes, OK) unless answers are queued, and tell each call
 // on standard error.

@@ -29,25 +29,7 @@ qint32 idArgument(const QString& text) {
     return id;
 }
 
-// The program's state for one command: the context, the dialogs that answer every prompt with its
-// default and tell it on standard error, and the payroll database.
-class Session {
-public:
-    Session() {
-        ql::setApp(&context);
-        dialogs.setEcho([](const QString& line) { cli::err() << line << "\n"; });
-        ql::setDialogs(&dialogs);
-        ql::installErrorReporter();
-        ql::OpenWageDatabase();
-    }
-    ~Session() {
-        ql::CloseWageDatabase();
-        ql::setDialogs(nullptr);
-        ql::setApp(nullptr);
-    }
-    ql::AppContext context;
-    ql::ScriptedDialogs dialogs;
-};
+using cli::Session;
 
 QString payJson(ql::Database& db, qint32 wageID) {
     auto wage = db.openRecordset(QStringLiteral("SELECT * FROM Wages WHERE WageID = %1").arg(wageID),

@@ -1,5 +1,6 @@
 // The desktop program: the suite's menu starts it with a title on its command line, or through the
 // session bus (bus activation), where ReadySetGo gives the title.
+#include "WireMenusAndOneOff.h"
 #include "frame/Messages.h"
 #include "frame/QtDialogs.h"
 #include "ledger/frmWage.h"
@@ -60,7 +61,11 @@ int main(int argc, char** argv) {
     ql::installPayeInfoDialog(); // the tax settings dialog that the wage account checks open
     ql::installReportScreens();  // prints show the report screen, its preview and the print dialog
     ql::installPaySlipPrint();   // a commit's "Generate pay slip" prints the report's payslip
-    ql::setMainFormFactory([] { return std::make_unique<ql::WageMainForm>(); });
+    ql::setMainFormFactory([] {
+        auto f = std::make_unique<ql::WageMainForm>();
+        ql::wireMenusAndOneOff(*f->widget()); // title menus, one-off pay, rebates
+        return f;
+    });
 
     // A start by the bus carries no command line; the client calls ReadySetGo.
     const bool byBus = qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE");

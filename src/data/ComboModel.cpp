@@ -6,14 +6,6 @@
 
 namespace ql {
 
-void showSettingsError(const VbError& e, const QString& place) {
-    const QString number = QString::number(e.number());
-    ShowMessage(QStringLiteral("Description - ") + e.description() + u'(' + number +
-                    QStringLiteral(") was generated in ") + place,
-                msg::OKOnly, Firm() + QStringLiteral(" Error"), QStringLiteral("An Error has Occurred"),
-                QStringLiteral("Error ") + number, msg::Information, false);
-}
-
 namespace {
 
 bool idEquals(const QVariant& id, qint32 value) {
@@ -51,7 +43,7 @@ void FillDaoVBCombo(const QString& sql, ComboModel& combo, Database& database, q
         if (!keepSelection && combo.count() > 0 && marked >= 0) combo.setSelectedIndex(marked);
         rs->Close();
     } catch (const VbError& e) {
-        showSettingsError(e, QStringLiteral("CommonCode.DAOVBCombo FillDaoVBCombo"));
+        ShowSettingsError(e, QStringLiteral("CommonCode.DAOVBCombo FillDaoVBCombo"));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "PayeInfo.h"
 #include "ComboModel.h"
 #include "Recordset.h"
+#include "frame/Messages.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Trap.h"
@@ -57,7 +58,7 @@ QVariant LoadPayeInfo(Database& db, const QString& column, const QVariant& defau
         if (lengthOf(result) == 0) result = defaultValue;
     });
     step(last, [&] { opened(rs).Close(); });
-    if (last) showSettingsError(*last, QStringLiteral("commoncode.payeinfo"));
+    if (last) ShowSettingsError(*last, QStringLiteral("commoncode.payeinfo"));
     return result;
 }
 
@@ -91,7 +92,7 @@ void SavePayeInfo(Database& db, const QString& column, const QVariant& value) {
     });
     step(last, [&] { opened(rs).Update(); });
     step(last, [&] { opened(rs).Close(); });
-    if (last && last->number() > 0) showSettingsError(*last, QStringLiteral("commoncode.savepayeinfo"));
+    if (last && last->number() > 0) ShowSettingsError(*last, QStringLiteral("commoncode.savepayeinfo"));
 }
 
 void setPayeInfoDialog(PayeInfoDialog dialog) {

@@ -1,5 +1,6 @@
 #include "Messages.h"
 #include "ScriptedDialogs.h"
+#include "SettingGetters.h"
 #include "runtime/Trap.h"
 
 namespace ql {
@@ -60,6 +61,14 @@ long ErrNumber() {
 }
 void setErrNumber(long number) {
     currentErrNumber() = number;
+}
+
+void ShowSettingsError(const VbError& e, const QString& place) {
+    const QString number = QString::number(e.number());
+    ShowMessage(QStringLiteral("Description - ") + e.description() + u'(' + number + QStringLiteral(") was generated in ") +
+                    place,
+                msg::OKOnly, Firm() + QStringLiteral(" Error"), QStringLiteral("An Error has Occurred"),
+                QStringLiteral("Error ") + number, msg::Information, false);
 }
 
 QString ProgramName() {

@@ -22,6 +22,10 @@ void ReportError(const QString& description, const QString& source, const QStrin
 void ReportError(const VbError& e, const QString& location, const QString& title = QString(),
                  bool flag = true);
 
+// The report form of the tax-settings procedures: a message box rather than the error dialog, with
+// "Description - ", the description, the number in brackets and " was generated in " + place.
+void ShowSettingsError(const VbError& e, const QString& place);
+
 // The runtime's current error number, as a handler sees it.
 long ErrNumber();
 void setErrNumber(long number);

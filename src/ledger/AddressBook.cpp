@@ -1,5 +1,6 @@
 #include "AddressBook.h"
 #include "frame/Settings.h"
+#include "frame/Siblings.h"
 #include "payengine/AppContext.h"
 #include <QFileInfo>
 #include <QProcess>
@@ -27,9 +28,12 @@ void LaunchAddressBook(qint32 a, qint32 b, bool c, bool d) {
     const QFileInfo program(addressBookPath());
     if (!program.exists() || !program.isExecutable()) return;
     if (app.AddressBookWindow != 0) {
-        // Our address book's "window" is its process: when it still runs it is brought forward by the
-        // desktop itself; a closed one is started again.
-        if (processAlive(app.AddressBookProcess) && app.AddressBookProcess == app.AddressBookWindow) return;
+        // Our address book's "window" is its process: when it still runs it is brought forward; a
+        // closed one is started again.
+        if (processAlive(app.AddressBookProcess) && app.AddressBookProcess == app.AddressBookWindow) {
+            ActivateApp(QStringLiteral("Address Book"), app.AddressBookWindow);
+            return;
+        }
     }
     const QString argument = QString::number(a) + QLatin1Char(',') + QString::number(b) + QLatin1Char(',') +
                              (c ? QStringLiteral("True") : QStringLiteral("False")) + QLatin1Char(',') +

@@ -16,7 +16,9 @@
 namespace ql {
 
 namespace {
-QString errorName(long number) { return ServiceName + QStringLiteral(".Error.E") + QString::number(number); }
+QString errorName(long number) {
+    return ServiceName + QStringLiteral(".Error.E") + QString::number(number);
+}
 
 // The connectors held by the bus's clients, each released when its client leaves the bus.
 class ConnectorObject : public QObject, protected QDBusContext {
@@ -42,19 +44,17 @@ public:
 public slots:
     QDBusObjectPath Connect() {
         const QString client = calledFromDBus() ? message().service() : QString();
-        if (!client.isEmpty() && !m_held.count(client))
-            m_watcher.addWatchedService(client);
+        if (!client.isEmpty() && !m_held.count(client)) m_watcher.addWatchedService(client);
         m_held[client].push_back(std::make_unique<qlConnector>());
+        relayMenuSelect(TheWageObject());
         return Quillary();
     }
     void Release() {
         const QString client = calledFromDBus() ? message().service() : QString();
         auto it = m_held.find(client);
-        if (it == m_held.end() || it->second.empty())
-            return;
+        if (it == m_held.end() || it->second.empty()) return;
         it->second.pop_back();
-        if (it->second.empty())
-            dropClient(client);
+        if (it->second.empty()) dropClient(client);
     }
 
 private:
@@ -90,8 +90,7 @@ public slots:
         run([](PHWage& w) { w.Finish(); });
     }
     void GotMessage(int addressID) {
-        if (MainForm* form = mainForm())
-            skipErrors([&] { form->GotMessage(addressID); });
+        if (MainForm* form = mainForm()) skipErrors([&] { form->GotMessage(addressID); });
     }
 
 signals:
@@ -100,24 +99,25 @@ signals:
 private:
     template <class F> void run(F&& body) {
         std::unique_ptr<qlConnector> hold;
-        if (!TheWageObject())
-            hold = std::make_unique<qlConnector>();
+        if (!TheWageObject()) hold = std::make_unique<qlConnector>();
         PHWage* w = TheWageObject();
-        if (m_wired != w) {
-            connect(w, &PHWage::MenuSelect, this,
-                    [this](const QString& n, qint32 h, qint32 a) { emit MenuSelect(n, h, a); });
-            m_wired = w;
-        }
+        relay(w);
         try {
             body(*w);
         } catch (const VbError& e) {
-            if (calledFromDBus())
-                sendErrorReply(errorName(e.number()), e.description());
+            if (calledFromDBus()) sendErrorReply(errorName(e.number()), e.description());
         }
-        if (hold)
-            m_wired = nullptr;
     }
-    PHWage* m_wired = nullptr;
+
+public:
+    void relay(PHWage* w) {
+        if (w) connect(w, &PHWage::MenuSelect, this, &WageObject::forwardMenuSelect, Qt::UniqueConnection);
+    }
+
+private slots:
+    void forwardMenuSelect(const QString& name, qint32 helpContext, qint32 helpAltContext) {
+        emit MenuSelect(name, helpContext, helpAltContext);
+    }
 };
 
 struct Server {
@@ -131,12 +131,10 @@ std::unique_ptr<Server>& server() {
 } // namespace
 
 bool startObjectServer(QString* reason) {
-    if (server())
-        return true;
+    if (server()) return true;
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
-        if (reason)
-            *reason = QStringLiteral("No session bus: ") + bus.lastError().message();
+        if (reason) *reason = QStringLiteral("No session bus: ") + bus.lastError().message();
         return false;
     }
     auto s = std::make_unique<Server>();
@@ -146,14 +144,14 @@ bool startObjectServer(QString* reason) {
                        QDBusConnection::ExportAllProperties;
     if (!bus.registerObject(ConnectorPath, s->connector.get(), flags) ||
         !bus.registerObject(WageObjectPath, s->wage.get(), flags)) {
-        if (reason)
-            *reason = QStringLiteral("The object paths are taken on the session bus.");
+        if (reason) *reason = QStringLiteral("The object paths are taken on the session bus.");
         bus.unregisterObject(ConnectorPath);
         return false;
     }
     if (!bus.registerService(ServiceName)) {
         if (reason)
-            *reason = QStringLiteral("The name ") + ServiceName + QStringLiteral(" is taken: ") + bus.lastError().message();
+            *reason = QStringLiteral("The name ") + ServiceName + QStringLiteral(" is taken: ") +
+                      bus.lastError().message();
         bus.unregisterObject(ConnectorPath);
         bus.unregisterObject(WageObjectPath);
         return false;
@@ -163,8 +161,7 @@ bool startObjectServer(QString* reason) {
 }
 
 void stopObjectServer() {
-    if (!server())
-        return;
+    if (!server()) return;
     QDBusConnection bus = QDBusConnection::sessionBus();
     bus.unregisterService(ServiceName);
     bus.unregisterObject(ConnectorPath);
@@ -172,7 +169,13 @@ void stopObjectServer() {
     server().reset();
 }
 
-int busClientCount() { return server() ? server()->connector->clients() : 0; }
+void relayMenuSelect(PHWage* object) {
+    if (server()) server()->wage->relay(object);
+}
+
+int busClientCount() {
+    return server() ? server()->connector->clients() : 0;
+}
 
 } // namespace ql
 

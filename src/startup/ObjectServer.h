@@ -18,4 +18,8 @@ void stopObjectServer();
 // How many clients hold a connector through the bus.
 int busClientCount();
 
+class PHWage;
+// Sends the object's MenuSelect on to the bus as the signal of /PHWage; nothing without the server.
+void relayMenuSelect(PHWage* object);
+
 } // namespace ql

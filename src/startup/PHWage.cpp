@@ -1,6 +1,7 @@
 #include "PHWage.h"
-#include "ledger/Roster.h"
+#include "Menus.h"
 #include "Startup.h"
+#include "ledger/Roster.h"
 #include "payengine/AppContext.h"
 #include "runtime/Trap.h"
 #include <QCoreApplication>
@@ -10,8 +11,8 @@ namespace ql {
 namespace {
 // The object server's procedures hand an error on with their name in front of the description.
 [[noreturn]] void raiseAgain(const VbError& e, const QString& procedure) {
-    throw VbError(e.number(), e.source(), QStringLiteral("Quillary - ") + procedure + QStringLiteral("\r\n") +
-                                              e.description());
+    throw VbError(e.number(), e.source(),
+                  QStringLiteral("Quillary - ") + procedure + QStringLiteral("\r\n") + e.description());
 }
 } // namespace
 
@@ -38,7 +39,24 @@ QString PHWage::CheckEmployees() {
     }
 }
 
-void PHWage::Finish() { skipErrors([] { UnloadAllForms(); }); }
+void PHWage::Finish() {
+    skipErrors([] { UnloadAllForms(); });
+}
+
+void PHWage::SwitchModules(const QString& name) {
+    try {
+        if (m_startMenu == 0) m_switching = true;
+        hourglass(true);
+        AppContext& app = App();
+        QString n = name;
+        qint32 help = app.HelpContextID;
+        qint32 alt = app.HelpAltContextID;
+        raiseMenuSelect(n, help, alt);
+        hourglass(false);
+    } catch (const VbError& e) {
+        raiseAgain(e, QStringLiteral("SwitchModules")); // the pointer stays as it was set
+    }
+}
 
 void PHWage::raiseMenuSelect(QString& name, qint32& helpContext, qint32& helpAltContext) {
     emit MenuSelect(name, helpContext, helpAltContext);
@@ -46,8 +64,7 @@ void PHWage::raiseMenuSelect(QString& name, qint32& helpContext, qint32& helpAlt
 
 qlConnector::qlConnector() {
     AppContext& app = App();
-    if (!app.TheWageObject)
-        app.TheWageObject = new PHWage;
+    if (!app.TheWageObject) app.TheWageObject = new PHWage;
     ++app.ConnectorCount;
 }
 
@@ -60,8 +77,12 @@ qlConnector::~qlConnector() {
     }
 }
 
-PHWage* qlConnector::Quillary() const { return TheWageObject(); }
+PHWage* qlConnector::Quillary() const {
+    return TheWageObject();
+}
 
-PHWage* TheWageObject() { return qobject_cast<PHWage*>(App().TheWageObject); }
+PHWage* TheWageObject() {
+    return qobject_cast<PHWage*>(App().TheWageObject);
+}
 
 } // namespace ql

@@ -20,8 +20,10 @@ public:
     // Unloads every open form; failing steps are skipped.
     void Finish();
 
-    // For this program only: set StartMenu and raise MenuSelect.
+    // For this program only: set StartMenu, then SwitchModules raises MenuSelect with the help numbers
+    // of the active screen. Errors come back with "Quillary - SwitchModules" in front.
     void setStartMenu(qint32 value) { m_startMenu = value; }
+    void SwitchModules(const QString& name);
     void raiseMenuSelect(QString& name, qint32& helpContext, qint32& helpAltContext);
     bool switching() const { return m_switching; }
     void setSwitching(bool value) { m_switching = value; }

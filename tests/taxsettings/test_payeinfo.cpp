@@ -5,6 +5,7 @@
 #include "frame/Settings.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
+#include "runtime/VbError.h"
 #include "taxsettings/PayeHelp.h"
 #include "taxsettings/PayeInfoForm.h"
 #include <gtest/gtest.h>
