@@ -1,6 +1,7 @@
 #include "frmPayRun.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
+#include "frmPaydayFiles.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 #include <QApplication>
@@ -67,9 +68,11 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     cmdAddPays->setAccessibleName(QStringLiteral("Add the missing pays"));
     cmdOpen = new QPushButton(QStringLiteral("Open in &ledger"), this);
     cmdOpen->setAccessibleName(QStringLiteral("Open the selected pay in the wage ledger"));
+    cmdFiles = new QPushButton(QStringLiteral("Payday &files..."), this);
+    cmdFiles->setAccessibleName(QStringLiteral("Payday filing and bank files of the run"));
     auto* cmdClose = new QPushButton(QStringLiteral("&Close"), this);
     cmdClose->setAccessibleName(QStringLiteral("Close"));
-    for (QPushButton* b : {cmdPropose, cmdAddPays, cmdOpen, cmdClose})
+    for (QPushButton* b : {cmdPropose, cmdAddPays, cmdOpen, cmdFiles, cmdClose})
         b->setAutoDefault(false);
 
     auto* top = new QHBoxLayout;
@@ -82,6 +85,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     bottom->addStretch();
     bottom->addWidget(cmdOpen);
     bottom->addWidget(cmdAddPays);
+    bottom->addWidget(cmdFiles);
     bottom->addWidget(cmdClose);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
@@ -91,7 +95,8 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     setTabOrder(cmdPropose, tgrdRun);
     setTabOrder(tgrdRun, cmdOpen);
     setTabOrder(cmdOpen, cmdAddPays);
-    setTabOrder(cmdAddPays, cmdClose);
+    setTabOrder(cmdAddPays, cmdFiles);
+    setTabOrder(cmdFiles, cmdClose);
     resize(760, 360);
 
     connect(cmdPropose, &QPushButton::clicked, this, [this] { propose(); });
@@ -102,6 +107,12 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
         if (row < 0 || row >= m_items.size() || !openInLedger) return;
         openInLedger(m_items.at(row).employeeID, m_items.at(row).wageID);
         propose();
+    });
+    connect(cmdFiles, &QPushButton::clicked, this, [this] {
+        // The files go by payment date; the run's pays are paid on its date.
+        frmPaydayFiles files(m_wage, this);
+        files.dtpPaymentDate->setDate(dtpRunDate->date());
+        files.exec();
     });
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
     propose();

@@ -25,6 +25,7 @@ public:
     QPushButton* cmdPropose;
     QPushButton* cmdAddPays;
     QPushButton* cmdOpen;
+    QPushButton* cmdFiles;
 
     // The main window opens an employee's pay in the wage ledger through this (employee, pay or 0).
     std::function<void(qint32 employeeID, qint32 wageID)> openInLedger;
