@@ -5,6 +5,8 @@
 #include "payday/frmPayRun.h"
 #include "payday/frmPaydayFiles.h"
 #include "payday/frmPaydaySettings.h"
+#include "payengine/PayList.h"
+#include "payengine/PayView.h"
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFile>
@@ -160,6 +162,30 @@ TEST_F(PayRunScreenTest, ProposesAddsLeavesOutAndNeverAddsTwice) {
     d.tgrdRun->setCurrentCell(0, 1);
     d.cmdOpen->click();
     EXPECT_EQ(opened, d.items().at(0).wageID);
+
+    // Without the commit dialog's steps installed the run cannot be committed.
+    EXPECT_FALSE(d.cmdCommit->isEnabled());
+    int failures = 1;
+    d.commitPay = [&](ql::PayView& screen, const ql::PayRunItem& item) -> QString {
+        if (item.employeeID == 3 && failures-- > 0) return QStringLiteral("Need reference");
+        screen.datPays.setValueNow(QStringLiteral("Reference"), QStringLiteral("R%1").arg(item.wageID));
+        return QString();
+    };
+    d.propose();
+    ASSERT_TRUE(d.cmdCommit->isEnabled());
+    EXPECT_EQ(d.commitPays(), 2); // Dana Fictional and Eli Madeup, then Casey Placeholder fails
+    EXPECT_TRUE(dialogs.calls.last().message.contains(
+        QStringLiteral("The run stopped at Casey Placeholder: Need reference")));
+    EXPECT_TRUE(dialogs.calls.last().message.contains(
+        QStringLiteral("Not committed yet:\nCasey Placeholder\nBarry Sampleton")));
+    EXPECT_EQ(d.tgrdRun->item(0, 7)->text(), QStringLiteral("Committed (R%1)").arg(d.items().at(0).wageID));
+    EXPECT_EQ(d.commitPays(), 3);
+    EXPECT_FALSE(d.cmdCommit->isEnabled());
+    EXPECT_EQ(
+        context.WageDatabase.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE length(Reference) > 0"))
+            .toInt(),
+        5);
+    EXPECT_EQ(pays(), 5);
 }
 
 } // namespace
