@@ -191,15 +191,24 @@ QString payRunJson(const QDate& runDate, const QList<ql::PayRunItem>& items, con
 }
 
 int payRun(const QStringList& args, QTextStream& out) {
-    if (args.size() != 1) throw cli::CliUsageError();
+    if (args.isEmpty() || args.size() > 2 || (args.size() == 2 && args.at(1) != QStringLiteral("--commit")))
+        throw cli::CliUsageError();
     const QDate runDate = dateArgument(args.at(0));
+    const bool commit = args.size() == 2;
+    if (commit && !ql::installedPayCommitter())
+        throw cli::CliFailure(QStringLiteral("This program has no commit of a pay installed."));
     Session session;
     QStringList failures;
-    const QList<ql::PayRunItem> items = ql::AddPayRunPays(runDate, failures);
+    QList<ql::PayRunItem> items = ql::AddPayRunPays(runDate, failures);
+    if (commit && failures.isEmpty()) {
+        const ql::PayRunCommit result = ql::CommitPayRun(items, {}, ql::installedPayCommitter());
+        if (!result.failure.isEmpty()) failures << result.failure;
+        items = ql::ProposePayRun(session.wage(), runDate);
+    }
     out << payRunJson(runDate, items, failures);
     if (!failures.isEmpty()) {
         out.flush();
-        throw cli::CliFailure(QStringLiteral("Not every pay of the run was added:\n") + failures.join(u'\n'));
+        throw cli::CliFailure(QStringLiteral("The pay run did not finish:\n") + failures.join(u'\n'));
     }
     return 0;
 }
@@ -215,7 +224,7 @@ const cli::CliCommand
     paydaySettingsCommand("payday-settings",
                           "payday-settings [--name T] [--phone T] [--email T] [--ird T] [--account T]",
                           paydaySettings);
-const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD", payRun);
+const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD [--commit]", payRun);
 const cli::CliCommand bankAccountCommand("bank-account", "bank-account EMPLOYEE_ID [ACCOUNT]", bankAccount);
 
 } // namespace

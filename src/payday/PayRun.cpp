@@ -186,6 +186,20 @@ bool PayRunAdder::add(const PayRunItem& item, QString& failure) {
     return added;
 }
 
+namespace {
+PayCommitter& committerSlot() {
+    static PayCommitter committer;
+    return committer;
+}
+} // namespace
+
+void setPayCommitter(PayCommitter committer) {
+    committerSlot() = std::move(committer);
+}
+const PayCommitter& installedPayCommitter() {
+    return committerSlot();
+}
+
 PayView* PayRunAdder::standOn(const PayRunItem& item) {
     if (item.wageID == 0) return nullptr;
     AppContext& app = App();

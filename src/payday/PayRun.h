@@ -68,6 +68,11 @@ QList<PayRunItem> AddPayRunPays(const QDate& runDate, QStringList& failures);
 // the system's message. The main window installs the commit dialog's own steps.
 using PayCommitter = std::function<QString(PayView& screen, const PayRunItem& item)>;
 
+// The commit of one pay that the program installs at start (the commit dialog's steps); the pay run
+// screen and `pay-run --commit` use it. Empty until installed.
+void setPayCommitter(PayCommitter committer);
+const PayCommitter& installedPayCommitter();
+
 struct PayRunCommit {
     QStringList done;    // "Name (reference)" of each pay committed by this call
     QStringList notDone; // names of the pays still to commit, the failing one first

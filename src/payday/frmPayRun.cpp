@@ -238,7 +238,7 @@ void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint3
                 PayCommitter commitPay) {
     frmPayRun d(wage, owner);
     d.openInLedger = std::move(openInLedger);
-    d.commitPay = std::move(commitPay);
+    if (commitPay) d.commitPay = std::move(commitPay);
     d.propose();
     d.exec();
 }

@@ -54,6 +54,16 @@ TEST(PayRun, WholeDemoFarmOnceWhateverTheRuns) {
     ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs.path()).exitCode, 0);
     EXPECT_EQ(runCli({QStringLiteral("pay-run")}, docs.path()).exitCode, 2);
     EXPECT_EQ(runCli({QStringLiteral("pay-run"), QStringLiteral("6/11/2026")}, docs.path()).exitCode, 2);
+    EXPECT_EQ(runCli({QStringLiteral("pay-run"), QStringLiteral("2026-11-06"), QStringLiteral("--post")},
+                     docs.path())
+                  .exitCode,
+              2);
+    // This build's command line has no commit of a pay installed: nothing is added either.
+    const CliResult noCommit = runCli(
+        {QStringLiteral("pay-run"), QStringLiteral("2026-11-06"), QStringLiteral("--commit")}, docs.path());
+    EXPECT_EQ(noCommit.exitCode, 1);
+    EXPECT_TRUE(noCommit.err.contains(QStringLiteral("no commit of a pay installed")));
+    EXPECT_EQ(count(QStringLiteral("SELECT count(*) FROM Wages")), 0);
 
     CliResult r = runCli({QStringLiteral("pay-run"), QStringLiteral("2026-11-06")}, docs.path());
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
