@@ -14,3 +14,11 @@ function(quillary_sources)
         endif()
     endforeach()
 endfunction()
+
+# Copies the skin's pictures into a Resources folder beside a program of the build tree.
+function(quillary_copy_resources target)
+    add_custom_command(TARGET ${target} POST_BUILD
+        COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/resources/Resources
+                $<TARGET_FILE_DIR:${target}>/Resources
+        VERBATIM)
+endfunction()

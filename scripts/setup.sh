@@ -5,11 +5,11 @@ set -euo pipefail
 
 packages=(
     build-essential cmake ninja-build pkg-config
-    qt6-base-dev qt6-base-dev-tools qt6-charts-dev libgl-dev
+    qt6-base-dev qt6-base-dev-tools qt6-charts-dev libqt6opengl6-dev libgl-dev
     libsqlite3-dev sqlite3
     libgtest-dev libgmock-dev googletest libbenchmark-dev
     clang libclang-rt-14-dev
-    dbus dbus-x11 libglib2.0-bin xvfb xauth fonts-dejavu-core poppler-utils locales tzdata
+    dbus dbus-x11 libglib2.0-bin xvfb xauth xdotool fonts-dejavu-core poppler-utils locales tzdata
 )
 
 missing=()

@@ -24,7 +24,9 @@ struct CliFailure : std::runtime_error {
 using Handler = std::function<int(const QStringList& args, QTextStream& out)>;
 
 struct CliCommand {
-    CliCommand(const char* name, const char* usage, Handler handler);
+    // needsGui: the command paints (PDF output), so it runs in a GUI application (offscreen when no
+    // platform is set).
+    CliCommand(const char* name, const char* usage, Handler handler, bool needsGui = false);
 };
 
 QTextStream& out();

@@ -12,13 +12,13 @@ namespace cli {
 
 namespace {
 
-QString fourDecimals(double d) { return QString::number(d, 'f', 4); }
+QString fourDecimals(double d) {
+    return QString::number(d, 'f', 4);
+}
 
 QString jsonValue(const QVariant& v, ql::FieldType type) {
-    if (ql::IsNull(v))
-        return QStringLiteral("null");
-    if (v.userType() == qMetaTypeId<ql::Currency>())
-        return v.value<ql::Currency>().toFixed4();
+    if (ql::IsNull(v)) return QStringLiteral("null");
+    if (v.userType() == qMetaTypeId<ql::Currency>()) return v.value<ql::Currency>().toFixed4();
     switch (type) {
     case ql::FieldType::Boolean:
         return v.toBool() ? QStringLiteral("true") : QStringLiteral("false");
@@ -54,6 +54,11 @@ QString jsonValue(const QVariant& v, ql::FieldType type) {
 
 } // namespace
 
+QString jsonVariant(const QVariant& value) {
+    if (value.typeId() == QMetaType::QDate) return jsonString(value.toDate().toString(Qt::ISODate));
+    return jsonValue(value, ql::FieldType::Memo);
+}
+
 QString jsonString(const QString& text) {
     const QByteArray doc = QJsonDocument(QJsonArray{QJsonValue(text)}).toJson(QJsonDocument::Compact);
     return QString::fromUtf8(doc.mid(1, doc.size() - 2));
@@ -62,7 +67,8 @@ QString jsonString(const QString& text) {
 QString jsonRow(const ql::Recordset& rs) {
     QStringList fields;
     for (int i = 0; i < rs.fieldCount(); ++i)
-        fields << jsonString(rs.fieldName(i)) + QStringLiteral(": ") + jsonValue(rs.value(i), rs.fieldType(i));
+        fields << jsonString(rs.fieldName(i)) + QStringLiteral(": ") +
+                      jsonValue(rs.value(i), rs.fieldType(i));
     return QLatin1Char('{') + fields.join(QStringLiteral(", ")) + QLatin1Char('}');
 }
 
@@ -73,10 +79,9 @@ QString jsonRows(ql::Database& db, const QString& sql, int indent) {
     for (; !rs->EOF_(); rs->MoveNext())
         rows << pad + jsonRow(*rs);
     rs->Close();
-    if (rows.isEmpty())
-        return QStringLiteral("[]");
-    return QStringLiteral("[\n") + rows.join(QStringLiteral(",\n")) + QLatin1Char('\n') + QString(indent, QLatin1Char(' ')) +
-           QLatin1Char(']');
+    if (rows.isEmpty()) return QStringLiteral("[]");
+    return QStringLiteral("[\n") + rows.join(QStringLiteral(",\n")) + QLatin1Char('\n') +
+           QString(indent, QLatin1Char(' ')) + QLatin1Char(']');
 }
 
 } // namespace cli

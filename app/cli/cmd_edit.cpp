@@ -1,7 +1,8 @@
 // Editing a pay as a user does on the wage screen: a cell of a detail view, a removed line, the PAYE
-// box, and the payslip lines.
+// box, and the payslip lines (or, with --pdf, the printed payslip).
 #include "CliCommand.h"
 #include "PayScreen.h"
+#include "ReportCommands.h"
 #include "data/GridArray.h"
 #include "payengine/PayTotals.h"
 
@@ -106,6 +107,11 @@ int setPaye(const QStringList& args, QTextStream& out) {
 }
 
 int paySlip(const QStringList& args, QTextStream& out) {
+    if (args.size() == 3 && args.at(1) == QLatin1String("--pdf")) {
+        cli::writePaySlipPdf(intArgument(args.at(0)), args.at(2));
+        out << args.at(2) << "\n";
+        return 0;
+    }
     if (args.size() != 1)
         throw cli::CliUsageError();
     cli::PayScreen open(intArgument(args.at(0)));
@@ -117,6 +123,7 @@ int paySlip(const QStringList& args, QTextStream& out) {
 const cli::CliCommand editCommand("edit", "edit WAGE_ID TAB ROW COLUMN TEXT", edit);
 const cli::CliCommand deleteLineCommand("delete-line", "delete-line WAGE_ID TAB ROW", deleteLine);
 const cli::CliCommand setPayeCommand("set-paye", "set-paye WAGE_ID VALUE", setPaye);
-const cli::CliCommand paySlipCommand("payslip", "payslip WAGE_ID", paySlip);
+// The payslip paints only with --pdf, but the command is one: it runs in a GUI application.
+const cli::CliCommand paySlipCommand("payslip", "payslip WAGE_ID [--pdf FILE]", paySlip, true);
 
 } // namespace

@@ -2,14 +2,17 @@
 #include "CliCommand.h"
 #include "runtime/VbError.h"
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLocale>
 #include <map>
+#include <memory>
 
 namespace cli {
 namespace {
 struct Entry {
     QString usage;
     Handler handler;
+    bool needsGui = false;
 };
 std::map<QString, Entry>& registry() {
     static std::map<QString, Entry> r;
@@ -17,8 +20,8 @@ std::map<QString, Entry>& registry() {
 }
 } // namespace
 
-CliCommand::CliCommand(const char* name, const char* usage, Handler handler) {
-    registry()[QString::fromUtf8(name)] = Entry{QString::fromUtf8(usage), std::move(handler)};
+CliCommand::CliCommand(const char* name, const char* usage, Handler handler, bool needsGui) {
+    registry()[QString::fromUtf8(name)] = Entry{QString::fromUtf8(usage), std::move(handler), needsGui};
 }
 
 QTextStream& out() {
@@ -39,8 +42,21 @@ static void printUsage(QTextStream& s) {
 
 } // namespace cli
 
+// Painting text needs a GUI application; the other commands keep to the core one.
+static std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
+    if (argc > 1) {
+        const auto it = cli::registry().find(QString::fromLocal8Bit(argv[1]));
+        if (it != cli::registry().end() && it->second.needsGui) {
+            if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+            return std::make_unique<QGuiApplication>(argc, argv);
+        }
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
+    QCoreApplication& app = *application;
     QCoreApplication::setApplicationName(QStringLiteral("Quillary"));
     QStringList args = app.arguments().mid(1);
     if (args.isEmpty()) {

@@ -6,9 +6,6 @@
 
 namespace ql {
 
-namespace {
-
-// The report form of the tax-settings procedures: a message box rather than the error dialog.
 void showSettingsError(const VbError& e, const QString& place) {
     const QString number = QString::number(e.number());
     ShowMessage(QStringLiteral("Description - ") + e.description() + u'(' + number +
@@ -16,6 +13,8 @@ void showSettingsError(const VbError& e, const QString& place) {
                 msg::OKOnly, Firm() + QStringLiteral(" Error"), QStringLiteral("An Error has Occurred"),
                 QStringLiteral("Error ") + number, msg::Information, false);
 }
+
+namespace {
 
 bool idEquals(const QVariant& id, qint32 value) {
     return !IsNull(id) && IsNumeric(id) && CDbl(id) == double(value);

@@ -2,6 +2,7 @@
 // A list box or combo box without the widget: entries with text and item data, and the selected
 // index. Screens show it; FillDaoVBCombo fills it from a query.
 #include "Database.h"
+#include "runtime/VbError.h"
 #include <QList>
 #include <QString>
 
@@ -43,5 +44,9 @@ private:
 // Errors are shown in the message form of the tax settings, place "CommonCode.DAOVBCombo FillDaoVBCombo".
 void FillDaoVBCombo(const QString& sql, ComboModel& combo, Database& database, qint32 selected, bool addNone,
                     const QString& noneText, bool matchText, bool useItemData, bool keepSelection);
+
+// The report form of the tax-settings procedures: a message box rather than the error dialog,
+// naming the place of the failure.
+void showSettingsError(const VbError& e, const QString& place);
 
 } // namespace ql

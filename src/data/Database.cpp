@@ -127,6 +127,7 @@ int Database::execute(const QString& sql, const QVariantList& params) {
 }
 
 void Database::executeScript(const QString& sql) {
+    runStatementHook(handle(), sql);
     const QByteArray utf8 = rewriteJetSql(sql).toUtf8();
     char* message = nullptr;
     const int rc = sqlite3_exec(handle(), utf8.constData(), nullptr, nullptr, &message);

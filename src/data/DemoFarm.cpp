@@ -120,6 +120,35 @@ void addEmployees(Database& wage) {
                });
 }
 
+// The accounts, tax office and payment method of the demo's postings, and commits that post: a pay
+// of the demo can be committed to the cashbook at once.
+void addCashbookSettings(Database& wage, Database& farm) {
+    if (farm.scalar(QStringLiteral("SELECT count(*) FROM PayeInfo")).toInt() == 0)
+        farm.execute(QStringLiteral("INSERT INTO PayeInfo (PAYEAccount) VALUES (NULL)"));
+    farm.execute(QStringLiteral("UPDATE PayeInfo SET PAYEAccount = 401002, WageAccount = 401001, PaymentAccount = "
+                                "401005, AdjustAccount = 401008, PAYEFreq = 1, PAYEStart = '2026-04-01', "
+                                "PAYENonCash = 1, PAYEAddressID = 1"));
+    wage.execute(QStringLiteral("UPDATE WageInfo SET Cashbook = 1"));
+}
+
+void addLeave(Database& wage) {
+    // Leave types 1 annual, 2 sick, 4 in lieu (hours); kinds 2 taken, 4 allocated.
+    insertRows(wage, QStringLiteral("LeaveDetails"),
+               {QStringLiteral("EmployeeID"), QStringLiteral("LeaveTypeID"), QStringLiteral("TransTypeID"),
+                QStringLiteral("NumberofDays"), QStringLiteral("DateFrom"), QStringLiteral("DateTo"),
+                QStringLiteral("Comments")},
+               {
+                   {1, 1, 4, 20, "2024-08-01", "2024-08-01", QStringLiteral("Annual entitlement")},
+                   {1, 1, 2, 5, "2024-12-23", "2024-12-27", QStringLiteral("Christmas")},
+                   {1, 1, 4, 20, "2025-08-01", "2025-08-01", QStringLiteral("Annual entitlement")},
+                   {1, 1, 2, 3, "2025-10-20", "2025-10-22", QStringLiteral("Labour weekend")},
+                   {1, 2, 4, 10, "2025-08-01", "2025-08-01", QStringLiteral("Sick leave entitlement")},
+                   {1, 2, 2, 1, "2025-09-08", "2025-09-08", QStringLiteral("Flu")},
+                   {1, 4, 4, 16, "2025-09-27", "2025-09-27", QStringLiteral("Calving weekend worked")},
+                   {3, 1, 4, 20, "2025-09-15", "2025-09-15", QStringLiteral("Annual entitlement")},
+               });
+}
+
 } // namespace
 
 bool readyForDemo(Database& wage, Database& farm) {
@@ -134,6 +163,8 @@ void addDemoFarm(Database& wage, Database& farm) {
         addAddresses(farm);
         addEmployerDetails(farm);
         addEmployees(wage);
+        addCashbookSettings(wage, farm);
+        addLeave(wage);
         wage.commitTrans();
         farm.commitTrans();
     } catch (...) {

@@ -350,8 +350,27 @@ Statement::~Statement() {
     if (m_schemaChange) clearStatementCache(m_db);
 }
 
+namespace {
+StatementHook& statementHook() {
+    static StatementHook hook;
+    return hook;
+}
+} // namespace
+
+void setStatementHookForTesting(StatementHook hook) {
+    statementHook() = std::move(hook);
+}
+
+void runStatementHook(sqlite3* db, const QString& sql) {
+    if (statementHook()) statementHook()(db, sql);
+}
+
 bool Statement::step() {
     if (!m_stmt) return false;
+    if (!m_started) {
+        m_started = true;
+        runStatementHook(m_db, m_sql);
+    }
     const int rc = sqlite3_step(m_stmt);
     if (rc == SQLITE_ROW) return true;
     if (rc == SQLITE_DONE) return false;
@@ -360,6 +379,7 @@ bool Statement::step() {
 }
 
 void Statement::reset() {
+    m_started = false;
     if (m_stmt) {
         sqlite3_reset(m_stmt);
         sqlite3_clear_bindings(m_stmt);

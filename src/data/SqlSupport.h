@@ -4,6 +4,7 @@
 // errors.
 #include <QString>
 #include <QVariant>
+#include <functional>
 #include <sqlite3.h>
 
 namespace ql {
@@ -63,7 +64,14 @@ private:
     QString m_tail;
     bool m_reusable = false;     // a plain query or change, kept for the next use of its text
     bool m_schemaChange = false; // CREATE, DROP or ALTER: the kept statements are dropped after it
+    bool m_started = false;
 };
+
+// A test may watch or fail statements: the hook sees each statement just before it first runs (and
+// each script before it is executed) and may raise. Unset outside tests.
+using StatementHook = std::function<void(sqlite3* db, const QString& sql)>;
+void setStatementHookForTesting(StatementHook hook);
+void runStatementHook(sqlite3* db, const QString& sql);
 
 // Registers vbstr() and iif() on a connection.
 void registerSqlFunctions(sqlite3* db);

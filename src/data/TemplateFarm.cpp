@@ -39,6 +39,9 @@ void addFarmTemplate(Database& db) {
                    {401005, QStringLiteral("PAYE Payment:X")},
                    {401008, QStringLiteral("Wage Adjustments:X")},
                });
+    // The PAYE settings row stands with no accounts chosen, so that a first commit that posts sends the
+    // user to the tax settings; a missing row would let it post on the settings' defaults unasked.
+    db.execute(QStringLiteral("INSERT INTO PayeInfo (PAYEAccount) VALUES (NULL)"));
     insertRows(db, QStringLiteral("Tax Periods"), {QStringLiteral("Months"), QStringLiteral("Prompt")},
                {
                    {1, QStringLiteral("Monthly")},

@@ -5,6 +5,7 @@
 // constants below; next year's update is an edit of this block.
 #include "Schema.h"
 #include "TemplateRows.h"
+#include <cmath>
 
 namespace ql {
 
@@ -23,9 +24,13 @@ constexpr double RateSB = 10.5, RateS = 17.5, RateSH = 30, RateST = 33, RateSA =
 // KiwiSaver: employee default rate and employer minimum, in per cent.
 constexpr double KiwiSaverEmployeeRate = 3.5;
 constexpr double KiwiSaverEmployerRate = 3.5;
-// Student loan: per cent above the yearly threshold.
+// Student loan: per cent above the yearly threshold. The published threshold is $24,128 a year with
+// per-pay thresholds of $464, $928, $1,856 and $2,010.66 (cents cut). The stored figure sits a little
+// below it: divided as a Single by 52, 26, 13 or 12 pays and taken to four decimals it lands between
+// 0.0017 and 0.0092 below each per-pay threshold, so that cutting the base to cents leaves exactly the
+// earnings less that threshold. 24,128 itself gives 2,010.6666 a month, a cent too much off the base.
 constexpr double StudentLoanRate = 12;
-constexpr double StudentLoanThreshold = 24128;
+constexpr double StudentLoanThreshold = 24127.90;
 // ESCT bands on the year's salary: lower edge and rate as a fraction. The first band's row stands
 // below zero, so that a yearly figure of 0 still finds a rate.
 constexpr double EsctEdge2 = 18720, EsctEdge3 = 64200, EsctEdge4 = 93720, EsctEdge5 = 216000;
@@ -40,6 +45,15 @@ constexpr double OpenLimit = 999999999;
 // Rates go into the table as Singles, as the column holds them.
 QVariant rate(double percent) {
     return QVariant(static_cast<double>(static_cast<float>(percent)));
+}
+
+// A rate of a half per cent (3.5) makes every other cent of earnings a product with a half in its fifth
+// decimal, which the conversion to four decimals may carry up to a whole cent before the cut: 14.57 at
+// 3.5% would give 0.51 where the cut of 0.50995 is 0.50. The Single just below such a rate (a quarter of
+// a millionth less) settles each of those halves downward and moves no other product, for any pay up
+// to about $20,000; it still shows as 3.50.
+QVariant cutRate(double percent) {
+    return QVariant(static_cast<double>(std::nextafter(static_cast<float>(percent), 0.0f)));
 }
 
 void addPayIntervals(Database& db) {
@@ -112,7 +126,7 @@ void addDeductionsAndContributions(Database& db) {
     insertRows(db, QStringLiteral("DeductNames"), deductColumns,
                {
                    {1, QStringLiteral("KiwiSaver"), 64, QStringLiteral("kiwisaver"),
-                    rate(KiwiSaverEmployeeRate), 0, 0, 0},
+                    cutRate(KiwiSaverEmployeeRate), 0, 0, 0},
                    {2, QStringLiteral("Student Loan"), 64, QStringLiteral("studentloan"),
                     rate(StudentLoanRate), StudentLoanThreshold, 0, 0},
                    {3, QStringLiteral("Union Fees"), 64, QString(), 0, 0, 0, 0},

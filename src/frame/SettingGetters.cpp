@@ -172,7 +172,10 @@ void setFinancialYearSource(std::function<QString()> source) {
 }
 
 QString financialYearText() {
-    if (financialYearSource()) return financialYearSource()();
+    // Farm details that cannot be read (no farm database yet) give their own default, as when no
+    // reader is installed: the answer must not hang on which parts a program links.
+    QString text;
+    if (financialYearSource() && skipErrors([&] { text = financialYearSource()(); })) return text;
     return Format(QDate(1995, 7, 1), QStringLiteral("short date"));
 }
 

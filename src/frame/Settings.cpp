@@ -1,11 +1,14 @@
 #include "Settings.h"
 #include "ErrorLog.h"
+#include "FileStamp.h"
 #include "ProfileFile.h"
 #include "SettingGetters.h"
 #include "runtime/Convert.h"
 #include "runtime/Trap.h"
 #include <QDir>
 #include <QFile>
+#include <QHash>
+#include <QMutex>
 #include <QTextStream>
 #include <optional>
 
@@ -52,21 +55,78 @@ QString FamilyFile() {
     return QStringLiteral("Fernhold.ini");
 }
 
-QString ReadIni(const QString& section, const QString& key, const QString& file) {
-    const QString trace = QStringLiteral("Section=") + section + QStringLiteral(", Key=") + key;
-    const QString upper = section.toUpper();
-    QString value = profileString(file, upper, key);
-    if (IniHasSection(file, upper)) {
-        if (IniHasKey(file, upper, key))
-            value = profileString(file, upper, key);
-        else if (!trace.endsWith(QStringLiteral("Key=Invalid Index")))
-            LogError(QStringLiteral("A key from ") + file + QStringLiteral(" is missing.") + trace);
-    } else if (file != QStringLiteral("WIN.INI")) {
-        LogError(QStringLiteral("A section from ") + file + QStringLiteral(" is missing.") + trace);
-    }
-    return value;
+namespace {
+
+// What ReadIni found in a file, remembered for as long as the file keeps its stamp: the value and the
+// log line of each section and key asked for.
+struct IniReading {
+    QString value;
+    QString logLine;
+};
+struct IniMemo {
+    FileStamp stamp;
+    QHash<QString, IniReading> readings; // section in capitals + "\n" + key
+};
+QMutex& iniMemoLock() {
+    static QMutex m;
+    return m;
+}
+QHash<QString, IniMemo>& iniMemos() {
+    static QHash<QString, IniMemo> m;
+    return m;
 }
 
+IniReading readIniFromFile(const QString& section, const QString& key, const QString& file) {
+    IniReading r;
+    const QString trace = QStringLiteral("Section=") + section + QStringLiteral(", Key=") + key;
+    const QString upper = section.toUpper();
+    r.value = profileString(file, upper, key);
+    if (IniHasSection(file, upper)) {
+        if (IniHasKey(file, upper, key))
+            r.value = profileString(file, upper, key);
+        else if (!trace.endsWith(QStringLiteral("Key=Invalid Index")))
+            r.logLine = QStringLiteral("A key from ") + file + QStringLiteral(" is missing.") + trace;
+    } else if (file != QStringLiteral("WIN.INI")) {
+        r.logLine = QStringLiteral("A section from ") + file + QStringLiteral(" is missing.") + trace;
+    }
+    return r;
+}
+
+} // namespace
+
+// A file's readings are remembered while its stamp (size, times to the nanosecond, inode) stays the
+// same, so an edit of the file, by this program or any other, counts at the next read.
+QString ReadIni(const QString& section, const QString& key, const QString& file) {
+    if (isWinIni(file)) {
+        const IniReading r = readIniFromFile(section, key, file);
+        if (!r.logLine.isEmpty()) LogError(r.logLine);
+        return r.value;
+    }
+    const QString path = profilePath(file);
+    const FileStamp stamp = FileStamp::of(path);
+    const QString memoKey = section.toUpper() + QLatin1Char('\n') + key;
+    {
+        QMutexLocker lock(&iniMemoLock());
+        IniMemo& memo = iniMemos()[path + QLatin1Char('\n') + file];
+        if (!memo.stamp.sameAs(stamp)) {
+            memo.readings.clear();
+            memo.stamp = stamp;
+        } else if (auto it = memo.readings.constFind(memoKey); it != memo.readings.constEnd()) {
+            const IniReading r = *it;
+            lock.unlock();
+            if (!r.logLine.isEmpty()) LogError(r.logLine);
+            return r.value;
+        }
+    }
+    const IniReading r = readIniFromFile(section, key, file);
+    {
+        QMutexLocker lock(&iniMemoLock());
+        IniMemo& memo = iniMemos()[path + QLatin1Char('\n') + file];
+        if (memo.stamp.sameAs(stamp)) memo.readings.insert(memoKey, r);
+    }
+    if (!r.logLine.isEmpty()) LogError(r.logLine);
+    return r.value;
+}
 void WriteIni(const QString& section, const QString& key, const QString& value, const QString& file) {
     writeProfileString(file, section, key, value);
 }

@@ -12,20 +12,21 @@
 namespace ql {
 
 namespace {
-const QString kEmployeeColumns =
-    QStringLiteral("SELECT Employees.*, EmployeeAwardType.[EmployeeType], EmployeeAwardType.[UnitOfPay], "
-                   "TaxTypes.[Taxname] FROM TaxTypes INNER JOIN (EmployeeAwardType INNER JOIN Employees ON "
-                   "EmployeeAwardType.[EmployeeTypeID] = Employees.[EmployeeTypeID]) ON TaxTypes.[TaxTypeID] = "
-                   "Employees.[TaxTypeID] WHERE ");
+const QString kEmployeeColumns = QStringLiteral(
+    "SELECT Employees.*, EmployeeAwardType.[EmployeeType], EmployeeAwardType.[UnitOfPay], "
+    "TaxTypes.[Taxname] FROM TaxTypes INNER JOIN (EmployeeAwardType INNER JOIN Employees ON "
+    "EmployeeAwardType.[EmployeeTypeID] = Employees.[EmployeeTypeID]) ON TaxTypes.[TaxTypeID] = "
+    "Employees.[TaxTypeID] WHERE ");
 
-QString zeroDate() { return SQLDate(QVariant(0)); }
+QString zeroDate() {
+    return SQLDate(QVariant(0));
+}
 
 // Each field is taken only when its column holds a value; a null leaves the field empty. The employee's
 // own columns are named with their table, as the join may rename a column that two tables share.
 template <class T, class F> void take(const Recordset& rs, const char* column, T& field, F convert) {
     const QVariant v = rs.value(QString::fromLatin1(column));
-    if (!IsNull(v))
-        field = convert(v);
+    if (!IsNull(v)) field = convert(v);
 }
 
 EmployeeRecord readEmployee(const Recordset& e, const Recordset& a) {
@@ -53,10 +54,8 @@ EmployeeRecord readEmployee(const Recordset& e, const Recordset& a) {
     take(e, "Employees.TaxCode", r.TaxCode, text);
     const QVariant street = a.value(QStringLiteral("BusAddress1"));
     const QVariant city = a.value(QStringLiteral("BusCity"));
-    if (!IsNull(street))
-        r.Address = street.toString() + QStringLiteral(", ");
-    if (!IsNull(city))
-        r.Address += city.toString();
+    if (!IsNull(street)) r.Address = street.toString() + QStringLiteral(", ");
+    if (!IsNull(city)) r.Address += city.toString();
     const QVariant last = a.value(QStringLiteral("ContactLastName"));
     const QVariant first = a.value(QStringLiteral("ContactFirstName"));
     // The separator always stands; each name only when present.
@@ -85,12 +84,13 @@ qint32 FillEmployeeArray() {
     trap(QStringLiteral("FillEmployeeArray"), [&] {
         AppContext& app = App();
         farm = openOrCreate(DatabaseKind::Farm, DataFileName());
-        addresses = farm.openRecordset(QStringLiteral("SELECT Addresses.* FROM Addresses WHERE WageFlag = True"),
-                                       RecordsetType::Snapshot);
-        employees = app.WageDatabase.openRecordset(kEmployeeColumns + rosterWhereClause(), RecordsetType::Snapshot);
+        addresses =
+            farm.openRecordset(QStringLiteral("SELECT Addresses.* FROM Addresses WHERE WageFlag = True"),
+                               RecordsetType::Snapshot);
+        employees =
+            app.WageDatabase.openRecordset(kEmployeeColumns + rosterWhereClause(), RecordsetType::Snapshot);
         app.EmployeeArray = {EmployeeRecord{}};
-        if (employees->EOF_())
-            return;
+        if (employees->EOF_()) return;
         // The roster follows the order of the addresses; each matching employee row is one record.
         while (!addresses->EOF_()) {
             const QVariant addressID = addresses->value(QStringLiteral("AddressID"));
@@ -106,8 +106,12 @@ qint32 FillEmployeeArray() {
             addresses->MoveNext();
         }
     });
-    skipErrors([&] { if (employees) employees->Close(); });
-    skipErrors([&] { if (addresses) addresses->Close(); });
+    skipErrors([&] {
+        if (employees) employees->Close();
+    });
+    skipErrors([&] {
+        if (addresses) addresses->Close();
+    });
     skipErrors([&] { farm.close(); });
     return count;
 }
@@ -118,8 +122,9 @@ QString CheckEmployeeTable() {
     Database farm;
     trap(QStringLiteral(" CheckEmployeeTable"), [&] {
         wage = openOrCreate(DatabaseKind::Wage, WageFileName());
-        auto hired = wage.openRecordset(QStringLiteral("SELECT AddressID FROM Employees WHERE ") + rosterWhereClause(),
-                                        RecordsetType::Snapshot);
+        auto hired =
+            wage.openRecordset(QStringLiteral("SELECT AddressID FROM Employees WHERE ") + rosterWhereClause(),
+                               RecordsetType::Snapshot);
         if (hired->EOF_()) {
             result = QStringLiteral("No employees who have been hired and are still working");
         } else {
@@ -127,9 +132,10 @@ QString CheckEmployeeTable() {
             for (; !hired->EOF_(); hired->MoveNext())
                 ids.append(CStr(hired->value(0)));
             farm = openOrCreate(DatabaseKind::Farm, DataFileName());
-            auto flagged = farm.openRecordset(QStringLiteral("Select AddressID from Addresses where AddressID in (") +
-                                                  ids.join(QLatin1Char(',')) + QStringLiteral(") and WageFlag = True"),
-                                              RecordsetType::Snapshot);
+            auto flagged =
+                farm.openRecordset(QStringLiteral("Select AddressID from Addresses where AddressID in (") +
+                                       ids.join(QLatin1Char(',')) + QStringLiteral(") and WageFlag = True"),
+                                   RecordsetType::Snapshot);
             if (flagged->EOF_())
                 result = QStringLiteral("There are no current employees in the Address Book");
             flagged->Close();
@@ -148,9 +154,9 @@ void InitData(PayView& form) {
         Database* wage = &App().WageDatabase;
         form.datEmployee.setDatabase(wage);
         form.datPays.setDatabase(wage);
-        form.datEmployee.setRecordSource(kEmployeeColumns +
-                                         QStringLiteral("Employees.[DateFinished] = NULL OR Employees.[DateFinished] = ") +
-                                         zeroDate());
+        form.datEmployee.setRecordSource(
+            kEmployeeColumns +
+            QStringLiteral("Employees.[DateFinished] = NULL OR Employees.[DateFinished] = ") + zeroDate());
         form.datEmployee.Refresh();
     });
 }

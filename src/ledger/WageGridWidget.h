@@ -25,6 +25,8 @@ public:
 
 private:
     WageScreen& m_screen;
+    bool m_storing = false;        // a cell's store is running
+    int m_rows = 0, m_columns = 0; // the shape the view was last reset to
 };
 
 class WageGridWidget : public QTableView {
@@ -33,14 +35,24 @@ public:
     explicit WageGridWidget(WageScreen& screen, QWidget* parent = nullptr);
     WageGridModel* gridModel() const { return m_model; }
     void reload();
+    // A new line at the end (Insert), its name chosen first; and the removal of the current line
+    // (Ctrl+Delete). Both are refused on a committed pay and only offered in the line views.
+    void insertLine();
+    void deleteLine();
 
 protected:
     void focusOutEvent(QFocusEvent* event) override;
+    // An editor closed because the focus went elsewhere is a departure from the grid too.
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    bool lineView() const;
+    int firstShownColumn() const;
+    void dropUntouchedNewLine();
     WageScreen& m_screen;
     WageGridModel* m_model;
+    int m_newLine = -1; // the line Insert added, until it has a name
 };
 
 } // namespace ql

@@ -1,9 +1,9 @@
 #include "WageScreen.h"
+#include "data/Recordset.h"
+#include "data/Schema.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frame/Texts.h"
-#include "data/Recordset.h"
-#include "data/Schema.h"
 #include "ledger/Roster.h"
 #include "payengine/AddPay.h"
 #include "payengine/AppContext.h"
@@ -19,8 +19,12 @@ namespace ql {
 namespace {
 const QString kCbo = QStringLiteral("cboEmployee");
 
-QString lblpayment(int index) { return QStringLiteral("lblpayment(%1)").arg(index); }
-QString cmdSelect(int index) { return QStringLiteral("cmdSelect(%1)").arg(index); }
+QString lblpayment(int index) {
+    return QStringLiteral("lblpayment(%1)").arg(index);
+}
+QString cmdSelect(int index) {
+    return QStringLiteral("cmdSelect(%1)").arg(index);
+}
 
 // The pay's interval and tax code as lblpayment(10) shows them.
 QString intervalCaption(const PayList& pays) {
@@ -31,9 +35,9 @@ QString intervalCaption(const PayList& pays) {
 
 const QStringList& summaryLabels() {
     static const QStringList labels{
-        QStringLiteral("lblPayDate"), QStringLiteral("lblGross"),   QStringLiteral("lblTaxable"),
-        QStringLiteral("lblTotalTaxable"), QStringLiteral("lblPaye"), QStringLiteral("lblNonTax"),
-        QStringLiteral("lblDeduct"), QStringLiteral("lblTakehome"), QString(),
+        QStringLiteral("lblPayDate"),      QStringLiteral("lblGross"),    QStringLiteral("lblTaxable"),
+        QStringLiteral("lblTotalTaxable"), QStringLiteral("lblPaye"),     QStringLiteral("lblNonTax"),
+        QStringLiteral("lblDeduct"),       QStringLiteral("lblTakehome"), QString(),
         QStringLiteral("lblKiwiSaver")};
     return labels;
 }
@@ -43,37 +47,40 @@ QString labelOfCaption(int index) {
 }
 
 QString labelOfButton(int index) {
-    static const QStringList buttons{QStringLiteral("lblPayDate"), QStringLiteral("lblGross"),
-                                     QStringLiteral("lblTaxable"), QStringLiteral("lblPaye"),
-                                     QStringLiteral("lblNonTax"),  QStringLiteral("lblDeduct"),
+    static const QStringList buttons{QStringLiteral("lblPayDate"),  QStringLiteral("lblGross"),
+                                     QStringLiteral("lblTaxable"),  QStringLiteral("lblPaye"),
+                                     QStringLiteral("lblNonTax"),   QStringLiteral("lblDeduct"),
                                      QStringLiteral("lblTakehome"), QStringLiteral("lblKiwiSaver")};
     return index >= 0 && index < buttons.size() ? buttons.at(index) : QString();
 }
 
 int tabOfLabel(const QString& label) {
     static const QHash<QString, int> tabs{
-        {QStringLiteral("lblPayDate"), 0}, {QStringLiteral("lblGross"), 1},   {QStringLiteral("lblTaxable"), 2},
-        {QStringLiteral("lblTotalTaxable"), 3}, {QStringLiteral("lblPaye"), 3}, {QStringLiteral("lblNonTax"), 4},
-        {QStringLiteral("lblDeduct"), 5}, {QStringLiteral("lblTakehome"), 6}, {QStringLiteral("lblKiwiSaver"), 7}};
+        {QStringLiteral("lblPayDate"), 0},  {QStringLiteral("lblGross"), 1},
+        {QStringLiteral("lblTaxable"), 2},  {QStringLiteral("lblTotalTaxable"), 3},
+        {QStringLiteral("lblPaye"), 3},     {QStringLiteral("lblNonTax"), 4},
+        {QStringLiteral("lblDeduct"), 5},   {QStringLiteral("lblTakehome"), 6},
+        {QStringLiteral("lblKiwiSaver"), 7}};
     return tabs.value(label, -1);
 }
 
-CalendarChoice& calendarChoice() {
-    static CalendarChoice choice;
-    return choice;
-}
-
 WageScreen::WageScreen() {
-    static const char* const captions[] = {"End of Period", "Gross", "Taxable Allowances", "Total Taxable",
-                                           "PAYE", "Non Taxable Allowances", "Deductions", "Take Home Pay",
-                                           "Uncommitted", "KiwiSaver Contributions"};
+    static const char* const captions[] = {"End of Period",
+                                           "Gross",
+                                           "Taxable Allowances",
+                                           "Total Taxable",
+                                           "PAYE",
+                                           "Non Taxable Allowances",
+                                           "Deductions",
+                                           "Take Home Pay",
+                                           "Uncommitted",
+                                           "KiwiSaver Contributions"};
     for (int i = 0; i < 10; ++i)
         control(lblpayment(i)).caption = QString::fromLatin1(captions[i]);
     for (int i = 0; i < 8; ++i)
         control(cmdSelect(i)).caption = control(lblpayment(i == 7 ? 9 : i)).caption;
     for (const QString& label : summaryLabels()) {
-        if (label.isEmpty())
-            continue;
+        if (label.isEmpty()) continue;
         ControlState& c = control(label);
         c.backColor = 0xC0FFFF;
         c.transparent = false;
@@ -89,18 +96,23 @@ WageScreen::WageScreen() {
     for (const char* hidden : {"vseWageDisplay", "cmdAddPay", "cmdDelete", "cmdMemo", "cmdQuick", "datPays"})
         control(QString::fromLatin1(hidden)).visible = false;
     datPays.onReposition = [this] { datPays_Reposition(); };
+    leave.onOptionChanged = [this](int option) {
+        control(QStringLiteral("optWhichYears(0)")).down = option == 0;
+        control(QStringLiteral("optWhichYears(1)")).down = option != 0;
+    };
 }
 
-WageScreen::~WageScreen() { datPays.onReposition = nullptr; }
+WageScreen::~WageScreen() {
+    datPays.onReposition = nullptr;
+    leave.onOptionChanged = nullptr;
+}
 
 void WageScreen::changed() {
-    if (onScreenChanged)
-        onScreenChanged();
+    if (onScreenChanged) onScreenChanged();
 }
 
 void WageScreen::hourglass(bool on) {
-    if (onHourglass)
-        onHourglass(on);
+    if (onHourglass) onHourglass(on);
 }
 
 // --- the form --------------------------------------------------------------------------------------
@@ -112,6 +124,8 @@ void WageScreen::Form_Load() {
     control(QStringLiteral("tabLeave")).caption =
         QStringLiteral("Annual Leave|Sick Leave|Special Leave|In Lieu|Leave without Pay");
     control(QStringLiteral("tabLeave")).tag = 0;
+    // The option stands as it was left, so a close that never showed the tab writes it back unchanged.
+    leave.setOption(AllLeave() ? 1 : 0);
     changed();
 }
 
@@ -127,17 +141,17 @@ void WageScreen::InitForm() {
 // --- the employee list -----------------------------------------------------------------------------
 
 void WageScreen::selectEmployeeItem(int index) {
-    if (index < -1 || index >= cboEmployeeItems.size() || index == cboEmployeeIndex)
-        return;
+    if (index < -1 || index >= cboEmployeeItems.size() || index == cboEmployeeIndex) return;
     cboEmployeeIndex = index;
     control(kCbo).caption = index < 0 ? QString() : cboEmployeeItems.at(index).text;
     control(kCbo).tag = index < 0 ? QVariant() : QVariant(cboEmployeeItems.at(index).itemData);
-    if (index >= 0)
-        cboEmployee_Click();
+    if (index >= 0) cboEmployee_Click();
     changed();
 }
 
-QString WageScreen::employeeName() const { return caption(kCbo); }
+QString WageScreen::employeeName() const {
+    return caption(kCbo);
+}
 
 void WageScreen::FillEmployeeCombo() {
     trap(QStringLiteral("FillEmployeeCombo"), [&] {
@@ -148,16 +162,14 @@ void WageScreen::FillEmployeeCombo() {
         const QVector<EmployeeRecord>& roster = App().EmployeeArray;
         for (int i = 1; i < roster.size(); ++i)
             cboEmployeeItems.append({roster.at(i).NameLastFirst, roster.at(i).EmployeeID});
-        if (!cboEmployeeItems.isEmpty())
-            selectEmployeeItem(0);
+        if (!cboEmployeeItems.isEmpty()) selectEmployeeItem(0);
     });
     changed();
 }
 
 void WageScreen::SetEmployee() {
     AppContext& app = App();
-    if (cboEmployeeIndex < 0)
-        return;
+    if (cboEmployeeIndex < 0) return;
     const qint32 id = cboEmployeeItems.at(cboEmployeeIndex).itemData;
     app.CurrentEmployeeID = id;
     for (int i = 1; i < app.EmployeeArray.size(); ++i) {
@@ -177,14 +189,12 @@ void WageScreen::SetEmployee() {
         throw;
     }
     app.ReloadingPays = false;
-    if (datPays.RecordCount() > 0)
-        datPays.MoveLast();
+    if (datPays.RecordCount() > 0) datPays.MoveLast();
 
     const EmployeeRecord& record = app.EmployeeArray.value(app.CurrentEmployee);
     control(QStringLiteral("lblAddress")).caption = record.Address;
     control(QStringLiteral("lblOccupation")).caption = record.EmployeeType;
-    if (datPays.RecordCount() > 0)
-        control(lblpayment(10)).caption = intervalCaption(datPays);
+    if (datPays.RecordCount() > 0) control(lblpayment(10)).caption = intervalCaption(datPays);
     control(lblpayment(9)).visible = record.KiwiSaverEnrolled;
     control(QStringLiteral("lblKiwiSaver")).visible = record.KiwiSaverEnrolled;
     control(cmdSelect(7)).visible = record.KiwiSaverEnrolled;
@@ -202,8 +212,9 @@ void WageScreen::SelectCurrentEmp() {
 
 void WageScreen::cboEmployee_Click() {
     hourglass(true);
-    // The leave grid is saved here once the leave ledger is on this screen.
+    leave.saveBeforeEmployeeChange();
     SetEmployee();
+    leave.employeeChanged(tabMainIndex == 1);
     hourglass(false);
 }
 
@@ -218,22 +229,24 @@ void WageScreen::datPays_Reposition() {
         repositionTrace = QStringLiteral("repositionedpay");
         if (datPays.EOF_()) {
             repositionTrace = QStringLiteral("stopmessage");
-            ShowMessage(QStringLiteral("Please close the Quillary down until you have entered more employees"), 0,
-                        Firm(), QStringLiteral("An Error has occurred"), QString(), 2, true);
+            ShowMessage(
+                QStringLiteral("Please close the Quillary down until you have entered more employees"), 0,
+                Firm(), QStringLiteral("An Error has occurred"), QString(), 2, true);
             changed();
             return;
         }
         control(QStringLiteral("cmdMemo")).down = !IsNull(datPays.value(QStringLiteral("Details")));
         repositionTrace = QStringLiteral("got memo");
-        const QString position = TranslateText(
-            QStringLiteral("|0| of |1|"),
-            QStringList{QString::number(datPays.AbsolutePosition() + 1), QString::number(datPays.RecordCount())});
+        const QString position = TranslateText(QStringLiteral("|0| of |1|"),
+                                               QStringList{QString::number(datPays.AbsolutePosition() + 1),
+                                                           QString::number(datPays.RecordCount())});
         control(QStringLiteral("datPays")).caption = position;
         repositionTrace = QStringLiteral("datpays.caption=") + position;
         const QVariant reference = datPays.value(QStringLiteral("Reference"));
         QString status;
         if (!IsNull(reference)) {
-            status = TranslateText(QStringLiteral("Committed, reference: |0|"), QStringList{reference.toString()});
+            status =
+                TranslateText(QStringLiteral("Committed, reference: |0|"), QStringList{reference.toString()});
             control(QStringLiteral("cmdPrintPay")).caption = QStringLiteral("&Pay Slip");
         } else {
             status = QStringLiteral("Uncommitted");
@@ -241,12 +254,15 @@ void WageScreen::datPays_Reposition() {
         }
         repositionTrace = QStringLiteral("cmdprintpay.caption=") + caption(QStringLiteral("cmdPrintPay"));
         control(lblpayment(8)).caption = status;
-        skipErrors([&] { control(QStringLiteral("CalWage")).tag = CDate(datPays.value(QStringLiteral("Date"))); });
-        repositionTrace = QStringLiteral("calwage.value = ") + control(QStringLiteral("CalWage")).tag.toString();
+        skipErrors(
+            [&] { control(QStringLiteral("CalWage")).tag = CDate(datPays.value(QStringLiteral("Date"))); });
+        repositionTrace =
+            QStringLiteral("calwage.value = ") + control(QStringLiteral("CalWage")).tag.toString();
         PAYEText = caption(QStringLiteral("txtPAYE"));
         const bool editable = IsNull(reference);
         SetPayEditable(editable);
-        repositionTrace = QStringLiteral("editable = ") + (editable ? QStringLiteral("True") : QStringLiteral("False"));
+        repositionTrace =
+            QStringLiteral("editable = ") + (editable ? QStringLiteral("True") : QStringLiteral("False"));
         SetPAYELock(control(QStringLiteral("txtPAYE")), editable);
         repositionTrace = QStringLiteral("done editpayesettings");
     } catch (const VbError& e) {
@@ -274,9 +290,10 @@ void WageScreen::cmdDelete_Click() {
 }
 
 void WageScreen::DeletePayment(bool committed, const QString& name) {
-    QString text = committed
-                       ? QStringLiteral("This payment has already been committed.  Are you sure you want to delete it?")
-                       : QStringLiteral("Are you sure you want to delete this payment?");
+    QString text =
+        committed
+            ? QStringLiteral("This payment has already been committed.  Are you sure you want to delete it?")
+            : QStringLiteral("Are you sure you want to delete this payment?");
     QString subHeading = QStringLiteral("Delete Payment");
     if (datPays.RecordCount() == 1) {
         text += QStringLiteral("\r\n\r\n") +
@@ -284,17 +301,16 @@ void WageScreen::DeletePayment(bool committed, const QString& name) {
                               QStringList{name});
         subHeading = QStringLiteral("Delete from Quillary?");
     }
-    if (ShowMessage(text, 4, Firm(), QStringLiteral("Please Confirm"), subHeading, 9, true) != 6)
-        return;
+    if (ShowMessage(text, 4, Firm(), QStringLiteral("Please Confirm"), subHeading, 9, true) != 6) return;
     datPays.Delete();
-    if (datPays.RecordCount() > 0)
-        datPays.MoveLast();
+    if (datPays.RecordCount() > 0) datPays.MoveLast();
 }
 
 bool WageScreen::DeleteEmployee(const QString& name) {
-    if (ShowMessage(TranslateText(QStringLiteral("Are you sure you want to remove |0| completely from the Quillary?"),
-                                  QStringList{name}),
-                    4, Firm(), QStringLiteral("Please Confirm"), QString(), 9, true) != 6)
+    if (ShowMessage(
+            TranslateText(QStringLiteral("Are you sure you want to remove |0| completely from the Quillary?"),
+                          QStringList{name}),
+            4, Firm(), QStringLiteral("Please Confirm"), QString(), 9, true) != 6)
         return false;
     bool removed = false;
     trap(QStringLiteral("DeleteEmployee"), [&] {
@@ -319,8 +335,7 @@ bool WageScreen::DeleteEmployee(const QString& name) {
 
 void WageScreen::reloadEmployees() {
     InitData(*this);
-    if (FillEmployeeArray() > 0)
-        FillEmployeeCombo();
+    if (FillEmployeeArray() > 0) FillEmployeeCombo();
 }
 
 // --- properties ------------------------------------------------------------------------------------
@@ -332,7 +347,7 @@ void WageScreen::setAddressID(qint32 value) {
     FillEmployeeArray();
     FillEmployeeCombo();
     SetEmpArray(value, QStringLiteral("address"));
-    // The open leave page is prepared again here once the leave ledger is on this screen.
+    if (GlobalOldTab == 1) leave.initPage();
     SelectCurrentEmp();
 }
 

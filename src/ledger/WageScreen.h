@@ -2,6 +2,8 @@
 // The wage screen without widgets: the employee list, the pay list and its summary labels, the detail
 // grid's events, the PAYE box, the buttons and the calendar. The widget frmWage shows this object and
 // forwards the user's events to it; the command line and the tests drive it directly.
+#include "cashbook/AddEditChoice.h"
+#include "leave/LeaveScreen.h"
 #include "payengine/PayView.h"
 #include <QDate>
 #include <QString>
@@ -31,7 +33,7 @@ public:
     ~WageScreen() override;
 
     // --- the form ---------------------------------------------------------------------------------
-    void Form_Load();   // the load: InitForm and the captions
+    void Form_Load(); // the load: InitForm and the captions
     void InitForm();
     QString windowTitle;
 
@@ -109,17 +111,21 @@ public:
     // --- what widgets listen to ---------------------------------------------------------------------
     void refreshGrid() override;
     void bringToFront(const QString& control) override;
-    QString frontControl; // tgrdwages, vsePAYE or CalWage
-    QString focusControl; // the control that has the focus
-    std::function<void()> onGridChanged;  // the grid's array or columns changed
+    QString frontControl;                  // tgrdwages, vsePAYE or CalWage
+    QString focusControl;                  // the control that has the focus
+    std::function<void()> onGridChanged;   // the grid's array or columns changed
     std::function<void()> onScreenChanged; // captions, colours or the list changed
     // Screens of other parts that the buttons open; unset means not there yet.
     std::function<void(WageScreen&)> showCommit, showMemo, showQuickView;
     std::function<void(WageScreen&, const QDate&)> showOneOff; // the one-off dialog for a date
-    std::function<void(WageScreen&)> showAddEdit; // the calendar's choice (sets the three flags)
-    std::function<void()> unloadAll;              // cmdClose: unload every open form
-    std::function<void()> onGridUpdate;           // the grid ends a cell edit and stores it
-    std::function<void(bool)> onHourglass;        // the mouse pointer as the hourglass, or back
+    std::function<void(WageScreen&)> showAddEdit;              // the calendar's choice (sets the three flags)
+    std::function<void()> unloadAll;                           // cmdClose: unload every open form
+    std::function<void()> onGridUpdate;                        // the grid ends a cell edit and stores it
+    std::function<void(bool)> onHourglass;                     // the mouse pointer as the hourglass, or back
+
+    // The leave ledger on tab 1. Its option "Current Year"/"All Years" is mirrored in the controls
+    // optWhichYears(0) and optWhichYears(1), which the shutdown reads.
+    LeaveScreen leave;
 
 private:
     void changed();
@@ -129,13 +135,5 @@ private:
     void committedMessage();
     qint32 m_addressID = 0;
 };
-
-// The three choices the calendar's dialog leaves.
-struct CalendarChoice {
-    bool AddPayChoice = false;
-    bool EditDateChoice = false;
-    bool OneOffChoice = false;
-};
-CalendarChoice& calendarChoice();
 
 } // namespace ql

@@ -6,13 +6,15 @@
 #include "frame/SettingGetters.h"
 #include "frame/Settings.h"
 #include "frame/Texts.h"
+#include "leave/basLeave.h"
 #include "ledger/AddressBook.h"
 #include "payengine/AddPay.h"
 #include "payengine/AppContext.h"
 #include "payengine/Contributions.h"
 #include "payengine/Deductions.h"
-#include "payengine/Paye.h"
+#include "payengine/EditChecks.h"
 #include "payengine/PayTotals.h"
+#include "payengine/Paye.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
@@ -21,33 +23,37 @@
 namespace ql {
 
 namespace {
-QString cmdSelect(int index) { return QStringLiteral("cmdSelect(%1)").arg(index); }
+QString cmdSelect(int index) {
+    return QStringLiteral("cmdSelect(%1)").arg(index);
+}
 const QString kGrid = QStringLiteral("tgrdwages");
 const QString kPaye = QStringLiteral("txtPAYE");
 
 constexpr quint32 kLabelBack = 0xC0FFFF;
 constexpr quint32 kSelectedBack = 0x808000;
 constexpr quint32 kSelectedFore = 0xFFFFFF;
+constexpr quint32 kLabelFore = 0x000000;
 constexpr int kSilencedDataError = 16389;
 } // namespace
 
 // --- summary labels and views ----------------------------------------------------------------------
 
-QString WageScreen::selectedLabel() const { return labelOfCaption(App().SelectedLabel); }
+QString WageScreen::selectedLabel() const {
+    return labelOfCaption(App().SelectedLabel);
+}
 
 void WageScreen::SelectLabel(const QString& label) {
-    if (onGridUpdate)
-        onGridUpdate();
-    if (GetPayEditable())
-        SaveWageGrid(*this);
+    if (onGridUpdate) onGridUpdate();
+    if (GetPayEditable()) SaveWageGrid(*this);
     const QString old = selectedLabel();
     if (!old.isEmpty()) {
         control(old).backColor = kLabelBack;
         control(old).transparent = true;
+        // Back on the form's background: the selection's white text would not be readable there.
+        control(old).foreColor = kLabelFore;
     }
     const int index = summaryLabels().indexOf(label);
-    if (index >= 0)
-        App().SelectedLabel = qint16(index);
+    if (index >= 0) App().SelectedLabel = qint16(index);
     ControlState& now = control(label);
     now.backColor = kSelectedBack;
     now.foreColor = kSelectedFore;
@@ -56,8 +62,7 @@ void WageScreen::SelectLabel(const QString& label) {
 
 void WageScreen::labelClick(const QString& label) {
     const int tab = tabOfLabel(label);
-    if (tab < 0)
-        return;
+    if (tab < 0) return;
     const int button = tab == 0 ? 0 : tab;
     if (tab == 0) {
         // The calendar: failures are passed over.
@@ -97,20 +102,24 @@ void WageScreen::showView(int tab) {
         return;
     }
     FillWageGrid(*this);
-    if (tab == 7)
-        ShowTaxCredit(*this);
+    if (tab == 7) ShowTaxCredit(*this);
     bringToFront(kGrid);
     refreshGrid();
     focusControl = kGrid;
 }
 
-void WageScreen::lblpayment_Click(int index) { labelClick(labelOfCaption(index)); }
-void WageScreen::cmdSelect_Click(int index) { labelClick(labelOfButton(index)); }
-void WageScreen::openView(int tab) { cmdSelect_Click(tab); }
+void WageScreen::lblpayment_Click(int index) {
+    labelClick(labelOfCaption(index));
+}
+void WageScreen::cmdSelect_Click(int index) {
+    labelClick(labelOfButton(index));
+}
+void WageScreen::openView(int tab) {
+    cmdSelect_Click(tab);
+}
 
 void WageScreen::refreshGrid() {
-    if (onGridChanged)
-        onGridChanged();
+    if (onGridChanged) onGridChanged();
 }
 
 void WageScreen::bringToFront(const QString& name) {
@@ -126,11 +135,12 @@ void WageScreen::committedMessage() {
                 0, Firm(), QStringLiteral("Already Committed"), QString(), 6, true);
 }
 
-bool WageScreen::tgrdwages_BeforeColEdit(int /*column*/) { return tgrdwages_BeforeRowChange(); }
+bool WageScreen::tgrdwages_BeforeColEdit(int /*column*/) {
+    return tgrdwages_BeforeRowChange();
+}
 
 bool WageScreen::tgrdwages_BeforeRowChange() {
-    if (IsNull(datPays.value(QStringLiteral("Reference"))))
-        return false;
+    if (IsNull(datPays.value(QStringLiteral("Reference")))) return false;
     committedMessage();
     return true;
 }
@@ -146,9 +156,19 @@ bool WageScreen::storeCell(int row, int column, const QString& text) {
         return false;
     }
     if (!IsNumeric(text)) {
-        ShowMessage(TranslateText(QStringLiteral("Invalid entry in column |0|\r\n\r\nThe previous value has been restored"),
-                                  QStringList{QString::number(column + 1)}),
-                    0, Firm(), QStringLiteral("Invalid Entry"), QString(), 3, true);
+        ShowMessage(
+            TranslateText(
+                QStringLiteral("Invalid entry in column |0|\r\n\r\nThe previous value has been restored"),
+                QStringList{QString::number(column + 1)}),
+            0, Firm(), QStringLiteral("Invalid Entry"), QString(), 3, true);
+        WageGridArray.setValue(row, column, old);
+        refreshGrid();
+        return false;
+    }
+    // Negative or outsize figures would leave the pay's stored figures disagreeing with its lines.
+    const QString refusal = GridEntryRefusal(*this, row, column, text);
+    if (!refusal.isEmpty()) {
+        ShowEntryRefusal(refusal);
         WageGridArray.setValue(row, column, old);
         refreshGrid();
         return false;
@@ -167,8 +187,9 @@ bool WageScreen::storeCell(int row, int column, const QString& text) {
     // The cell is stored: its line and total, then the take-home figure from the captions.
     UpdateGridLine(*this, column, text, row);
     skipErrors([&] {
-        const double takeHome = CDbl(caption(QStringLiteral("lblTotalTaxable"))) - CDbl(caption(QStringLiteral("lblPaye"))) +
-                                CDbl(caption(QStringLiteral("lblNonTax"))) - CDbl(caption(QStringLiteral("lblDeduct")));
+        const double takeHome =
+            CDbl(caption(QStringLiteral("lblTotalTaxable"))) - CDbl(caption(QStringLiteral("lblPaye"))) +
+            CDbl(caption(QStringLiteral("lblNonTax"))) - CDbl(caption(QStringLiteral("lblDeduct")));
         setCaption(QStringLiteral("lblTakehome"), Format(takeHome, QStringLiteral("Currency")));
     });
     refreshGrid();
@@ -182,29 +203,42 @@ void WageScreen::tgrdwages_AfterRowChange() {
 }
 
 void WageScreen::tgrdwages_LostFocus() {
-    if (onGridUpdate)
-        onGridUpdate();
-    if (GetPayEditable())
-        SaveWageGrid(*this);
+    if (onGridUpdate) onGridUpdate();
+    if (GetPayEditable()) SaveWageGrid(*this);
     changed();
 }
 
-bool WageScreen::tgrdwages_Error(int dataError) { return dataError == kSilencedDataError; }
+bool WageScreen::tgrdwages_Error(int dataError) {
+    return dataError == kSilencedDataError;
+}
 
 void WageScreen::tgrdwages_TabKey() {
     switch (App().CurrentTab) {
-    case 1: openView(2); break;
-    case 2: openView(3); break;
-    case 4: openView(5); break;
-    case 5: openView(6); break;
-    case 6: openView(7); break;
-    default: break;
+    case 1:
+        openView(2);
+        break;
+    case 2:
+        openView(3);
+        break;
+    case 4:
+        openView(5);
+        break;
+    case 5:
+        openView(6);
+        break;
+    case 6:
+        openView(7);
+        break;
+    default:
+        break;
     }
 }
 
 // --- the PAYE box ----------------------------------------------------------------------------------
 
-void WageScreen::txtPAYE_GotFocus() { PAYEText = caption(kPaye); }
+void WageScreen::txtPAYE_GotFocus() {
+    PAYEText = caption(kPaye);
+}
 
 void WageScreen::txtPAYE_Accept() {
     if (CheckPAYEBox(*this)) {
@@ -215,33 +249,31 @@ void WageScreen::txtPAYE_Accept() {
 }
 
 void WageScreen::txtPAYE_LostFocus() {
-    if (CheckPAYEBox(*this))
-        RefreshPaySlip(*this);
+    if (CheckPAYEBox(*this)) RefreshPaySlip(*this);
     changed();
 }
 
 // --- buttons ---------------------------------------------------------------------------------------
 
 void WageScreen::notYet(const QString& what) {
-    ShowMessage(TranslateText(QStringLiteral("|0| is not available in this version yet."), QStringList{what}), 0,
-                Firm(), QStringLiteral("Information"), QString(), 6, true);
+    ShowMessage(TranslateText(QStringLiteral("|0| is not available in this version yet."), QStringList{what}),
+                0, Firm(), QStringLiteral("Information"), QString(), 6, true);
 }
 
 bool WageScreen::TaxCodeTest() {
-    if (CountryPhone() != 64)
-        return true;
+    if (CountryPhone() != 64) return true;
     const AppContext& app = App();
-    if (!app.EmployeeArray.value(app.CurrentEmployee).TaxCode.isEmpty())
-        return true;
-    ShowMessage(QStringLiteral("This employee doesn't have a valid Tax Code entered.\r\n\r\nPlease Enter a valid Tax Code"),
-                0, Firm(), QStringLiteral("Missing Tax Code"), QString(), 3, true);
+    if (!app.EmployeeArray.value(app.CurrentEmployee).TaxCode.isEmpty()) return true;
+    ShowMessage(
+        QStringLiteral(
+            "This employee doesn't have a valid Tax Code entered.\r\n\r\nPlease Enter a valid Tax Code"),
+        0, Firm(), QStringLiteral("Missing Tax Code"), QString(), 3, true);
     return false;
 }
 
 void WageScreen::cmdAddPay_Click() {
     SetPayEditable(true);
-    if (!TaxCodeTest())
-        return;
+    if (!TaxCodeTest()) return;
     AddnextPay(*this);
     openView(6);
     changed();
@@ -249,8 +281,7 @@ void WageScreen::cmdAddPay_Click() {
 
 void WageScreen::cmdOneOff_Click() {
     SetPayEditable(true);
-    if (!TaxCodeTest())
-        return;
+    if (!TaxCodeTest()) return;
     if (showOneOff)
         showOneOff(*this, Today());
     else
@@ -258,8 +289,7 @@ void WageScreen::cmdOneOff_Click() {
 }
 
 void WageScreen::cmdPrintPay_Click() {
-    if (!TaxCodeTest())
-        return;
+    if (!TaxCodeTest()) return;
     openView(6);
     if (showCommit)
         showCommit(*this);
@@ -283,8 +313,7 @@ void WageScreen::cmdQuick_Click() {
 }
 
 void WageScreen::cmdClose_Click() {
-    if (unloadAll)
-        unloadAll();
+    if (unloadAll) unloadAll();
 }
 
 // --- calendar --------------------------------------------------------------------------------------
@@ -326,28 +355,26 @@ void WageScreen::CalWage_DateClick(const QDate& date) {
 
 void WageScreen::tabMain_Switch(int oldTab, int newTab, bool& cancel) {
     GlobalOldTab = qint16(oldTab);
-    if (oldTab == 1) {
-        // The leave grid is saved here once the leave ledger is on this screen.
-        WriteSetting(QStringLiteral("WAGE"), QStringLiteral("AllLeave"),
-                     control(QStringLiteral("optWhichYears(0)")).down ? QStringLiteral("N") : QStringLiteral("Y"));
-    }
-    if (oldTab == newTab)
-        return;
+    if (oldTab == 1) leave.leaveTab(); // the grid saved, then AllLeave stored
+    if (oldTab == newTab) return;
     if (newTab == 0) {
+        // The pay side that the leave tab hid comes back with the wages.
+        for (const char* shown : {"cmdAddPay", "cmdDelete", "cmdMemo", "cmdQuick", "datPays"})
+            control(QString::fromLatin1(shown)).visible = true;
         control(QStringLiteral("vseWage(1)")).visible = false;
         control(QStringLiteral("vseWage(0)")).visible = true;
         bringToFront(QStringLiteral("vseWage(0)"));
         control(QStringLiteral("vseWageDisplay")).visible = true;
     } else if (newTab == 1) {
-        const bool all = AllLeave();
-        control(QStringLiteral("optWhichYears(1)")).down = all;
-        control(QStringLiteral("optWhichYears(0)")).down = !all;
+        HideWageButtons(*this);
         control(QStringLiteral("vseWage(0)")).visible = false;
         control(QStringLiteral("vseWage(1)")).visible = true;
         bringToFront(QStringLiteral("vseWage(1)"));
+        leave.enterTab(); // the option from AllLeave, the open page filled
     } else if (newTab == 2) {
         LaunchAddressBook(1, App().CurrentAddressID, true, true);
         cancel = true;
+        if (oldTab == 1) leave.initPage();
     }
     tabMainIndex = cancel ? oldTab : newTab;
     changed();

@@ -3,7 +3,9 @@
 #include "WageScreen.h"
 #include "ledger/MainForm.h"
 #include <QHash>
+#include <QPointer>
 #include <QWidget>
+#include <functional>
 
 class QCalendarWidget;
 class QComboBox;
@@ -11,6 +13,9 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QStackedWidget;
+class QTabWidget;
+class QToolButton;
+class QVBoxLayout;
 
 namespace ql {
 
@@ -26,18 +31,61 @@ public:
     void refresh();
     void reloadGrid();
 
+    // The title strip's buttons: 0 Modules, 1 Tools, 2 Reports, 3 Help. A QMenu set on a button
+    // (setMenu) opens on its click and on Ctrl+M, Ctrl+T, Ctrl+R, Ctrl+H.
+    QToolButton* titleButton(int index) const;
+    // Runs before a title button's menu opens (after the leave grid is saved); index as above.
+    std::function<void(int)> titleBarClick;
+
+    // The leave ledger's page (tab 1): the widget is put into the page, which owns it from then on.
+    // Its tab strip of the five kinds, when named "tabLeave" (a QTabWidget or QTabBar), is what
+    // Ctrl+Tab steps through.
+    void setLeaveWidget(QWidget* leave);
+    QWidget* leaveWidget() const { return m_leave; }
+    QTabWidget* tabMain() const { return m_tabMain; }
+
+    // The controls by their names, for the main window's wiring and for tests.
+    QPushButton* commandButton(const QString& name) const { return m_buttons.value(name); }
+    QLabel* labelControl(const QString& name) const { return m_labels.value(name); }
+
+    // The main window's first look: the skin, a size that fits the screen, centred.
+    void applyLook();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     template <class F> void act(const char* location, F&& body);
-    QLabel* label(const QString& name, QWidget* parent);
-    QPushButton* button(const QString& name, QWidget* parent);
+    QLabel* label(const QString& name, QWidget* parent, const QString& accessibleName = QString());
+    QPushButton* button(const QString& name, QWidget* parent, const QString& accessibleName);
+    QWidget* buildTitleStrip();
+    QWidget* buildSummary(QWidget* parent);
+    QWidget* buildViews(QWidget* parent);
+    QWidget* buildFooter();
+    void connectEvents();
+    void setTabOrders();
     void move(int how);
+    void tabMainChanged(int index);
+    void showTitleMenu(int index);
+    void nextLeavePage();
+    bool formKey(QObject* watched, QKeyEvent* key);
+    void showMemo();
+    void showAddEdit();
+    void showCommit();
+    void showQuickView();
+    void refreshCombo();
 
     WageScreen m_screen;
+    QWidget* m_titleStrip = nullptr;
+    QLabel* m_title = nullptr;
+    QToolButton* m_titleButtons[4] = {};
     QComboBox* m_cboEmployee = nullptr;
+    QTabWidget* m_tabMain = nullptr;
+    QWidget* m_leavePage = nullptr;
+    QVBoxLayout* m_leaveLayout = nullptr;
+    QWidget* m_leave = nullptr;
+    QLabel* m_leavePlaceholder = nullptr;
     QStackedWidget* m_stack = nullptr;
     QCalendarWidget* m_calendar = nullptr;
     WageGridWidget* m_grid = nullptr;
@@ -46,7 +94,10 @@ private:
     QHash<QString, QLabel*> m_labels;
     QHash<QString, QPushButton*> m_buttons;
     QHash<QObject*, QString> m_clickable; // label widget -> the summary label it stands for
+    QPointer<QWidget> m_history;          // the wage history, open beside the screen
+    int m_shownTab = 0;
     bool m_refreshing = false;
+    bool m_switching = false;
 };
 
 // The main form as start-up sees it.

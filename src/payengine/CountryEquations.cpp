@@ -4,10 +4,13 @@
 #include "data/RoundCurrency.h"
 #include "formula/TaxEvaluator.h"
 #include "formula/fhCEval.h"
+#include "frame/FileStamp.h"
 #include "frame/SettingGetters.h"
 #include "frame/Settings.h"
 #include "runtime/Convert.h"
 #include "runtime/Trap.h"
+#include <QHash>
+#include <QMutex>
 #include <memory>
 
 namespace ql {
@@ -74,6 +77,94 @@ QString CountryEquationExpression(const QString& equation, qint32 country, Curre
     return expression;
 }
 
+namespace {
+
+// A row of TaxEquations as read: none, Null, or its text.
+struct EquationRow {
+    bool found = false;
+    bool isNull = false;
+    QString text;
+};
+
+// The rows read from one modules database, remembered while the file and its write-ahead log keep
+// their stamps: an edit by any program changes the stamp, and the next call reads the table again.
+struct ModulesMemo {
+    QString path;
+    FileStamp file, wal;
+    QHash<qint64, EquationRow> rows; // process << 32 | country
+};
+
+QMutex& modulesMemoLock() {
+    static QMutex m;
+    return m;
+}
+ModulesMemo& modulesMemo() {
+    static ModulesMemo m;
+    return m;
+}
+
+qint64 rowKey(qint32 process, qint32 country) {
+    return (qint64(process) << 32) | quint32(country);
+}
+
+EquationRow readEquationRow(const QString& path, qint32 taxProcessID, qint32 country) {
+    const QString sql = QStringLiteral("Select Equation from TaxEquations where TaxProcessID = ") +
+                        QString::number(taxProcessID) + QStringLiteral(" and CountryPhone =") +
+                        QString::number(country);
+    Database modules;
+    std::unique_ptr<Recordset> rs;
+    // Whatever way the body ends, the query and the database are closed before we go on.
+    struct Closer {
+        Database& db;
+        std::unique_ptr<Recordset>& rs;
+        ~Closer() {
+            skipErrors([&] {
+                if (rs) rs->Close();
+            });
+            skipErrors([&] { db.close(); });
+        }
+    } closer{modules, rs};
+
+    modules.open(path);
+    rs = modules.openRecordset(sql, RecordsetType::Snapshot);
+    EquationRow row;
+    if (rs->EOF_()) return row;
+    row.found = true;
+    const QVariant equation = rs->value(QStringLiteral("Equation"));
+    row.isNull = IsNull(equation);
+    if (!row.isNull) row.text = equation.toString();
+    return row;
+}
+
+// The row of a process and country, from memory while the file is unchanged; a failure to read
+// raises as the read does.
+EquationRow equationRow(const QString& path, qint32 taxProcessID, qint32 country) {
+    const FileStamp file = FileStamp::of(path);
+    const FileStamp wal = FileStamp::of(path + QStringLiteral("-wal"));
+    const qint64 key = rowKey(taxProcessID, country);
+    {
+        QMutexLocker lock(&modulesMemoLock());
+        ModulesMemo& memo = modulesMemo();
+        if (memo.path != path || !memo.file.sameAs(file) || !memo.wal.sameAs(wal)) {
+            memo.rows.clear();
+            memo.path = path;
+            memo.file = file;
+            memo.wal = wal;
+        } else if (auto it = memo.rows.constFind(key); it != memo.rows.constEnd()) {
+            return *it;
+        }
+    }
+    const EquationRow row = readEquationRow(path, taxProcessID, country);
+    if (file.exists) {
+        QMutexLocker lock(&modulesMemoLock());
+        ModulesMemo& memo = modulesMemo();
+        if (memo.path == path && memo.file.sameAs(file) && memo.wal.sameAs(wal)) memo.rows.insert(key, row);
+    }
+    return row;
+}
+
+} // namespace
+
 Currency CountrySpecificEquation(Currency amount, float paysPerYear, qint32 taxProcessID, Currency x) {
     float p = paysPerYear;
     if (p == 0.0f) p = 1.0f;
@@ -81,33 +172,14 @@ Currency CountrySpecificEquation(Currency amount, float paysPerYear, qint32 taxP
 
     trap(QStringLiteral("CountrySpecificEquation"), [&] {
         const qint32 country = CountryPhone();
-        const QString sql = QStringLiteral("Select Equation from TaxEquations where TaxProcessID = ") +
-                            QString::number(taxProcessID) + QStringLiteral(" and CountryPhone =") +
-                            QString::number(country);
-        Database modules;
-        std::unique_ptr<Recordset> rs;
-        // Whatever way the body ends, the query and the database are closed before we go on.
-        struct Closer {
-            Database& db;
-            std::unique_ptr<Recordset>& rs;
-            ~Closer() {
-                skipErrors([&] {
-                    if (rs) rs->Close();
-                });
-                skipErrors([&] { db.close(); });
-            }
-        } closer{modules, rs};
-
-        modules.open(ModuleFileName());
-        rs = modules.openRecordset(sql, RecordsetType::Snapshot);
-        if (rs->EOF_()) {
+        const EquationRow row = equationRow(ModuleFileName(), taxProcessID, country);
+        if (!row.found) {
             value = value / static_cast<double>(p);
             return;
         }
-        const QVariant equation = rs->value(QStringLiteral("Equation"));
-        if (IsNull(equation)) return;
+        if (row.isNull) return;
 
-        const QString expression = CountryEquationExpression(equation.toString(), country, amount, p, x);
+        const QString expression = CountryEquationExpression(row.text, country, amount, p, x);
         if (expression.isEmpty()) return;
         if (country == InfixCountry) {
             TaxEvaluator evaluator;

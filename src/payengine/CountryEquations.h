@@ -1,8 +1,8 @@
 #pragma once
 // The pay engine's one way to the equations of TaxEquations: a row of the modules database, chosen by
 // process number and country, evaluated on an amount. Country 64 keeps infix formulas for
-// TaxEvaluator; every other country keeps postfix texts for fhCEval. The row is read at every call, so
-// an edited row counts at once.
+// TaxEvaluator; every other country keeps postfix texts for fhCEval. A row read is remembered only while
+// the modules database keeps its file stamp, so an edited row counts at the next call.
 #include "runtime/Currency.h"
 #include <QString>
 

@@ -1,17 +1,19 @@
 #include "Paye.h"
 #include "AppContext.h"
 #include "CountryEquations.h"
+#include "EditChecks.h"
 #include "PayView.h"
 #include "data/Database.h"
 #include "data/Recordset.h"
 #include "data/RoundCurrency.h"
 #include "frame/Messages.h"
-#include "frame/Texts.h"
 #include "frame/SettingGetters.h"
 #include "frame/Settings.h"
+#include "frame/Texts.h"
 #include "runtime/Convert.h"
 #include "runtime/Format.h"
 #include "runtime/Trap.h"
+#include <cmath>
 
 namespace ql {
 
@@ -20,14 +22,15 @@ namespace {
 const QString kLocation = QStringLiteral("CalcPAYE");
 
 QString stepQuery(qint32 employeeID) {
-    return QStringLiteral("SELECT "
-                          "TaxSteps.[upperlimit], "
-                          "TaxSteps.[taxrate], "
-                          "TaxSteps.taxtypeID, "
-                          "TaxTypes.[Taxname] "
-                          "FROM (TaxTypes INNER JOIN Employees ON TaxTypes.[TaxTypeID] = Employees.[TaxTypeID]) "
-                          "INNER JOIN TaxSteps ON TaxTypes.[TaxTypeID] = TaxSteps.[taxtypeID] "
-                          "WHERE Employees.[EmployeeID] = %1 ORDER BY TaxSteps.[upperlimit];")
+    return QStringLiteral(
+               "SELECT "
+               "TaxSteps.[upperlimit], "
+               "TaxSteps.[taxrate], "
+               "TaxSteps.taxtypeID, "
+               "TaxTypes.[Taxname] "
+               "FROM (TaxTypes INNER JOIN Employees ON TaxTypes.[TaxTypeID] = Employees.[TaxTypeID]) "
+               "INNER JOIN TaxSteps ON TaxTypes.[TaxTypeID] = TaxSteps.[taxtypeID] "
+               "WHERE Employees.[EmployeeID] = %1 ORDER BY TaxSteps.[upperlimit];")
         .arg(employeeID);
 }
 
@@ -37,20 +40,21 @@ Currency fieldCurrency(const Recordset& rs, const QString& name) {
 }
 
 // A Currency divided by a whole number is a Double.
-double per52(Currency c) { return c.toDouble() / 52.0; }
+double per52(Currency c) {
+    return c.toDouble() / 52.0;
+}
 
 QString currentTaxCode() {
     AppContext& app = App();
     const qint32 i = app.CurrentEmployee;
-    if (i < 0 || i >= app.EmployeeArray.size())
-        raiseError(err::SubscriptOutOfRange);
+    if (i < 0 || i >= app.EmployeeArray.size()) raiseError(err::SubscriptOutOfRange);
     return app.EmployeeArray[i].TaxCode.toUpper();
 }
 
 } // namespace
 
-void CalcTaxSteps(const QString& query, Currency annual, float paysPerYear, TaxDetailRecord& record, Currency& paye,
-                  qint32& closingProcess) {
+void CalcTaxSteps(const QString& query, Currency annual, float paysPerYear, TaxDetailRecord& record,
+                  Currency& paye, qint32& closingProcess) {
     auto rs = App().WageDatabase.openRecordset(query, RecordsetType::Snapshot);
     Currency total;
     Currency lowerLimit;
@@ -108,8 +112,7 @@ void CalcTaxSteps(const QString& query, Currency annual, float paysPerYear, TaxD
 }
 
 void AddTaxDetail(qint32 wageID, const TaxDetailRecord& record) {
-    if (record.TaxableAmount <= Currency())
-        return;
+    if (record.TaxableAmount <= Currency()) return;
     auto rs = App().WageDatabase.openRecordset(QStringLiteral("TaxDetails"), RecordsetType::Dynaset);
     rs->AddNew();
     rs->setValue(QStringLiteral("WageID"), wageID);
@@ -127,7 +130,8 @@ Currency StoreTaxDetails(const QString& query, Currency annual, qint32 /*employe
     Currency shown;
     trap(kLocation, [&] {
         CalcTaxSteps(query, annual, paysPerYear, record, paye, closingProcess);
-        App().WageDatabase.execute(QStringLiteral("Delete FROM TaxDetails WHERE TaxDetails.WageID = %1").arg(wageID));
+        App().WageDatabase.execute(
+            QStringLiteral("Delete FROM TaxDetails WHERE TaxDetails.WageID = %1").arg(wageID));
         AddTaxDetail(wageID, record);
         // What leaves here is what the format shows: two decimals.
         shown = CCur(Format(QVariant::fromValue(paye), QStringLiteral("currency")));
@@ -156,7 +160,8 @@ QString CalcPAYE(qint32 employeeID, qint32 wageID, Currency taxable, float paysP
         }
         rs->Close();
         const Currency annual =
-            paysPerYear <= 0.0f ? taxable : CountrySpecificEquation(taxable, paysPerYear, openingProcess, Currency());
+            paysPerYear <= 0.0f ? taxable
+                                : CountrySpecificEquation(taxable, paysPerYear, openingProcess, Currency());
         const Currency paye =
             StoreTaxDetails(query, annual, employeeID, wageID, paysPerYear, closingProcess, record);
         result = Format(QVariant::fromValue(paye), QStringLiteral("currency"));
@@ -165,8 +170,8 @@ QString CalcPAYE(qint32 employeeID, qint32 wageID, Currency taxable, float paysP
 }
 
 // The ranges are inclusive and their gaps of just under a dollar stand as they are.
-void ApplySpecialTaxCode(const QString& code, Currency t, float paysPerYear, qint32& closingProcess, Currency& x,
-                         Currency& y) {
+void ApplySpecialTaxCode(const QString& code, Currency t, float paysPerYear, qint32& closingProcess,
+                         Currency& x, Currency& y) {
     auto within = [t](qint64 low, qint64 high) {
         return t >= Currency::fromLong(low) && t <= Currency::fromLong(high);
     };
@@ -192,25 +197,36 @@ void ApplySpecialTaxCode(const QString& code, Currency t, float paysPerYear, qin
 }
 
 qint32 GetPayIntervalID() {
-    const QVariant v = App().WageDatabase.scalar(
-        QStringLiteral("SELECT PayIntervalID FROM Employees WHERE EmployeeID = %1").arg(App().CurrentEmployeeID));
+    const QVariant v =
+        App().WageDatabase.scalar(QStringLiteral("SELECT PayIntervalID FROM Employees WHERE EmployeeID = %1")
+                                      .arg(App().CurrentEmployeeID));
     return IsNull(v) ? 0 : CLng(v);
 }
 
 bool CheckPAYEBox(PayView& form) {
     const QString before = form.PAYEText;
     const QString now = form.caption(QStringLiteral("txtPAYE"));
-    if (!IsNumeric(before) || !IsNumeric(now))
+    if (!IsNumeric(before) || !IsNumeric(now)) return false;
+    // A figure no pay's tax can reach is refused, and the box shows the accepted one again.
+    const double typed = CDbl(now);
+    if (!std::isfinite(typed) || std::abs(typed) > LargestLineFigure) {
+        ShowEntryRefusal(TranslateText(
+            QStringLiteral("The |0| typed is too large: it may be at most |1|.\r\n\r\n"
+                           "The previous value has been restored"),
+            QStringList{PayAsYouEarn(), Format(LargestLineFigure, QStringLiteral("Standard"))}));
+        form.setCaption(QStringLiteral("txtPAYE"), before);
         return false;
-    if (RoundCurrency(before) == RoundCurrency(now))
-        return false;
+    }
+    if (RoundCurrency(before) == RoundCurrency(now)) return false;
     return EditPAYE(form, now);
 }
 
 bool EditPAYE(PayView& form, const QString& newPAYE) {
     const QString message =
-        TranslateText(QStringLiteral("Are you sure you want to overwrite the calculated |0|?"), QStringList{PayAsYouEarn()});
-    const qint16 answer = ShowMessage(message, 4, Firm(), QStringLiteral("Please Confirm"), QString(), 9, true);
+        TranslateText(QStringLiteral("Are you sure you want to overwrite the calculated |0|?"),
+                      QStringList{PayAsYouEarn()});
+    const qint16 answer =
+        ShowMessage(message, 4, Firm(), QStringLiteral("Please Confirm"), QString(), 9, true);
     if (answer != 6) {
         form.setCaption(QStringLiteral("txtPAYE"), form.PAYEText);
         return false;
@@ -227,9 +243,10 @@ void SavePAYE(const QString& newPAYE) {
     auto rs = App().WageDatabase.openRecordset(
         QStringLiteral("Select PAYE from TaxDetails where WageID = %1").arg(App().CurrentWageID),
         RecordsetType::Dynaset);
-    // A typed 0 or less is only shown, never stored.
-    const Currency value = CCur(newPAYE);
-    if (value > Currency()) {
+    // A typed 0 or less is only shown, never stored. The figure is kept to the cent the box shows, so
+    // that the take-home pay agrees with the PAYE label. A pay with no tax line has nothing to change.
+    const Currency value = RoundCurrency(newPAYE);
+    if (value > Currency() && !rs->EOF_()) {
         rs->Edit();
         rs->setValue(QStringLiteral("PAYE"), QVariant::fromValue(value));
         rs->Update();

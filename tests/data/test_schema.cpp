@@ -366,9 +366,10 @@ TEST_F(SchemaTest, TemplateRateAndNameRows) {
         db.scalar("SELECT DeductionName FROM DeductNames WHERE lower(TaxName) = 'kiwisaver'").toString(),
         "KiwiSaver");
     EXPECT_FLOAT_EQ(db.scalar("SELECT Percentage FROM DeductNames WHERE DeductNameID = 1").toFloat(), 3.5f);
+    // a few cents below the published 24,128, so that each per-pay threshold comes out right
     EXPECT_EQ(
-        db.scalar("SELECT LowerThreshold FROM DeductNames WHERE DeductionName = 'Student Loan'").toInt(),
-        24128);
+        db.scalar("SELECT LowerThreshold FROM DeductNames WHERE DeductionName = 'Student Loan'").toDouble(),
+        24127.90);
     EXPECT_EQ(
         db.scalar("SELECT count(*) FROM ContributionNames WHERE TaxName = 'kiwisaver' AND CountryPhone = 64")
             .toInt(),
@@ -416,8 +417,14 @@ TEST_F(SchemaTest, TemplateFarmRows) {
         periods->MoveNext();
     }
     EXPECT_EQ(months, QList<int>({1, 2, 6}));
-    for (const char* t : {"PayeInfo", "Transactions", "TransactionDetails", "Addresses"})
+    for (const char* t : {"Transactions", "TransactionDetails", "Addresses"})
         EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM %1").arg(t)).toInt(), 0) << t;
+    // PayeInfo: one row, no account chosen yet.
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM PayeInfo")).toInt(), 1);
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM PayeInfo WHERE WageAccount IS NULL AND PAYEAccount "
+                                         "IS NULL AND PaymentAccount IS NULL AND AdjustAccount IS NULL"))
+                  .toInt(),
+              1);
 }
 
 TEST_F(SchemaTest, TemplateModulesRows) {

@@ -1,9 +1,10 @@
 #include "PayrollRows.h"
+#include "TestEnv.h"
+#include "frame/Settings.h"
 #include "ledger/Roster.h"
 #include "ledger/WageScreen.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
-#include "TestEnv.h"
 
 using namespace qltest;
 
@@ -14,7 +15,9 @@ protected:
     std::unique_ptr<ql::WageScreen> screen;
     qint64 hale = 0;
 
-    void SetUp() override { hale = rows->employee(rows->address(QStringLiteral("Hale"), QStringLiteral("Mere"))); }
+    void SetUp() override {
+        hale = rows->employee(rows->address(QStringLiteral("Hale"), QStringLiteral("Mere")));
+    }
     void TearDown() override {
         screen.reset();
         ql::App().WageDatabase.close();
@@ -34,8 +37,7 @@ protected:
     }
     const ql::DialogCall* last(const QString& heading) const {
         for (int i = rows->dialogs.calls.size() - 1; i >= 0; --i)
-            if (rows->dialogs.calls.at(i).heading == heading)
-                return &rows->dialogs.calls.at(i);
+            if (rows->dialogs.calls.at(i).heading == heading) return &rows->dialogs.calls.at(i);
         return nullptr;
     }
     int pays() { return rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM Wages")).toInt(); }
@@ -52,7 +54,8 @@ TEST_F(WageScreenTest, AnEmployeeWithoutPaysIsAskedForTheFirstDateAndCancelMeans
     load();
     bool asked = false;
     for (const ql::DialogCall& c : rows->dialogs.calls)
-        asked = asked || (c.kind == ql::DialogCall::Input && c.message == QStringLiteral("Enter date of first pay for Hale, Mere"));
+        asked = asked || (c.kind == ql::DialogCall::Input &&
+                          c.message == QStringLiteral("Enter date of first pay for Hale, Mere"));
     EXPECT_TRUE(asked);
     ASSERT_EQ(pays(), 1);
     EXPECT_EQ(ql::CDate(rows->wage.scalar(QStringLiteral("SELECT Date FROM Wages"))), ql::Today());
@@ -102,7 +105,8 @@ TEST_F(WageScreenTest, TextInANumberCellIsRefusedNamingTheColumnFromOne) {
     const ql::DialogCall* m = last(QStringLiteral("Invalid Entry"));
     ASSERT_NE(m, nullptr);
     EXPECT_EQ(m->kindOrLevel, 3);
-    EXPECT_EQ(m->message, QStringLiteral("Invalid entry in column 3\r\n\r\nThe previous value has been restored"));
+    EXPECT_EQ(m->message,
+              QStringLiteral("Invalid entry in column 3\r\n\r\nThe previous value has been restored"));
 }
 
 TEST_F(WageScreenTest, AddPayShowsTheTakeHomeViewOfAnEditablePay) {
@@ -124,7 +128,10 @@ TEST_F(WageScreenTest, AnEmployeeWithoutATaxCodeIsRefused) {
     EXPECT_EQ(pays(), before);
     const ql::DialogCall* m = last(QStringLiteral("Missing Tax Code"));
     ASSERT_NE(m, nullptr);
-    EXPECT_EQ(m->message, QStringLiteral("This employee doesn't have a valid Tax Code entered.\r\n\r\nPlease Enter a valid Tax Code"));
+    EXPECT_EQ(
+        m->message,
+        QStringLiteral(
+            "This employee doesn't have a valid Tax Code entered.\r\n\r\nPlease Enter a valid Tax Code"));
 }
 
 TEST_F(WageScreenTest, TabInThePayslipGoesToContributionsEvenWhenHidden) {
@@ -176,7 +183,8 @@ TEST_F(WageScreenTest, DeletingTheOnlyPayAndKeepingTheEmployeeAsksForANewFirstPa
     screen->cmdDelete_Click();
     const ql::DialogCall* q = last(QStringLiteral("Please Confirm"));
     ASSERT_NE(q, nullptr);
-    EXPECT_EQ(q->message, QStringLiteral("Are you sure you want to remove Hale, Mere completely from the Quillary?"));
+    EXPECT_EQ(q->message,
+              QStringLiteral("Are you sure you want to remove Hale, Mere completely from the Quillary?"));
     ASSERT_EQ(pays(), 1);
     EXPECT_EQ(ql::CDate(rows->wage.scalar(QStringLiteral("SELECT Date FROM Wages"))), QDate(2025, 4, 1));
     EXPECT_EQ(screen->caption(QStringLiteral("datPays")), QStringLiteral("1 of 1"));
@@ -189,8 +197,9 @@ TEST_F(WageScreenTest, DeletingAPayAsksWithTheOnlyPayWarning) {
     const ql::DialogCall* q = last(QStringLiteral("Please Confirm"));
     ASSERT_NE(q, nullptr);
     EXPECT_EQ(q->subHeading, QStringLiteral("Delete from Quillary?"));
-    EXPECT_EQ(q->message, QStringLiteral("Are you sure you want to delete this payment?\r\n\r\n"
-                                         "As this is the only pay it will remove Hale, Mere from the Quillary"));
+    EXPECT_EQ(q->message,
+              QStringLiteral("Are you sure you want to delete this payment?\r\n\r\n"
+                             "As this is the only pay it will remove Hale, Mere from the Quillary"));
     EXPECT_EQ(pays(), 1);
 }
 
@@ -199,8 +208,14 @@ TEST_F(WageScreenTest, RemovingTheEmployeeTakesThemOffThePayrollOnly) {
     load();
     ASSERT_EQ(ql::App().CurrentEmployeeID, hale);
     EXPECT_TRUE(screen->DeleteEmployee(QStringLiteral("Hale, Mere")));
-    EXPECT_EQ(rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM Employees WHERE EmployeeID = %1").arg(hale)).toInt(), 0);
-    EXPECT_EQ(rows->farm.scalar(QStringLiteral("SELECT WageFlag FROM Addresses WHERE ContactLastName = 'Hale'")).toInt(), 0);
+    EXPECT_EQ(
+        rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM Employees WHERE EmployeeID = %1").arg(hale))
+            .toInt(),
+        0);
+    EXPECT_EQ(
+        rows->farm.scalar(QStringLiteral("SELECT WageFlag FROM Addresses WHERE ContactLastName = 'Hale'"))
+            .toInt(),
+        0);
     screen->reloadEmployees();
     EXPECT_EQ(ql::App().CurrentEmployeeID, other);
 }
@@ -212,4 +227,55 @@ TEST_F(WageScreenTest, TheAddressBooksReportShowsThatPerson) {
     screen->setAddressID(qint32(ngataAddress));
     EXPECT_EQ(ql::App().CurrentEmployeeID, ngata);
     EXPECT_EQ(screen->caption(QStringLiteral("cboEmployee")), QStringLiteral("Ngata, Rua"));
+}
+
+TEST_F(WageScreenTest, ALabelThatLosesTheSelectionIsWrittenInBlackAgain) {
+    load();
+    screen->labelClick(QStringLiteral("lblGross"));
+    screen->labelClick(QStringLiteral("lblDeduct"));
+    const ql::ControlState& old = screen->control(QStringLiteral("lblGross"));
+    EXPECT_EQ(old.foreColor, 0x000000u);
+    EXPECT_TRUE(old.transparent);
+    EXPECT_EQ(screen->control(QStringLiteral("lblDeduct")).foreColor, 0xFFFFFFu);
+}
+
+TEST_F(WageScreenTest, TheLeaveTabIsFilledOnEnteringSavedOnLeavingAndItsOptionMirrored) {
+    rows->wage.execute(
+        QStringLiteral("INSERT INTO LeaveDetails (EmployeeID, LeaveTypeID, TransTypeID, NumberofDays, "
+                       "DateFrom, DateTo, Comments) VALUES (?, 1, 4, 20, ?, ?, 'allocation')"),
+        {hale, ql::dateText(ql::Today().addDays(-30)), ql::dateText(ql::Today().addDays(-30))});
+    load();
+    // AllLeave is unset, so "All Years" stands from the load, mirrored for the shutdown.
+    EXPECT_EQ(screen->leave.optWhichYears, 1);
+    EXPECT_TRUE(screen->control(QStringLiteral("optWhichYears(1)")).down);
+    EXPECT_FALSE(screen->control(QStringLiteral("optWhichYears(0)")).down);
+
+    bool cancel = false;
+    screen->tabMain_Switch(0, 1, cancel);
+    EXPECT_EQ(screen->leave.LeaveLoadedEmployeeID, hale);
+    EXPECT_EQ(screen->leave.CurrentLeaveTypeID, 1);
+    ASSERT_EQ(screen->leave.LeaveArray.rowCount(), 1);
+    EXPECT_FALSE(screen->control(QStringLiteral("cmdAddPay")).visible); // the pay side is hidden
+
+    // A row typed on the add-new row is saved when the employee is chosen again, then loaded again.
+    ASSERT_TRUE(screen->leave.storeCell(1, 3, QStringLiteral("Leave Taken")));
+    ASSERT_TRUE(screen->leave.storeCell(1, 4, QStringLiteral("2")));
+    EXPECT_EQ(rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM LeaveDetails")).toInt(), 1);
+    screen->cboEmployee_Click();
+    EXPECT_EQ(rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM LeaveDetails")).toInt(), 2);
+    EXPECT_EQ(screen->leave.LeaveArray.rowCount(), 2);
+
+    screen->leave.optWhichYears_Click(0);
+    EXPECT_TRUE(screen->control(QStringLiteral("optWhichYears(0)")).down);
+    EXPECT_FALSE(screen->control(QStringLiteral("optWhichYears(1)")).down);
+
+    screen->tabMain_Switch(1, 2, cancel);
+    EXPECT_TRUE(cancel);
+    EXPECT_EQ(screen->tabMainIndex, 1);
+    cancel = false;
+    screen->tabMain_Switch(1, 0, cancel);
+    EXPECT_EQ(ql::ReadIni(QStringLiteral("WAGE"), QStringLiteral("AllLeave"), ql::FamilyFile()),
+              QStringLiteral("N"));
+    EXPECT_TRUE(screen->control(QStringLiteral("cmdAddPay")).visible);
+    EXPECT_EQ(rows->wage.scalar(QStringLiteral("SELECT COUNT(*) FROM LeaveDetails")).toInt(), 2);
 }

@@ -1,6 +1,6 @@
 // Deduction lines: thresholds, cap, fixed amounts, KiwiSaver base and hand-set lines.
-#include "LinesFixture.h"
 #include "payengine/Deductions.h"
+#include "LinesFixture.h"
 
 using namespace linestest;
 using ql::Currency;
@@ -87,9 +87,10 @@ TEST_F(DeductionsTest, SpecialRateOfZeroFallsBackToTheName) {
 }
 
 TEST_F(DeductionsTest, StudentLoanPublishedCase) {
-    // Template row 2: 12% above 24128 a year. Weekly 600: (600 - 464) x 12% = 16.32.
+    // Template row 2: 12% above the yearly threshold. Weekly 600: (600 - 464) x 12% = 16.32.
+    // The base keeps the fraction of a cent by which the weekly threshold lies below 464.
     const Result r = calc(0, "0", "600", 2, 52);
-    EXPECT_EQ(r.calcOn, cur("136"));
+    EXPECT_EQ(r.calcOn, cur("136.0019"));
     EXPECT_EQ(r.amount, cur("16.32"));
 }
 
@@ -100,27 +101,36 @@ TEST_F(DeductionsTest, KiwiSaverPublishedCase) {
 }
 
 TEST_F(DeductionsTest, MonthlyThresholdIsASingleQuotient) {
-    // 24128 / 12 as a Single is 2010.6666259765625 -> 2010.6666 (a double would give 2010.6667).
-    // 3000 - 2010.6666 = 989.3334.
+    // 24127.90 as a Single is 24127.900390625; over 12 as a Single 2010.6583... -> 2010.6583, a fraction
+    // of a cent below the published 2,010.66. 3000 - 2010.6583 = 989.3417, cut to 989.34.
     const Result r = calc(0, "0", "3000", 2, 12);
-    EXPECT_EQ(r.calcOn, cur("989.3334"));
+    EXPECT_EQ(r.calcOn, cur("989.3417"));
+    EXPECT_EQ(r.amount, cur("118.72"));
+}
+
+TEST_F(DeductionsTest, MonthlyStudentLoanOfTheIssue) {
+    // 2,015.00 a month: (2015 - 2010.66) x 12% = 0.5208, cut to 0.52.
+    EXPECT_EQ(calc(0, "0", "2015", 2, 12).amount, cur("0.52"));
 }
 
 TEST_F(DeductionsTest, DefaultLinesComeFromTheEmployeesDeductions) {
     const qint32 emp = addEmployee(100, 1, "20");
     const qint32 wage = blankWage(QStringLiteral("20/11/2026"));
     ql::AddDefaultDeduct(wage, cur("500"), true, emp, 52);
-    EXPECT_TRUE(rowsOf(QStringLiteral("SELECT * FROM DeductionDetails WHERE WageID = %1").arg(wage)).isEmpty());
+    EXPECT_TRUE(
+        rowsOf(QStringLiteral("SELECT * FROM DeductionDetails WHERE WageID = %1").arg(wage)).isEmpty());
 
     app.WageDatabase.execute(QStringLiteral("INSERT INTO EmployeeDeductions VALUES (?, 100, NULL, NULL, ''), "
                                             "(?, 0, 5, 0, ''), (?, 102, 80, 0, '')"),
                              {emp, emp, emp});
     const qint32 wage2 = blankWage(QStringLiteral("27/11/2026"));
     ql::AddDefaultDeduct(wage2, cur("1000"), true, emp, 52);
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT DeductNameID, Percentage, AmountCalcon, Deductions FROM DeductionDetails "
-                                    "WHERE WageID = %1 ORDER BY DeductNameID")
-                         .arg(wage2)),
-              (QStringList{QStringLiteral("100|10|900.0000|90.0000"), QStringLiteral("102|100|50.0000|50.0000")}));
+    EXPECT_EQ(
+        rowsOf(
+            QStringLiteral("SELECT DeductNameID, Percentage, AmountCalcon, Deductions FROM DeductionDetails "
+                           "WHERE WageID = %1 ORDER BY DeductNameID")
+                .arg(wage2)),
+        (QStringList{QStringLiteral("100|10|900.0000|90.0000"), QStringLiteral("102|100|50.0000|50.0000")}));
 }
 
 TEST_F(DeductionsTest, RecalculationLeavesHundredPercentLinesAlone) {
@@ -141,7 +151,8 @@ TEST_F(DeductionsTest, RecalculationLeavesHundredPercentLinesAlone) {
                         "AND DeductNameID = 104")
              .arg(wage));
     ql::UpdateDeductions(cur("800"), wage, view, QStringLiteral("lblDeduct"), Currency());
-    EXPECT_EQ(money(QStringLiteral("SELECT Deductions FROM DeductionDetails WHERE WageID = %1 AND DeductNameID = 104")
+    EXPECT_EQ(money(QStringLiteral(
+                        "SELECT Deductions FROM DeductionDetails WHERE WageID = %1 AND DeductNameID = 104")
                         .arg(wage)),
               cur("12.34"));
     EXPECT_EQ(view.caption(QStringLiteral("lblDeduct")), QStringLiteral("$0.00"));
@@ -150,13 +161,16 @@ TEST_F(DeductionsTest, RecalculationLeavesHundredPercentLinesAlone) {
 TEST_F(DeductionsTest, KiwiSaverBaseLeavesOutExcludedAllowancesOnlyForTheExactName) {
     const qint32 emp = addEmployee(100, 1, "20");
     const qint32 wage = blankWage(QStringLiteral("20/11/2026"));
-    app.WageDatabase.execute(QStringLiteral("INSERT INTO EmployeeDeductions VALUES (?, 1, 0, 0, 'KiwiSaver')"), {emp});
+    app.WageDatabase.execute(
+        QStringLiteral("INSERT INTO EmployeeDeductions VALUES (?, 1, 0, 0, 'KiwiSaver')"), {emp});
     ql::AddDefaultDeduct(wage, cur("565"), true, emp, 52);
     // Taxable 565 of which 100 is excluded: 465 x 3.5% = 16.27.
     ql::UpdateDeductions(cur("565"), wage, view, QStringLiteral("lblDeduct"), cur("100"));
-    EXPECT_EQ(rowsOf(QStringLiteral("SELECT AmountCalcon, Deductions FROM DeductionDetails WHERE WageID = %1").arg(wage)),
+    EXPECT_EQ(rowsOf(QStringLiteral("SELECT AmountCalcon, Deductions FROM DeductionDetails WHERE WageID = %1")
+                         .arg(wage)),
               QStringList{QStringLiteral("465.0000|16.2700")});
-    // "kiwisaver" in the employee's row is not the name: the whole taxable counts. 565 x 3.5% = 19.775 -> 19.77
+    // "kiwisaver" in the employee's row is not the name: the whole taxable counts. 565 x 3.5% = 19.775
+    // -> 19.77
     exec(QStringLiteral("UPDATE EmployeeDeductions SET TaxName = 'kiwisaver'"));
     ql::UpdateDeductions(cur("565"), wage, view, QStringLiteral("lblDeduct"), cur("100"));
     EXPECT_EQ(rowsOf(QStringLiteral("SELECT AmountCalcon FROM DeductionDetails WHERE WageID = %1").arg(wage)),

@@ -5,8 +5,7 @@
 
 int main(int argc, char** argv) {
     qputenv("TZ", "Pacific/Auckland");
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     QLocale::setDefault(qltest::nzLocale());
     qltest::TempDocuments docs;

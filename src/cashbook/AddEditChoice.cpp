@@ -1,0 +1,10 @@
+#include "AddEditChoice.h"
+
+namespace ql {
+
+CalendarChoice& calendarChoice() {
+    static CalendarChoice choice;
+    return choice;
+}
+
+} // namespace ql

@@ -1,0 +1,68 @@
+#pragma once
+// The wage history ("History") without widgets: every pay of the current employee, one line each, with
+// a totals row, in date order or in the order of entry, and its print. The widget frmQuickView shows
+// this object; the command line drives it directly.
+#include "data/GridArray.h"
+#include <QDate>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+namespace ql {
+
+class ReportScreen;
+
+// Date order (true) or the order of entry; false at the start of a run, kept between openings.
+bool QuickViewDateOrder();
+void setQuickViewDateOrder(bool dateOrder);
+
+// The report of the history: ql_quickview.rpt in date order, ql_QViewUnsort.rpt in entry order.
+QString QuickViewReportFile(bool dateOrder);
+
+// The named format of each of the ten columns.
+const QStringList& QuickViewFormats();
+
+// The text of the print's date line: "|0| to |1|" with the first and last pay date; with no pay the
+// message "No entries for this employee!" is shown and its text returned.
+QString GetWageDateRange();
+
+class QuickView {
+public:
+    QuickView();
+
+    QString caption = QStringLiteral("History");
+    QString txtEmployee;
+    GridArray QuickViewArray; // ten columns; cells as the query gives them
+    QStringList Text1;        // the totals row, Text1(0) to Text1(8)
+    bool cmdDateOrderEnabled = true;
+    bool cmdEntryOrderEnabled = true;
+    QString focusControl;
+
+    // Beyond the screen: only the pays from..to (an invalid date leaves that end open).
+    QDate rangeFrom;
+    QDate rangeTo;
+
+    // The load: the list, the buttons, the name and the column captions.
+    void Form_Load(const QString& employeeName);
+    // Coming to the front: the totals, and the focus to cmdOK.
+    void Form_Activate();
+    void AssignQVData();
+    void SetQuickViewButtons();
+    void ShowQuickViewTotals();
+    void cmdDateOrder_Click();
+    void cmdEntryOrder_Click();
+    void PrintQView();
+    // The report screen of the print, prepared as PrintQView prepares it.
+    void PrepareQView(ReportScreen& screen);
+
+    // The cell as the grid shows it.
+    QString cellText(int row, int column) const;
+
+    std::function<void()> onChanged; // the list, the totals or the buttons changed
+
+private:
+    QString rangeWhere(const QString& dateColumn) const;
+    void changed();
+};
+
+} // namespace ql

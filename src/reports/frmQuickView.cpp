@@ -1,0 +1,268 @@
+#include "frmQuickView.h"
+#include "frame/OpenForms.h"
+#include "runtime/Convert.h"
+#include "runtime/DateFns.h"
+#include <QAbstractTableModel>
+#include <QChart>
+#include <QChartView>
+#include <QDateTimeAxis>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLineSeries>
+#include <QMap>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <QValueAxis>
+
+namespace ql {
+
+// The list of pays as the grid shows it: read only, each cell in its column's format.
+class QuickViewModel : public QAbstractTableModel {
+public:
+    explicit QuickViewModel(QuickView& view, QObject* parent) : QAbstractTableModel(parent), m_view(view) {}
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : m_view.QuickViewArray.rowCount();
+    }
+    int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 10; }
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (!index.isValid()) return {};
+        if (role == Qt::DisplayRole) return m_view.cellText(index.row(), index.column());
+        if (role == Qt::TextAlignmentRole)
+            return QVariant::fromValue(Qt::AlignVCenter |
+                                       (index.column() > 0 ? Qt::AlignRight : Qt::AlignLeft));
+        return {};
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+        if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
+            return m_view.QuickViewArray.headings().value(section);
+        return QAbstractTableModel::headerData(section, orientation, role);
+    }
+    Qt::ItemFlags flags(const QModelIndex& index) const override {
+        return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
+    }
+    void reset() {
+        beginResetModel();
+        endResetModel();
+    }
+
+private:
+    QuickView& m_view;
+};
+
+namespace {
+QPushButton* makeButton(const QString& caption, const QString& name, const QString& accessible,
+                        QWidget* parent) {
+    auto* b = new QPushButton(caption, parent);
+    b->setObjectName(name);
+    b->setAccessibleName(accessible);
+    return b;
+}
+} // namespace
+
+frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmQuickView"));
+    setWindowTitle(m_view.caption);
+    setAccessibleName(m_view.caption);
+    resize(1280, 620);
+    auto* outer = new QVBoxLayout(this);
+
+    auto* top = new QHBoxLayout;
+    auto* nameLabel = new QLabel(QStringLiteral("Employee:"), this);
+    m_employee = new QLineEdit(this);
+    m_employee->setObjectName(QStringLiteral("txtEmployee"));
+    m_employee->setAccessibleName(QStringLiteral("Employee"));
+    m_employee->setReadOnly(true);
+    nameLabel->setBuddy(m_employee);
+    top->addWidget(nameLabel);
+    top->addWidget(m_employee, 1);
+    outer->addLayout(top);
+
+    auto* splitter = new QSplitter(Qt::Horizontal, this);
+    auto* left = new QWidget(splitter);
+    auto* leftLayout = new QVBoxLayout(left);
+    leftLayout->setContentsMargins(0, 0, 0, 0);
+    m_model = new QuickViewModel(m_view, this);
+    m_grid = new QTableView(left);
+    m_grid->setObjectName(QStringLiteral("tgrdQuickV"));
+    m_grid->setAccessibleName(QStringLiteral("Pays"));
+    m_grid->setModel(m_model);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setAlternatingRowColors(true);
+    m_grid->verticalHeader()->hide();
+    m_grid->horizontalHeader()->setDefaultSectionSize(96);
+    m_grid->horizontalHeader()->setMinimumSectionSize(60);
+    m_grid->horizontalHeader()->setDefaultAlignment(Qt::Alignment(Qt::AlignCenter | Qt::TextWordWrap));
+    m_grid->horizontalHeader()->setFixedHeight(44);
+    m_grid->setColumnWidth(0, 86);
+    m_grid->setColumnWidth(1, 70);
+    leftLayout->addWidget(m_grid, 1);
+
+    // The totals row stands under the columns it adds up.
+    auto* totals = new QWidget(left);
+    totals->setObjectName(QStringLiteral("totalsRow"));
+    for (int i = 0; i < 9; ++i) {
+        auto* t = new QLineEdit(totals);
+        t->setObjectName(QStringLiteral("Text1(%1)").arg(i));
+        t->setAccessibleName(
+            QStringLiteral("Total of %1")
+                .arg(i == 0 ? QStringLiteral("hours") : QStringLiteral("column %1").arg(i + 1)));
+        t->setReadOnly(true);
+        t->setAlignment(Qt::AlignRight);
+        t->setFocusPolicy(Qt::ClickFocus);
+        t->installEventFilter(this);
+        m_totals << t;
+    }
+    totals->setFixedHeight(m_totals.first()->sizeHint().height() + 2);
+    for (QLineEdit* t : m_totals)
+        t->resize(t->width(), m_totals.first()->sizeHint().height());
+    leftLayout->addWidget(totals);
+    connect(m_grid->horizontalHeader(), &QHeaderView::sectionResized, this, [this] { alignTotals(); });
+    connect(m_grid->horizontalHeader(), &QHeaderView::geometriesChanged, this, [this] { alignTotals(); });
+    connect(m_grid->horizontalScrollBar(), &QAbstractSlider::valueChanged, this, [this] { alignTotals(); });
+
+    m_chart = new QChartView(splitter);
+    m_chart->setObjectName(QStringLiteral("chtPays"));
+    m_chart->setAccessibleName(QStringLiteral("Chart of gross, PAYE and take-home pay"));
+    m_chart->setRenderHint(QPainter::Antialiasing);
+    m_chart->setMinimumWidth(320);
+    splitter->addWidget(left);
+    splitter->addWidget(m_chart);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    outer->addWidget(splitter, 1);
+
+    auto* buttons = new QHBoxLayout;
+    m_dateOrder = makeButton(QStringLiteral("&Date Order"), QStringLiteral("cmdDateOrder"),
+                             QStringLiteral("Date order"), this);
+    m_entryOrder = makeButton(QStringLiteral("&Entry Order"), QStringLiteral("cmdEntryOrder"),
+                              QStringLiteral("Entry order"), this);
+    m_print = makeButton(QStringLiteral("&Print"), QStringLiteral("cmdPrint"), QStringLiteral("Print"), this);
+    m_ok = makeButton(QStringLiteral("&OK"), QStringLiteral("cmdOK"), QStringLiteral("OK"), this);
+    buttons->addWidget(m_dateOrder);
+    buttons->addWidget(m_entryOrder);
+    buttons->addStretch(1);
+    buttons->addWidget(m_print);
+    buttons->addWidget(m_ok);
+    outer->addLayout(buttons);
+    setTabOrder(m_grid, m_dateOrder);
+    setTabOrder(m_dateOrder, m_entryOrder);
+    setTabOrder(m_entryOrder, m_print);
+    setTabOrder(m_print, m_ok);
+    m_employee->setFocusPolicy(Qt::ClickFocus);
+    m_employee->installEventFilter(this);
+
+    connect(m_dateOrder, &QPushButton::clicked, this, [this] { m_view.cmdDateOrder_Click(); });
+    connect(m_entryOrder, &QPushButton::clicked, this, [this] { m_view.cmdEntryOrder_Click(); });
+    connect(m_print, &QPushButton::clicked, this, [this] { m_view.PrintQView(); });
+    connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
+
+    m_view.onChanged = [this] { refresh(); };
+    m_view.Form_Load(employeeName);
+    registerOpenForm(this, [this] { reject(); });
+}
+
+frmQuickView::~frmQuickView() {
+    unregisterOpenForm(this);
+    m_view.onChanged = nullptr;
+    // The grid's model reads the view, which goes before the child widgets do.
+    m_grid->setModel(nullptr);
+}
+
+void frmQuickView::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    m_view.Form_Activate();
+}
+
+// The text boxes of the totals and the name pass the focus on to the grid.
+bool frmQuickView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn && (watched == m_employee || m_totals.contains(watched))) {
+        m_grid->setFocus();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmQuickView::refresh() {
+    m_employee->setText(m_view.txtEmployee);
+    m_model->reset();
+    for (int i = 0; i < m_totals.size(); ++i)
+        m_totals.at(i)->setText(m_view.Text1.value(i));
+    m_dateOrder->setEnabled(m_view.cmdDateOrderEnabled);
+    m_entryOrder->setEnabled(m_view.cmdEntryOrderEnabled);
+    if (m_view.focusControl == QLatin1String("cmdOK")) m_ok->setFocus();
+    refreshChart();
+    alignTotals();
+}
+
+void frmQuickView::alignTotals() {
+    const QHeaderView* header = m_grid->horizontalHeader();
+    const int offset = m_grid->frameWidth();
+    for (int i = 0; i < m_totals.size(); ++i) {
+        const int column = i + 1;
+        m_totals.at(i)->setGeometry(offset + header->sectionViewportPosition(column), 0,
+                                    header->sectionSize(column), m_totals.at(i)->height());
+    }
+}
+
+// Gross, PAYE and take-home per pay, by date, over the pays the list shows.
+void frmQuickView::refreshChart() {
+    auto* chart = new QChart;
+    chart->setTitle(
+        QStringLiteral("Gross, %1 and take-home pay per pay").arg(m_view.QuickViewArray.headings().value(4)));
+    chart->legend()->setAlignment(Qt::AlignBottom);
+    const int columns[] = {2, 4, 8};
+    const char* const names[] = {"Gross", nullptr, "Take Home"};
+    QMap<qint64, int> byDate; // the list may stand in the order of entry
+    for (int r = 0; r < m_view.QuickViewArray.rowCount(); ++r) {
+        const QVariant d = m_view.QuickViewArray.value(r, 0);
+        if (!IsNull(d)) byDate.insert(QDateTime(CDate(d), QTime(12, 0)).toMSecsSinceEpoch() * 1000 + r, r);
+    }
+    double top = 0;
+    auto* x = new QDateTimeAxis;
+    x->setFormat(QStringLiteral("d/MM/yy"));
+    x->setTitleText(QStringLiteral("Pay date"));
+    auto* y = new QValueAxis;
+    y->setLabelFormat(QStringLiteral("$%.0f"));
+    chart->addAxis(x, Qt::AlignBottom);
+    chart->addAxis(y, Qt::AlignLeft);
+    for (int s = 0; s < 3; ++s) {
+        auto* series = new QLineSeries(chart);
+        series->setName(names[s] ? QString::fromLatin1(names[s]) : m_view.QuickViewArray.headings().value(4));
+        series->setPointsVisible(byDate.size() < 60);
+        for (auto it = byDate.cbegin(); it != byDate.cend(); ++it) {
+            const QVariant v = m_view.QuickViewArray.value(it.value(), columns[s]);
+            const double amount = IsNull(v) ? 0 : CDbl(v);
+            top = qMax(top, amount);
+            series->append(double(it.key() / 1000), amount);
+        }
+        chart->addSeries(series);
+        series->attachAxis(x);
+        series->attachAxis(y);
+    }
+    if (byDate.isEmpty()) {
+        x->setRange(QDateTime(Today(), QTime(0, 0)).addDays(-7), QDateTime(Today(), QTime(0, 0)));
+        chart->setTitle(QStringLiteral("No pays to show"));
+    } else if (byDate.size() == 1) {
+        const QDateTime only = QDateTime::fromMSecsSinceEpoch(byDate.firstKey() / 1000);
+        x->setRange(only.addDays(-3), only.addDays(3));
+    }
+    y->setRange(0, top > 0 ? top * 1.1 : 100);
+    y->applyNiceNumbers();
+    QChart* old = m_chart->chart();
+    m_chart->setChart(chart);
+    delete old;
+}
+
+void ShowQuickView(QWidget* owner, const QString& employeeName) {
+    frmQuickView form(employeeName, owner);
+    form.exec();
+}
+
+} // namespace ql

@@ -1,0 +1,141 @@
+// The two report screens on the desktop: the report screen with its buttons and the maximised
+// preview, and the wage history with its totals row and chart. QUILLARY_SCREENSHOT names a folder
+// to keep pictures of them in.
+#include "ReportsFixture.h"
+#include "reports/PrintPaySlip.h"
+#include "reports/QuickView.h"
+#include "reports/frmQuickView.h"
+#include "reports/frm_crystal.h"
+#include <QApplication>
+#include <QChartView>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLineSeries>
+#include <QPrintPreviewDialog>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+
+using namespace ql;
+using namespace qltest;
+
+namespace {
+
+void keepPicture(QWidget* w, const QString& name) {
+    const QString folder = qEnvironmentVariable("QUILLARY_SCREENSHOT");
+    if (!folder.isEmpty()) w->grab().save(folder + u'/' + name + QStringLiteral(".png"));
+}
+
+class ScreensTest : public ReportsTest {
+protected:
+    void SetUp() override {
+        ReportsTest::SetUp();
+        setQuickViewDateOrder(false);
+        farmDetails("Kea Flats Station", "1 Pretend Lane", "RD 2", "Demoville 9999", "123-456-789");
+        e = employee("Wiremu", "Tāwhiri", "111-222-333");
+        selectEmployee(e);
+    }
+    void TearDown() override {
+        setQuickViewDateOrder(false);
+        ReportsTest::TearDown();
+    }
+    qint64 e = 0;
+};
+
+} // namespace
+
+TEST_F(ScreensTest, ReportScreenShowsWhatIsAboutToBePrintedAndItsButtons) {
+    rows->context.CurrentWageID = qint32(pay(e, QDate(2026, 3, 5), 1000, 150, 20, "W1", "Tom's & Co"));
+    slipLine("Gross");
+    slipLine("    Ordinary Time (x1)", "40.00", "25.00", "1000.00");
+    SlipView view;
+    view.control("datPays").caption = "1 of 1";
+    ReportScreen screen;
+    PreparePaySlip(screen, view, "Weekly up to 5/03/2026", "W1", QDate(2026, 3, 6), true);
+    screen.wait = nullptr;
+    frm_crystal form(screen);
+    form.show();
+    EXPECT_EQ(form.windowTitle(), "Reports");
+    auto* info = form.findChild<QLabel*>("lbl_ReportInfo");
+    ASSERT_NE(info, nullptr);
+    EXPECT_EQ(info->text(),
+              "Payslip For Wiremu Tāwhiri\nWeekly up to 5/03/2026\nReference: W1\nPaid on: 6/03/2026");
+    auto* toScreen = form.findChild<QPushButton*>("cmdCry(0)");
+    auto* toPrinter = form.findChild<QPushButton*>("cmdCry(1)");
+    auto* back = form.findChild<QPushButton*>("cmd_goback");
+    ASSERT_TRUE(toScreen && toPrinter && back);
+    EXPECT_EQ(toScreen->text(), "&Screen");
+    EXPECT_EQ(toPrinter->text(), "&Printer");
+    EXPECT_FALSE(toScreen->accessibleName().isEmpty());
+    EXPECT_FALSE(form.findChild<QCheckBox*>("chkMemo")->isVisible()) << "no caller of this program shows it";
+    keepPicture(&form, "frm_crystal");
+
+    // The screen button previews in a maximised window.
+    installReportScreens();
+    bool maximised = false;
+    bool seen = false;
+    toScreen->click();
+    EXPECT_TRUE(screen.cry_timer.isActive());
+    // The preview is modal: look for it from inside its own loop, then close it.
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* preview = qobject_cast<QPrintPreviewDialog*>(w);
+                preview && preview->isVisible() && !seen) {
+                seen = true;
+                maximised = preview->windowState() & Qt::WindowMaximized;
+                keepPicture(preview, "preview");
+                preview->reject();
+            }
+    });
+    poll.start(50);
+    screen.cry_timer_Timer();
+    poll.stop();
+    EXPECT_TRUE(seen);
+    EXPECT_TRUE(maximised);
+    EXPECT_EQ(screen.cry_report.runs(), 1);
+    back->click();
+    EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(ScreensTest, HistoryShowsPaysTotalsAndChart) {
+    QDate date(2025, 7, 7);
+    for (int i = 0; i < 26; ++i, date = date.addDays(7))
+        pay(e, date, 1000 + 10 * (i % 5), 150 + (i % 5), 35, QStringLiteral("W%1").arg(i + 1));
+    frmQuickView form("Tāwhiri, Wiremu");
+    form.show();
+    QApplication::processEvents();
+    EXPECT_EQ(form.windowTitle(), "History");
+    EXPECT_EQ(form.findChild<QLineEdit*>("txtEmployee")->text(), "Tāwhiri, Wiremu");
+    auto* grid = form.findChild<QTableView*>("tgrdQuickV");
+    ASSERT_NE(grid, nullptr);
+    EXPECT_EQ(grid->model()->rowCount(), 26);
+    EXPECT_EQ(grid->model()->columnCount(), 10);
+    EXPECT_EQ(grid->model()->headerData(8, Qt::Horizontal).toString(), "Take Home");
+    EXPECT_EQ(form.findChild<QLineEdit*>("Text1(1)")->text(), "$26,500.00");
+    EXPECT_FALSE(form.findChild<QPushButton*>("cmdEntryOrder")->isEnabled());
+    EXPECT_TRUE(form.findChild<QPushButton*>("cmdDateOrder")->isEnabled());
+    auto* chart = form.findChild<QChartView*>("chtPays");
+    ASSERT_NE(chart, nullptr);
+    ASSERT_EQ(chart->chart()->series().size(), 3);
+    EXPECT_EQ(static_cast<QLineSeries*>(chart->chart()->series().at(0))->count(), 26);
+    for (QWidget* w : form.findChildren<QWidget*>())
+        if (w->focusPolicy() != Qt::NoFocus && (qobject_cast<QPushButton*>(w) || qobject_cast<QLineEdit*>(w)))
+            EXPECT_FALSE(w->accessibleName().isEmpty()) << w->objectName().toStdString();
+    keepPicture(&form, "frmQuickView");
+    // The totals and the name never keep the focus: they pass it to the grid.
+    QApplication::setActiveWindow(&form);
+    form.findChild<QLineEdit*>("Text1(3)")->setFocus();
+    QApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), grid);
+    form.findChild<QPushButton*>("cmdDateOrder")->click();
+    EXPECT_TRUE(QuickViewDateOrder());
+    EXPECT_FALSE(form.findChild<QPushButton*>("cmdDateOrder")->isEnabled());
+
+    // The print offers the report screen with the history's file.
+    form.findChild<QPushButton*>("cmdPrint")->click();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown.at(0).reportFile.endsWith("/ql_quickview.rpt"));
+    EXPECT_EQ(rows->context.CurrentReportID, 126);
+}
