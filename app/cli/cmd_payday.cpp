@@ -7,6 +7,7 @@
 #include "payday/BankAccount.h"
 #include "payday/BankFile.h"
 #include "payday/PayRun.h"
+#include "payday/PayRunCommitter.h"
 #include "payday/PaydayFiles.h"
 #include "payday/PaydayTables.h"
 #include "payengine/AppContext.h"
@@ -195,13 +196,14 @@ int payRun(const QStringList& args, QTextStream& out) {
         throw cli::CliUsageError();
     const QDate runDate = dateArgument(args.at(0));
     const bool commit = args.size() == 2;
-    if (commit && !ql::installedPayCommitter())
-        throw cli::CliFailure(QStringLiteral("This program has no commit of a pay installed."));
     Session session;
     QStringList failures;
     QList<ql::PayRunItem> items = ql::AddPayRunPays(runDate, failures);
     if (commit && failures.isEmpty()) {
-        const ql::PayRunCommit result = ql::CommitPayRun(items, {}, ql::installedPayCommitter());
+        // Without a screen there is no payslip to look at: the pays are committed and posted.
+        const ql::PayCommitter committer =
+            ql::installedPayCommitter() ? ql::installedPayCommitter() : ql::CommitAsTheDialogDoes(false);
+        const ql::PayRunCommit result = ql::CommitPayRun(items, {}, committer);
         if (!result.failure.isEmpty()) failures << result.failure;
         items = ql::ProposePayRun(session.wage(), runDate);
     }

@@ -1,4 +1,6 @@
 #include "frmPayRun.h"
+#include "PayRunCommitter.h"
+#include "cashbook/PaySlipPrinter.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frmPaydayFiles.h"
@@ -42,6 +44,8 @@ const QStringList kColumns{QStringLiteral("Pay"),       QStringLiteral("Employee
 
 frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(wage) {
     setWindowTitle(QStringLiteral("Pay Run"));
+    commitPay =
+        installedPayCommitter() ? installedPayCommitter() : CommitAsTheDialogDoes(ReadPrintPaySlip() != 0);
     setModal(true);
     dtpRunDate = new QDateEdit(Today(), this);
     dtpRunDate->setObjectName(QStringLiteral("dtpRunDate"));

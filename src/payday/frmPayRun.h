@@ -31,9 +31,9 @@ public:
     // The main window opens an employee's pay in the wage ledger through this (employee, pay or 0).
     std::function<void(qint32 employeeID, qint32 wageID)> openInLedger;
 
-    // The commit of one pay as the commit dialog does it: the installed one unless set. Without one the
-    // commit button stays disabled.
-    PayCommitter commitPay = installedPayCommitter();
+    // The commit of one pay: the installed one, else the commit dialog's steps with the payslip printed
+    // as the print setting says. Without one the commit button stays disabled.
+    PayCommitter commitPay;
 
     // Lists the run for the date without changing anything.
     void propose();

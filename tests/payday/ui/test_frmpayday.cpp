@@ -163,7 +163,9 @@ TEST_F(PayRunScreenTest, ProposesAddsLeavesOutAndNeverAddsTwice) {
     d.cmdOpen->click();
     EXPECT_EQ(opened, d.items().at(0).wageID);
 
-    // Without the commit dialog's steps installed the run cannot be committed.
+    // Without a commit of a pay the run cannot be committed.
+    d.commitPay = {};
+    d.propose();
     EXPECT_FALSE(d.cmdCommit->isEnabled());
     int failures = 1;
     d.commitPay = [&](ql::PayView& screen, const ql::PayRunItem& item) -> QString {
