@@ -6,6 +6,8 @@
 #include "frame/SettingGetters.h"
 #include "payday/PayRun.h"
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
