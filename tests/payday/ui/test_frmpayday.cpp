@@ -1,6 +1,7 @@
 // The payday screens offscreen: numbers checked where they are typed, files refused with the
 // employees to fix, then written.
 #include "../PaydayFixture.h"
+#include "cashbook/PaySlipPrinter.h"
 #include "payday/frmBankAccounts.h"
 #include "payday/frmPayRun.h"
 #include "payday/frmPaydayFiles.h"
@@ -187,6 +188,34 @@ TEST_F(PayRunScreenTest, ProposesAddsLeavesOutAndNeverAddsTwice) {
         context.WageDatabase.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE length(Reference) > 0"))
             .toInt(),
         5);
+    EXPECT_EQ(pays(), 5);
+}
+
+} // namespace
+} // namespace qltest
+
+namespace qltest {
+namespace {
+
+TEST_F(PayRunScreenTest, TheWholeDemoFarmCommittedAndPostedFromTheScreen) {
+    ql::SavePrintPaySlip(0); // no report screen per pay in this test
+    ql::frmPayRun d(context.WageDatabase);
+    ASSERT_TRUE(d.commitPay) << "the commit dialog's steps by default";
+    d.dtpRunDate->setDate(QDate(2026, 11, 6));
+    EXPECT_EQ(d.addPays(), 5);
+    ASSERT_TRUE(d.cmdCommit->isEnabled());
+    EXPECT_EQ(d.commitPays(), 5);
+    EXPECT_TRUE(dialogs.calls.last().message.startsWith(QStringLiteral("5 pays were committed.")));
+    for (int r = 0; r < 5; ++r)
+        EXPECT_TRUE(d.tgrdRun->item(r, 7)->text().startsWith(QStringLiteral("Committed ("))) << r;
+    EXPECT_FALSE(d.cmdCommit->isEnabled());
+    EXPECT_EQ(d.commitPays(), 0);
+    ql::Database farm;
+    farm.open(ql::DataFileName());
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(DISTINCT WageID) FROM QuillaryPostedPays")).toInt(),
+              5);
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays")).toInt(), 5);
+    farm.close();
     EXPECT_EQ(pays(), 5);
 }
 
