@@ -5,7 +5,6 @@
 #include "frame/Texts.h"
 #include "runtime/Convert.h"
 #include "runtime/Trap.h"
-#include "runtime/VbError.h"
 #include <QDate>
 
 namespace ql {
@@ -30,16 +29,9 @@ QString text(const QVariant& v) {
     return IsNull(v) ? QString() : CStr(v);
 }
 
-// The frame's settings read the start of the financial year through this; a farm database that
-// cannot be read yet (a fresh folder) gives the year's default start, as an empty column does.
+// The frame's settings read the start of the financial year through this.
 const bool installed = [] {
-    setFinancialYearSource([] {
-        try {
-            return GetFinancialYear();
-        } catch (const VbError&) {
-            return CStr(QVariant(QDate(1995, 7, 1)));
-        }
-    });
+    setFinancialYearSource([] { return GetFinancialYear(); });
     return true;
 }();
 
