@@ -2,17 +2,20 @@
 // payday details (payroll contact, paying account, employees' bank accounts).
 #include "CliCommand.h"
 #include "JsonRows.h"
+#include "ReportCommands.h"
 #include "frame/Messages.h"
 #include "frame/ScriptedDialogs.h"
 #include "payday/BankAccount.h"
 #include "payday/BankFile.h"
 #include "payday/PayRun.h"
+#include "payday/PayRunCommitter.h"
 #include "payday/PaydayFiles.h"
 #include "payday/PaydayTables.h"
 #include "payengine/AppContext.h"
 #include "runtime/VbError.h"
 #include "startup/Startup.h"
 #include <QDate>
+#include <QDir>
 
 namespace {
 
@@ -190,16 +193,55 @@ QString payRunJson(const QDate& runDate, const QList<ql::PayRunItem>& items, con
                  : QStringLiteral("\n") + problems.join(QStringLiteral(",\n")) + QStringLiteral("\n  "));
 }
 
+// A file name made of the pay's reference and the employee's name, without characters a folder refuses.
+QString paySlipFileName(const ql::PayRunItem& item) {
+    QString name = QStringLiteral("Payslip %1 %2.pdf").arg(item.reference, item.name);
+    static const QString refused = QStringLiteral("/\\:*?\"<>|");
+    for (QChar& c : name)
+        if (refused.contains(c)) c = u'_';
+    return name;
+}
+
 int payRun(const QStringList& args, QTextStream& out) {
-    if (args.size() != 1) throw cli::CliUsageError();
+    if (args.isEmpty()) throw cli::CliUsageError();
     const QDate runDate = dateArgument(args.at(0));
-    Session session;
+    bool commit = false;
+    QString pdfFolder;
+    for (int i = 1; i < args.size(); ++i) {
+        if (args.at(i) == QStringLiteral("--commit") && !commit)
+            commit = true;
+        else if (args.at(i) == QStringLiteral("--pdf-folder") && pdfFolder.isEmpty() && i + 1 < args.size())
+            pdfFolder = args.at(++i);
+        else
+            throw cli::CliUsageError();
+    }
+    if (!pdfFolder.isEmpty() && !commit) throw cli::CliUsageError();
+    if (!pdfFolder.isEmpty() && !QDir(pdfFolder).exists())
+        throw cli::CliFailure(QStringLiteral("The folder %1 does not exist.").arg(pdfFolder));
     QStringList failures;
-    const QList<ql::PayRunItem> items = ql::AddPayRunPays(runDate, failures);
+    QList<ql::PayRunItem> items;
+    {
+        Session session;
+        items = ql::AddPayRunPays(runDate, failures);
+        if (commit && failures.isEmpty()) {
+            // Without a screen there is no payslip to look at: the pays are committed and posted, and
+            // their payslips written as PDF files when a folder is given.
+            const ql::PayCommitter committer =
+                ql::installedPayCommitter() ? ql::installedPayCommitter() : ql::CommitAsTheDialogDoes(false);
+            const ql::PayRunCommit result = ql::CommitPayRun(items, {}, committer);
+            if (!result.failure.isEmpty()) failures << result.failure;
+            items = ql::ProposePayRun(session.wage(), runDate);
+        }
+    }
+    // Each payslip opens the pay on a wage screen of its own, so they come after the run's session.
+    if (!pdfFolder.isEmpty())
+        for (const ql::PayRunItem& item : items)
+            if (item.committed())
+                cli::writePaySlipPdf(item.wageID, QDir(pdfFolder).filePath(paySlipFileName(item)));
     out << payRunJson(runDate, items, failures);
     if (!failures.isEmpty()) {
         out.flush();
-        throw cli::CliFailure(QStringLiteral("Not every pay of the run was added:\n") + failures.join(u'\n'));
+        throw cli::CliFailure(QStringLiteral("The pay run did not finish:\n") + failures.join(u'\n'));
     }
     return 0;
 }
@@ -215,7 +257,9 @@ const cli::CliCommand
     paydaySettingsCommand("payday-settings",
                           "payday-settings [--name T] [--phone T] [--email T] [--ird T] [--account T]",
                           paydaySettings);
-const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD", payRun);
+// The payslips paint only with --pdf-folder, but the command is one: it runs in a GUI application.
+const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD [--commit] [--pdf-folder DIR]", payRun,
+                                    true);
 const cli::CliCommand bankAccountCommand("bank-account", "bank-account EMPLOYEE_ID [ACCOUNT]", bankAccount);
 
 } // namespace

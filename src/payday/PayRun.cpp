@@ -7,6 +7,7 @@
 #include "ledger/Roster.h"
 #include "ledger/WageScreen.h"
 #include "payengine/AppContext.h"
+#include "payengine/PayList.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
@@ -183,6 +184,86 @@ bool PayRunAdder::add(const PayRunItem& item, QString& failure) {
     }
     setDialogs(&outer);
     return added;
+}
+
+namespace {
+PayCommitter& committerSlot() {
+    static PayCommitter committer;
+    return committer;
+}
+} // namespace
+
+void setPayCommitter(PayCommitter committer) {
+    committerSlot() = std::move(committer);
+}
+const PayCommitter& installedPayCommitter() {
+    return committerSlot();
+}
+
+PayView* PayRunAdder::standOn(const PayRunItem& item) {
+    if (item.wageID == 0) return nullptr;
+    AppContext& app = App();
+    int index = -1;
+    for (int i = 1; i < app.EmployeeArray.size(); ++i)
+        if (app.EmployeeArray.at(i).EmployeeID == item.employeeID) index = i - 1;
+    if (index < 0) return nullptr;
+    if (m_screen->cboEmployeeIndex != index) m_screen->selectEmployeeItem(index);
+    PayList& list = m_screen->datPays;
+    // The list shows the employee's pays by date, standing on the last; the run's pay is usually it.
+    if (!list.EOF_() && !list.BOF() && CLng(list.value(QStringLiteral("WageID"))) == item.wageID)
+        return m_screen;
+    for (list.MoveFirst(); !list.EOF_(); list.MoveNext())
+        if (CLng(list.value(QStringLiteral("WageID"))) == item.wageID) return m_screen;
+    return nullptr;
+}
+
+PayRunCommit CommitPayRun(const QList<PayRunItem>& items, const QSet<qint32>& leftOut,
+                          const PayCommitter& commit,
+                          const std::function<bool(int, int, const QString&)>& progress) {
+    PayRunCommit result;
+    QList<PayRunItem> toCommit;
+    for (const PayRunItem& i : items)
+        if (i.wageID != 0 && !i.committed() && !leftOut.contains(i.employeeID)) toCommit << i;
+    PayRunAdder screen;
+    Database& wage = App().WageDatabase;
+    for (int n = 0; n < toCommit.size(); ++n) {
+        const PayRunItem& item = toCommit.at(n);
+        const auto rest = [&] {
+            for (int m = n; m < toCommit.size(); ++m)
+                result.notDone << toCommit.at(m).name;
+        };
+        if (progress && !progress(n, static_cast<int>(toCommit.size()), item.name)) {
+            result.cancelled = true;
+            rest();
+            break;
+        }
+        // A pay committed meanwhile (by hand, or by a run cut short) is not committed twice.
+        const QString already = text(
+            wage.scalar(QStringLiteral("SELECT Reference FROM Wages WHERE WageID = %1").arg(item.wageID)));
+        if (!already.isEmpty()) continue;
+        PayView* view = screen.standOn(item);
+        QString message = view ? QString() : QStringLiteral("the pay is no longer there");
+        if (view) {
+            try {
+                message = commit(*view, item);
+            } catch (const VbError& e) {
+                message = e.description();
+            }
+        }
+        const QString reference = text(
+            wage.scalar(QStringLiteral("SELECT Reference FROM Wages WHERE WageID = %1").arg(item.wageID)));
+        if (!message.isEmpty() || reference.isEmpty()) {
+            result.failure = QStringLiteral("%1: %2").arg(
+                item.name,
+                message.isEmpty() ? QStringLiteral("the pay was not committed") : message.simplified());
+            rest();
+            break;
+        }
+        result.done << QStringLiteral("%1 (%2)").arg(item.name, reference);
+    }
+    if (progress && !result.cancelled)
+        progress(static_cast<int>(toCommit.size()), static_cast<int>(toCommit.size()), QString());
+    return result;
 }
 
 QList<PayRunItem> AddPayRunPays(const QDate& runDate, QStringList& failures) {

@@ -7,8 +7,10 @@
 #include "runtime/Currency.h"
 #include <QDate>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 namespace ql {
 
@@ -48,6 +50,9 @@ public:
     PayRunAdder& operator=(const PayRunAdder&) = delete;
     // Adds the item's pay when it has none yet; false with the reason when it could not.
     bool add(const PayRunItem& item, QString& failure);
+    // Stands the wage screen on the item's pay, its employee picked as the user picks one; nullptr
+    // when the pay is not there.
+    PayView* standOn(const PayRunItem& item);
 
 private:
     WageScreen* m_screen;
@@ -58,6 +63,29 @@ private:
 // payroll database open). Failures (a missing tax code, for example) are listed with the employee's
 // name and the run goes on with the others. Returns the run as it then stands.
 QList<PayRunItem> AddPayRunPays(const QDate& runDate, QStringList& failures);
+
+// Commits the pay the screen stands on, as the commit dialog does; the empty text when it did, else
+// the system's message. The main window installs the commit dialog's own steps.
+using PayCommitter = std::function<QString(PayView& screen, const PayRunItem& item)>;
+
+// The commit of one pay that the program installs at start (the commit dialog's steps); the pay run
+// screen and `pay-run --commit` use it. Empty until installed.
+void setPayCommitter(PayCommitter committer);
+const PayCommitter& installedPayCommitter();
+
+struct PayRunCommit {
+    QStringList done;    // "Name (reference)" of each pay committed by this call
+    QStringList notDone; // names of the pays still to commit, the failing one first
+    QString failure;     // "Name: message" of the pay that stopped the run; empty when none did
+    bool cancelled = false;
+};
+
+// Commits, in the run's order, every pay of items that is added, not committed and not left out,
+// stopping at the first failure (or when progress answers false). Committed pays are never committed
+// again, so running it again finishes the rest.
+PayRunCommit CommitPayRun(const QList<PayRunItem>& items, const QSet<qint32>& leftOut,
+                          const PayCommitter& commit,
+                          const std::function<bool(int done, int total, const QString& name)>& progress = {});
 
 // The sum of the run's take-home pays.
 Currency PayRunTotal(const QList<PayRunItem>& items);

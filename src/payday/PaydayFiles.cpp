@@ -8,8 +8,8 @@
 #include "runtime/DateFns.h"
 #include "runtime/VbError.h"
 #include <QCoreApplication>
-#include <QFile>
 #include <QHash>
+#include <QSaveFile>
 #include <cmath>
 
 namespace ql {
@@ -295,15 +295,12 @@ PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
 }
 
 void WritePaydayFile(const QString& path, const QString& text) {
-    QFile out(path);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        throw VbError(75, QStringLiteral("Payday"),
-                      QStringLiteral("The file %1 could not be written: %2").arg(path, out.errorString()));
+    // Written whole or not at all: a file for Inland Revenue or the bank is never left half done.
+    QSaveFile out(path);
     const QByteArray bytes = text.toUtf8();
-    if (out.write(bytes) != bytes.size())
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
         throw VbError(75, QStringLiteral("Payday"),
                       QStringLiteral("The file %1 could not be written: %2").arg(path, out.errorString()));
-    out.close();
 }
 
 } // namespace ql

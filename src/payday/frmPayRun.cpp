@@ -1,6 +1,9 @@
 #include "frmPayRun.h"
+#include "PayRunCommitter.h"
+#include "cashbook/PaySlipPrinter.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
+#include "frmPaydayFiles.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 #include <QApplication>
@@ -41,6 +44,8 @@ const QStringList kColumns{QStringLiteral("Pay"),       QStringLiteral("Employee
 
 frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(wage) {
     setWindowTitle(QStringLiteral("Pay Run"));
+    commitPay =
+        installedPayCommitter() ? installedPayCommitter() : CommitAsTheDialogDoes(ReadPrintPaySlip() != 0);
     setModal(true);
     dtpRunDate = new QDateEdit(Today(), this);
     dtpRunDate->setObjectName(QStringLiteral("dtpRunDate"));
@@ -67,9 +72,13 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     cmdAddPays->setAccessibleName(QStringLiteral("Add the missing pays"));
     cmdOpen = new QPushButton(QStringLiteral("Open in &ledger"), this);
     cmdOpen->setAccessibleName(QStringLiteral("Open the selected pay in the wage ledger"));
+    cmdCommit = new QPushButton(QStringLiteral("Co&mmit"), this);
+    cmdCommit->setAccessibleName(QStringLiteral("Commit the pays of the run"));
+    cmdFiles = new QPushButton(QStringLiteral("Payday &files..."), this);
+    cmdFiles->setAccessibleName(QStringLiteral("Payday filing and bank files of the run"));
     auto* cmdClose = new QPushButton(QStringLiteral("&Close"), this);
     cmdClose->setAccessibleName(QStringLiteral("Close"));
-    for (QPushButton* b : {cmdPropose, cmdAddPays, cmdOpen, cmdClose})
+    for (QPushButton* b : {cmdPropose, cmdAddPays, cmdOpen, cmdCommit, cmdFiles, cmdClose})
         b->setAutoDefault(false);
 
     auto* top = new QHBoxLayout;
@@ -82,6 +91,8 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     bottom->addStretch();
     bottom->addWidget(cmdOpen);
     bottom->addWidget(cmdAddPays);
+    bottom->addWidget(cmdCommit);
+    bottom->addWidget(cmdFiles);
     bottom->addWidget(cmdClose);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
@@ -91,17 +102,26 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     setTabOrder(cmdPropose, tgrdRun);
     setTabOrder(tgrdRun, cmdOpen);
     setTabOrder(cmdOpen, cmdAddPays);
-    setTabOrder(cmdAddPays, cmdClose);
+    setTabOrder(cmdAddPays, cmdCommit);
+    setTabOrder(cmdCommit, cmdFiles);
+    setTabOrder(cmdFiles, cmdClose);
     resize(760, 360);
 
     connect(cmdPropose, &QPushButton::clicked, this, [this] { propose(); });
     connect(dtpRunDate, &QDateEdit::dateChanged, this, [this] { propose(); });
     connect(cmdAddPays, &QPushButton::clicked, this, [this] { addPays(); });
+    connect(cmdCommit, &QPushButton::clicked, this, [this] { commitPays(); });
     connect(cmdOpen, &QPushButton::clicked, this, [this] {
         const int row = tgrdRun->currentRow();
         if (row < 0 || row >= m_items.size() || !openInLedger) return;
         openInLedger(m_items.at(row).employeeID, m_items.at(row).wageID);
         propose();
+    });
+    connect(cmdFiles, &QPushButton::clicked, this, [this] {
+        // The files go by payment date; the run's pays are paid on its date.
+        frmPaydayFiles files(m_wage, this);
+        files.dtpPaymentDate->setDate(dtpRunDate->date());
+        files.exec();
     });
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
     propose();
@@ -147,6 +167,9 @@ void frmPayRun::fill() {
         QStringLiteral("%1 pays, take-home %2").arg(m_items.size()).arg(money(PayRunTotal(m_items))));
     cmdAddPays->setEnabled(
         std::any_of(m_items.cbegin(), m_items.cend(), [](const PayRunItem& i) { return i.wageID == 0; }));
+    cmdCommit->setEnabled(bool(commitPay) &&
+                          std::any_of(m_items.cbegin(), m_items.cend(),
+                                      [](const PayRunItem& i) { return i.wageID != 0 && !i.committed(); }));
 }
 
 int frmPayRun::addPays() {
@@ -184,9 +207,43 @@ int frmPayRun::addPays() {
     return added;
 }
 
-void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger) {
+int frmPayRun::commitPays() {
+    if (!commitPay) return 0;
+    PayRunCommit result;
+    {
+        QProgressDialog progress(QStringLiteral("Committing the pays of the run..."),
+                                 QStringLiteral("&Cancel"), 0, 1, this);
+        progress.setWindowTitle(QStringLiteral("Pay Run"));
+        progress.setAccessibleName(QStringLiteral("Progress of the pay run"));
+        progress.setWindowModality(Qt::WindowModal);
+        progress.setMinimumDuration(0);
+        result = CommitPayRun(m_items, leftOut(), commitPay, [&](int done, int total, const QString& name) {
+            progress.setMaximum(total);
+            progress.setValue(done);
+            if (!name.isEmpty())
+                progress.setLabelText(QStringLiteral("Committing the pay of %1...").arg(name));
+            QApplication::processEvents();
+            return !progress.wasCanceled();
+        });
+    }
+    propose();
+    QString text = QStringLiteral("%1 pays were committed.").arg(result.done.size());
+    if (!result.done.isEmpty()) text += u'\n' + result.done.join(u'\n');
+    if (!result.failure.isEmpty()) text += QStringLiteral("\n\nThe run stopped at %1\n").arg(result.failure);
+    if (!result.notDone.isEmpty())
+        text += QStringLiteral("\nNot committed yet:\n") + result.notDone.join(u'\n') +
+                QStringLiteral("\n\nRun the pay run again to finish them.");
+    ShowMessage(text, msg::OKOnly, Firm(), QStringLiteral("Pay Run"), QString(),
+                result.failure.isEmpty() ? msg::Information : msg::Warning, true);
+    return static_cast<int>(result.done.size());
+}
+
+void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger,
+                PayCommitter commitPay) {
     frmPayRun d(wage, owner);
     d.openInLedger = std::move(openInLedger);
+    if (commitPay) d.commitPay = std::move(commitPay);
+    d.propose();
     d.exec();
 }
 

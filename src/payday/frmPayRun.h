@@ -25,15 +25,24 @@ public:
     QPushButton* cmdPropose;
     QPushButton* cmdAddPays;
     QPushButton* cmdOpen;
+    QPushButton* cmdFiles;
+    QPushButton* cmdCommit;
 
     // The main window opens an employee's pay in the wage ledger through this (employee, pay or 0).
     std::function<void(qint32 employeeID, qint32 wageID)> openInLedger;
+
+    // The commit of one pay: the installed one, else the commit dialog's steps with the payslip printed
+    // as the print setting says. Without one the commit button stays disabled.
+    PayCommitter commitPay;
 
     // Lists the run for the date without changing anything.
     void propose();
     // Adds the missing pays of the rows left in; the failures, one a line, are told at the end.
     // Returns the number of pays added.
     int addPays();
+    // Commits the added pays left in, in order, with progress and cancel; what was done and what was
+    // not is told at the end. Returns the number committed.
+    int commitPays();
     QList<PayRunItem> items() const { return m_items; }
     // The employees left out of the run (unticked rows).
     QSet<qint32> leftOut() const;
@@ -44,6 +53,7 @@ private:
     QList<PayRunItem> m_items;
 };
 
-void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger = {});
+void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger = {},
+                PayCommitter commitPay = {});
 
 } // namespace ql

@@ -6,6 +6,8 @@
 #include "frame/SettingGetters.h"
 #include "payday/PayRun.h"
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -22,6 +24,38 @@ QJsonObject parse(const QString& text) {
     const QJsonDocument doc = QJsonDocument::fromJson(text.toUtf8(), &error);
     EXPECT_EQ(error.error, QJsonParseError::NoError) << text.toStdString();
     return doc.object();
+}
+
+int countFarm(const QString& sql) {
+    ql::Database farm;
+    farm.open(ql::DataFileName());
+    const int n = farm.scalar(sql).toInt();
+    farm.close();
+    return n;
+}
+
+// Every current employee of the demo has exactly one pay, committed, and exactly one posting.
+void expectOneCommittedPostedPayEach(const QString& seed = QString()) {
+    ql::Database wage;
+    wage.open(ql::WageFileName());
+    for (int id = 1; id <= 5; ++id) {
+        EXPECT_EQ(
+            wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE EmployeeID = %1").arg(id)).toInt(),
+            1)
+            << "employee " << id << " " << seed.toStdString();
+        EXPECT_EQ(wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE EmployeeID = %1 AND "
+                                             "length(Reference) > 0")
+                                  .arg(id))
+                      .toInt(),
+                  1)
+            << "employee " << id << " " << seed.toStdString();
+    }
+    wage.close();
+    EXPECT_EQ(countFarm(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays")), 5) << seed.toStdString();
+    EXPECT_EQ(countFarm(QStringLiteral("SELECT count(DISTINCT WageID) FROM QuillaryPostedPays")), 5)
+        << seed.toStdString();
+    // The pay's withdrawal and, the tax being paid electronically in the demo, the tax's: two a pay.
+    EXPECT_EQ(countFarm(QStringLiteral("SELECT count(*) FROM Transactions")), 10) << seed.toStdString();
 }
 
 int count(const QString& sql) {
@@ -54,6 +88,10 @@ TEST(PayRun, WholeDemoFarmOnceWhateverTheRuns) {
     ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs.path()).exitCode, 0);
     EXPECT_EQ(runCli({QStringLiteral("pay-run")}, docs.path()).exitCode, 2);
     EXPECT_EQ(runCli({QStringLiteral("pay-run"), QStringLiteral("6/11/2026")}, docs.path()).exitCode, 2);
+    EXPECT_EQ(runCli({QStringLiteral("pay-run"), QStringLiteral("2026-11-06"), QStringLiteral("--post")},
+                     docs.path())
+                  .exitCode,
+              2);
 
     CliResult r = runCli({QStringLiteral("pay-run"), QStringLiteral("2026-11-06")}, docs.path());
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
@@ -132,6 +170,23 @@ TEST(PayRun, AnEmployeeWithoutTaxCodeIsListedAndTheOthersGoOn) {
     EXPECT_TRUE(pays.at(4).toObject().value(QStringLiteral("WageID")).isNull());
 }
 
+TEST(PayRun, CommittedAndPostedOnceFromTheCommandLine) {
+    TempDocuments docs;
+    ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs.path()).exitCode, 0);
+    CliResult r = runCli(
+        {QStringLiteral("pay-run"), QStringLiteral("2026-11-06"), QStringLiteral("--commit")}, docs.path());
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    const QJsonArray pays = parse(r.out).value(QStringLiteral("Pays")).toArray();
+    ASSERT_EQ(pays.size(), 5);
+    for (const QJsonValue& v : pays)
+        EXPECT_FALSE(v.toObject().value(QStringLiteral("Reference")).toString().isEmpty());
+    expectOneCommittedPostedPayEach();
+    r = runCli({QStringLiteral("pay-run"), QStringLiteral("2026-11-06"), QStringLiteral("--commit")},
+               docs.path());
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    expectOneCommittedPostedPayEach();
+}
+
 TEST(PayRun, KilledPartWayAndRunAgain) {
     const quint32 seed = QRandomGenerator::global()->generate();
     std::cout << "seed " << seed << std::endl;
@@ -143,19 +198,17 @@ TEST(PayRun, KilledPartWayAndRunAgain) {
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("FERNHOLD_DOCUMENTS"), docs.path());
         run.setProcessEnvironment(env);
-        run.start(QStringLiteral(QUILLARY_CLI_PATH),
-                  {QStringLiteral("pay-run"), QStringLiteral("2026-11-06")});
+        const QStringList args{QStringLiteral("pay-run"), QStringLiteral("2026-11-06"),
+                               QStringLiteral("--commit")};
+        run.start(QStringLiteral(QUILLARY_CLI_PATH), args);
         ASSERT_TRUE(run.waitForStarted());
-        QThread::msleep(random.bounded(0, 250));
+        QThread::msleep(random.bounded(0, 400));
         run.kill(); // SIGKILL
         run.waitForFinished();
-        const CliResult again =
-            runCli({QStringLiteral("pay-run"), QStringLiteral("2026-11-06")}, docs.path());
-        ASSERT_EQ(again.exitCode, 0) << again.err.toStdString();
+        const CliResult again = runCli(args, docs.path());
+        ASSERT_EQ(again.exitCode, 0) << again.err.toStdString() << " seed " << seed;
         EXPECT_EQ(parse(again.out).value(QStringLiteral("Pays")).toArray().size(), 5);
-        for (int id = 1; id <= 5; ++id)
-            EXPECT_EQ(count(QStringLiteral("SELECT count(*) FROM Wages WHERE EmployeeID = %1").arg(id)), 1)
-                << "employee " << id << " seed " << seed;
+        expectOneCommittedPostedPayEach(QStringLiteral("seed %1").arg(seed));
     }
 }
 

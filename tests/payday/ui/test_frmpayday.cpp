@@ -1,10 +1,13 @@
 // The payday screens offscreen: numbers checked where they are typed, files refused with the
 // employees to fix, then written.
 #include "../PaydayFixture.h"
+#include "cashbook/PaySlipPrinter.h"
 #include "payday/frmBankAccounts.h"
 #include "payday/frmPayRun.h"
 #include "payday/frmPaydayFiles.h"
 #include "payday/frmPaydaySettings.h"
+#include "payengine/PayList.h"
+#include "payengine/PayView.h"
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFile>
@@ -160,6 +163,60 @@ TEST_F(PayRunScreenTest, ProposesAddsLeavesOutAndNeverAddsTwice) {
     d.tgrdRun->setCurrentCell(0, 1);
     d.cmdOpen->click();
     EXPECT_EQ(opened, d.items().at(0).wageID);
+
+    // Without a commit of a pay the run cannot be committed.
+    d.commitPay = {};
+    d.propose();
+    EXPECT_FALSE(d.cmdCommit->isEnabled());
+    int failures = 1;
+    d.commitPay = [&](ql::PayView& screen, const ql::PayRunItem& item) -> QString {
+        if (item.employeeID == 3 && failures-- > 0) return QStringLiteral("Need reference");
+        screen.datPays.setValueNow(QStringLiteral("Reference"), QStringLiteral("R%1").arg(item.wageID));
+        return QString();
+    };
+    d.propose();
+    ASSERT_TRUE(d.cmdCommit->isEnabled());
+    EXPECT_EQ(d.commitPays(), 2); // Dana Fictional and Eli Madeup, then Casey Placeholder fails
+    EXPECT_TRUE(dialogs.calls.last().message.contains(
+        QStringLiteral("The run stopped at Casey Placeholder: Need reference")));
+    EXPECT_TRUE(dialogs.calls.last().message.contains(
+        QStringLiteral("Not committed yet:\nCasey Placeholder\nBarry Sampleton")));
+    EXPECT_EQ(d.tgrdRun->item(0, 7)->text(), QStringLiteral("Committed (R%1)").arg(d.items().at(0).wageID));
+    EXPECT_EQ(d.commitPays(), 3);
+    EXPECT_FALSE(d.cmdCommit->isEnabled());
+    EXPECT_EQ(
+        context.WageDatabase.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE length(Reference) > 0"))
+            .toInt(),
+        5);
+    EXPECT_EQ(pays(), 5);
+}
+
+} // namespace
+} // namespace qltest
+
+namespace qltest {
+namespace {
+
+TEST_F(PayRunScreenTest, TheWholeDemoFarmCommittedAndPostedFromTheScreen) {
+    ql::SavePrintPaySlip(0); // no report screen per pay in this test
+    ql::frmPayRun d(context.WageDatabase);
+    ASSERT_TRUE(d.commitPay) << "the commit dialog's steps by default";
+    d.dtpRunDate->setDate(QDate(2026, 11, 6));
+    EXPECT_EQ(d.addPays(), 5);
+    ASSERT_TRUE(d.cmdCommit->isEnabled());
+    EXPECT_EQ(d.commitPays(), 5);
+    EXPECT_TRUE(dialogs.calls.last().message.startsWith(QStringLiteral("5 pays were committed.")));
+    for (int r = 0; r < 5; ++r)
+        EXPECT_TRUE(d.tgrdRun->item(r, 7)->text().startsWith(QStringLiteral("Committed ("))) << r;
+    EXPECT_FALSE(d.cmdCommit->isEnabled());
+    EXPECT_EQ(d.commitPays(), 0);
+    ql::Database farm;
+    farm.open(ql::DataFileName());
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(DISTINCT WageID) FROM QuillaryPostedPays")).toInt(),
+              5);
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays")).toInt(), 5);
+    farm.close();
+    EXPECT_EQ(pays(), 5);
 }
 
 } // namespace
