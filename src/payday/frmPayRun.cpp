@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPointer>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTableWidget>
@@ -245,6 +246,25 @@ void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint3
     if (commitPay) d.commitPay = std::move(commitPay);
     d.propose();
     d.exec();
+}
+
+frmPayRun* OpenPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger,
+                      std::function<void()> onClosed) {
+    static QPointer<frmPayRun> open;
+    if (open) {
+        open->raise();
+        open->activateWindow();
+        return open;
+    }
+    auto* d = new frmPayRun(wage, owner);
+    d->setAttribute(Qt::WA_DeleteOnClose);
+    d->setModal(false);
+    d->openInLedger = std::move(openInLedger);
+    if (onClosed) QObject::connect(d, &QDialog::finished, d, [onClosed] { onClosed(); });
+    d->propose();
+    d->show();
+    open = d;
+    return d;
 }
 
 } // namespace ql

@@ -55,5 +55,10 @@ private:
 
 void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger = {},
                 PayCommitter commitPay = {});
+// The main window's pay run: shown without modality, so that a pay opened in the ledger can be changed
+// there while the run stays open (Propose lists it afresh). One at a time; closed is deleted, and
+// closed runs onClosed.
+frmPayRun* OpenPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger,
+                      std::function<void()> onClosed = {});
 
 } // namespace ql

@@ -1,8 +1,9 @@
 // The real main window with its menus and dialogs put on as the program does: the one-off pay from the
 // button and from the calendar, the title menus by button and by Ctrl+M/T/R/H, a module choice sent
-// to the suite, the program's own Rebates entry, and a picture with a menu open.
+// to the suite, the program's own Rebates and payday entries, and a picture with a menu open.
 #include "MainWindowFixture.h"
 #include "cashbook/frmAddEdit.h"
+#include "payday/frmPayRun.h"
 #include "payengine/frmOneOff.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
@@ -182,7 +183,7 @@ TEST_F(MainWindowTest, ToolsEndsWithTheRebatesWhichOpenTheDialog) {
     startWired();
     QMenu* tools = bar->menu(1);
     const QList<QAction*> actions = tools->actions();
-    ASSERT_EQ(actions.size(), 5);
+    ASSERT_EQ(actions.size(), 10);
     EXPECT_EQ(texts(tools).mid(0, 3), QStringList({"Backup Data", "Restore Data", "Options"}));
     EXPECT_TRUE(actions.at(3)->isSeparator());
     EXPECT_EQ(actions.at(4)->text(), QStringLiteral("&Rebates..."));
@@ -205,6 +206,42 @@ TEST_F(MainWindowTest, ToolsEndsWithTheRebatesWhichOpenTheDialog) {
     EXPECT_GE(rebateRows, 0);
     EXPECT_TRUE(selections.isEmpty()); // nothing for the suite
     EXPECT_TRUE(w->isVisible());
+}
+
+TEST_F(MainWindowTest, ToolsOffersThePaydayScreensAndThePayRunOpensAPayInTheLedger) {
+    startWired();
+    QMenu* tools = bar->menu(1);
+    EXPECT_EQ(texts(tools).mid(6), QStringList({"&Pay Run...", "Payday &Files...", "Payday &Settings...",
+                                                "Employee &Bank Accounts..."}));
+    // A second pay, so that opening the first in the ledger moves the list.
+    QTest::mouseClick(button(QStringLiteral("cmdAddPay")), Qt::LeftButton);
+    ASSERT_EQ(pays(), 2);
+    const qint32 first = rows->wage
+                             .scalar(QStringLiteral("SELECT MIN(WageID) FROM Wages WHERE EmployeeID = %1")
+                                         .arg(ql::App().CurrentEmployeeID))
+                             .toInt();
+    ASSERT_NE(ql::App().CurrentWageID, first);
+
+    button(QStringLiteral("cmdAddPay"))->setFocus();
+    key(Qt::Key_T, Qt::ControlModifier);
+    ASSERT_EQ(openMenu(), tools);
+    QTest::keyClick(tools, Qt::Key_P);
+    QApplication::processEvents();
+    auto* run = w->findChild<ql::frmPayRun*>();
+    ASSERT_NE(run, nullptr);
+    EXPECT_TRUE(run->isVisible());
+    EXPECT_FALSE(run->isModal()); // the ledger stays usable while the run is open
+    ASSERT_TRUE(bool(run->openInLedger));
+    run->openInLedger(ql::App().CurrentEmployeeID, first);
+    EXPECT_EQ(ql::App().CurrentWageID, first);
+    EXPECT_EQ(text(QStringLiteral("datPays")), QStringLiteral("1 of 2"));
+    // A second choice raises the open run instead of opening another.
+    tools->actions().at(6)->trigger();
+    EXPECT_EQ(w->findChildren<ql::frmPayRun*>().size(), 1);
+    QPointer<ql::frmPayRun> closed(run);
+    run->close();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(closed.isNull());
 }
 
 TEST_F(MainWindowTest, ScreenshotsWithATitleMenuOpen) {
