@@ -1,8 +1,9 @@
 // init [--demo [--employees N] [--years Y]]: a new installation. Creates the settings file and the three
 // databases where the settings put them, each with its schema and template rows; --demo adds the demo
-// farm, and --employees or --years make it a large one: invented employees up to N on the roster, and
-// Y years of pays for each (each employee's pays are added by the engine, then repeated). Nothing that
-// exists is overwritten: an existing file is named and left as it is.
+// farm with the payday details its files need, and --employees or --years make it a large one:
+// invented employees up to N on the roster, and Y years of pays for each (each employee's pays are
+// added by the engine, then repeated). Nothing that exists is overwritten: an existing file is named
+// and left as it is.
 #include "CliCommand.h"
 #include "data/DemoFarm.h"
 #include "data/DemoFarmLarge.h"
@@ -13,6 +14,7 @@
 #include "frame/Settings.h"
 #include "ledger/Roster.h"
 #include "ledger/WageScreen.h"
+#include "payday/PaydayDemo.h"
 #include "payengine/AppContext.h"
 #include "payengine/PayTotals.h"
 #include "runtime/Convert.h"
@@ -135,11 +137,13 @@ int init(const QStringList& args, QTextStream& out) {
     if (demo) {
         if (ql::readyForDemo(wage, farm)) {
             ql::addDemoFarm(wage, farm);
+            ql::AddDemoPaydayDetails(wage);
             out << "demo: added the demo farm to " << QDir::toNativeSeparators(wage.path()) << " and "
                 << QDir::toNativeSeparators(farm.path()) << '\n';
             if (employees || years) {
                 const int added =
                     employees ? int(ql::addLargeDemoEmployees(wage, farm, employees).size()) : 0;
+                ql::AddDemoPaydayDetails(wage);
                 farm.close();
                 wage.close();
                 const qint64 pays = addYearsOfPays(years ? years : 1);

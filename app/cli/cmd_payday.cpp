@@ -216,8 +216,9 @@ int payRun(const QStringList& args, QTextStream& out) {
             throw cli::CliUsageError();
     }
     if (!pdfFolder.isEmpty() && !commit) throw cli::CliUsageError();
-    if (!pdfFolder.isEmpty() && !QDir(pdfFolder).exists())
-        throw cli::CliFailure(QStringLiteral("The folder %1 does not exist.").arg(pdfFolder));
+    // A folder named for the slips is made, as a save dialog would; one that can't be made is refused.
+    if (!pdfFolder.isEmpty() && !QDir().mkpath(pdfFolder))
+        throw cli::CliFailure(QStringLiteral("The folder %1 can't be created.").arg(pdfFolder));
     QStringList failures;
     QList<ql::PayRunItem> items;
     {

@@ -1,6 +1,7 @@
 #pragma once
 // The demo farm with two pays per current employee added from the command line; the second pay of
 // each is made committed (reference and payment date written directly) on the payment date below.
+// The demo's payday details are taken away: each test types what it needs.
 #include "CliRunner.h"
 #include "TestEnv.h"
 #include "data/Database.h"
@@ -62,6 +63,8 @@ protected:
             QStringLiteral("UPDATE Wages SET Reference = 'PAY' || WageID, PaymentDate = '%1' WHERE WageID IN "
                            "(SELECT max(WageID) FROM Wages GROUP BY EmployeeID)")
                 .arg(kPaymentDate.toString(Qt::ISODate)));
+        // These tests type the details themselves, as on a farm whose details nobody has typed yet.
+        clearPaydayDetails();
     }
     void TearDown() override {
         wage.close();
@@ -79,6 +82,11 @@ protected:
         s.contactPhone = QStringLiteral("03 555 0101");
         s.contactEmail = QStringLiteral("pay@example.nz");
         ql::SavePaydaySettings(wage, s);
+    }
+    // A farm whose payday details nobody has typed yet: the demo's are taken away.
+    void clearPaydayDetails() {
+        wage.execute(QStringLiteral("DELETE FROM PaydaySettings"));
+        wage.execute(QStringLiteral("DELETE FROM PaydayBankAccounts"));
     }
     QVariant scalar(const QString& sql) { return wage.scalar(sql); }
 

@@ -1,0 +1,50 @@
+#include "PaydayDemo.h"
+#include "BankAccount.h"
+#include "PaydayTables.h"
+#include "data/Recordset.h"
+#include "runtime/Convert.h"
+
+namespace ql {
+
+namespace {
+
+// The first account at the demo bank branch, from a base drawn from the employee's number, whose
+// check digits pass: every employee gets a distinct valid account.
+QString demoAccount(qint32 employeeID) {
+    for (qint64 base = 1234500 + qint64(employeeID) * 1000;; ++base)
+        for (int suffix = 0; suffix < 100; ++suffix) {
+            const QString account = QStringLiteral("01-0902-%1-%2")
+                                        .arg(base, 7, 10, QLatin1Char('0'))
+                                        .arg(suffix, 2, 10, QLatin1Char('0'));
+            if (IsValidBankAccount(account)) return account;
+        }
+}
+
+} // namespace
+
+void AddDemoPaydayDetails(Database& wage) {
+    PaydaySettings s = LoadPaydaySettings(wage);
+    if (s.contactName.isEmpty()) s.contactName = QStringLiteral("Demo Payroll");
+    if (s.contactPhone.isEmpty()) s.contactPhone = QStringLiteral("03 555 0100");
+    if (s.contactEmail.isEmpty()) s.contactEmail = QStringLiteral("payroll@example.invalid");
+    if (s.employerIrd.isEmpty()) s.employerIrd = QStringLiteral("49-091-850");
+    if (s.payingAccount.isEmpty()) s.payingAccount = QStringLiteral("01-0902-0068389-00");
+    SavePaydaySettings(wage, s);
+
+    QList<qint32> ids;
+    auto rs = wage.openRecordset(QStringLiteral("SELECT EmployeeID FROM Employees WHERE EmployeeID NOT IN "
+                                                "(SELECT EmployeeID FROM PaydayBankAccounts) ORDER BY EmployeeID"),
+                                 RecordsetType::Snapshot);
+    for (; !rs->EOF_(); rs->MoveNext()) ids.append(CLng(rs->value(QStringLiteral("EmployeeID"))));
+    rs->Close();
+    wage.beginTrans();
+    try {
+        for (const qint32 id : ids) SetEmployeeBankAccount(wage, id, demoAccount(id));
+        wage.commitTrans();
+    } catch (...) {
+        wage.rollback();
+        throw;
+    }
+}
+
+} // namespace ql
