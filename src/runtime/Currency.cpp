@@ -31,8 +31,15 @@ Currency Currency::fromDouble(double d) {
     const long double scaled = static_cast<long double>(d) * 10000.0L;
     if (scaled >= 9223372036854775807.0L || scaled < -9223372036854775808.0L)
         overflow();
-    const long double r = std::nearbyintl(scaled); // default mode: to nearest, ties to even
-    return fromRaw(static_cast<std::int64_t>(r));
+    // To nearest, ties to even, by hand: nearbyintl saves and restores the floating-point state at
+    // every call, and every amount read from a database passes here.
+    std::int64_t r = static_cast<std::int64_t>(scaled); // toward zero
+    const long double fraction = scaled - static_cast<long double>(r); // exact
+    if (fraction > 0.5L || (fraction == 0.5L && (r & 1)))
+        ++r;
+    else if (fraction < -0.5L || (fraction == -0.5L && (r & 1)))
+        --r;
+    return fromRaw(r);
 }
 
 Currency Currency::fromLong(std::int64_t whole) {

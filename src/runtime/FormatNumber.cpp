@@ -141,16 +141,49 @@ QString fixedText(const NumberValue& value, int decimals, bool grouping, const Q
     return t.negative ? locale.negativeSign() + text : text;
 }
 
-QString currencyText(const NumberValue& value, const QLocale& locale) {
-    const FixedText t = roundedText(digitsOf(value), 2);
-    const QString number = grouped(t.whole, locale.groupSeparator()) + locale.decimalPoint() + t.fraction;
+namespace {
+
+// The locale's currency form around its number, kept while the locale stays the same: asking the
+// locale for it costs more than the rest of a currency text, and grids ask for it in every cell.
+struct CurrencyForm {
+    QLocale locale;
+    QString before, after; // the text around the number, symbol included
+    QString group, point, minus;
+    bool known = false;
+};
+
+const CurrencyForm& currencyForm(const QLocale& locale) {
+    thread_local CurrencyForm form;
+    if (form.known && form.locale == locale) return form;
+    form.locale = locale;
+    form.group = locale.groupSeparator();
+    form.point = locale.decimalPoint();
+    form.minus = locale.negativeSign();
     // The locale's placement of its sign, taken from its own text for one unit.
-    QString pattern = locale.toCurrencyString(1.0, locale.currencySymbol(), 2);
-    const QString one = QStringLiteral("1") + locale.decimalPoint() + QStringLiteral("00");
+    const QString pattern = locale.toCurrencyString(1.0, locale.currencySymbol(), 2);
+    const QString one = QStringLiteral("1") + form.point + QStringLiteral("00");
     const qsizetype at = pattern.indexOf(one);
-    QString text = at < 0 ? locale.currencySymbol() + number : pattern.replace(at, one.size(), number);
+    form.before = at < 0 ? locale.currencySymbol() : pattern.left(at);
+    form.after = at < 0 ? QString() : pattern.mid(at + one.size());
+    form.known = true;
+    return form;
+}
+
+} // namespace
+
+QString currencyText(const NumberValue& value, const QLocale& locale) {
+    const CurrencyForm& form = currencyForm(locale);
+    const FixedText t = roundedText(digitsOf(value), 2);
+    QString text;
+    text.reserve(form.minus.size() + form.before.size() + t.whole.size() * 4 / 3 + 3 + form.after.size());
     // A negative amount shows a leading minus before the whole form.
-    return t.negative ? locale.negativeSign() + text : text;
+    if (t.negative) text += form.minus;
+    text += form.before;
+    text += grouped(t.whole, form.group);
+    text += form.point;
+    text += t.fraction;
+    text += form.after;
+    return text;
 }
 
 } // namespace ql
