@@ -2,18 +2,89 @@
 #include "data/Recordset.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
+#include <QRegularExpression>
 
 namespace ql {
 
+namespace {
+
+[[noreturn]] void noCurrentRecord() {
+    raiseError(3021, QStringLiteral("DAO.Recordset"), QStringLiteral("No current record."));
+}
+
+} // namespace
+
+// A list over the pays of Wages holds only their keys, in the query's order, and reads the row it
+// stands on when it gets there: picking an employee with years of pays costs about what one with a few
+// weeks does. Another query is read whole, as before.
 struct PayList::Impl {
     Database* db = nullptr;
     QString sql;
-    std::unique_ptr<Recordset> rs;
+    QString keySql; // the query's keys, in its order; empty when the query is not over Wages alone
+    QList<qint32> keys;
+    std::unique_ptr<Recordset> rs; // the whole query, or the current row of a keyed list
+    int rowOf = -1;                // the position whose row rs holds, in a keyed list
     int count = 0;
     int pos = -1; // -1 before the first row (BOF), count at the end (EOF)
     QMap<QString, QVariant> staged;
 
-    bool onRow() const { return rs && pos >= 0 && pos < count; }
+    bool keyed() const { return !keySql.isEmpty(); }
+    bool onRow() const { return (keyed() || rs) && pos >= 0 && pos < count; }
+
+    // The recordset standing on the current row (only while onRow()).
+    Recordset* current() {
+        if (!keyed()) return rs.get();
+        if (rowOf != pos) {
+            rs = db->openRecordset(
+                QStringLiteral("SELECT Wages.* FROM Wages WHERE Wages.WageID = %1").arg(keys.at(pos)),
+                RecordsetType::Dynaset);
+            rowOf = pos;
+        }
+        if (rs->EOF_()) // removed by someone else since the list was read
+            raiseError(3167, QStringLiteral("DAO.Recordset"), QStringLiteral("Record is deleted."));
+        return rs.get();
+    }
+
+    void load() {
+        rs.reset();
+        rowOf = -1;
+        keys.clear();
+        count = 0;
+        if (keyed()) {
+            auto k = db->openRecordset(keySql, RecordsetType::Snapshot);
+            for (; !k->EOF_(); k->MoveNext()) keys.append(CLng(k->value(0)));
+            k->Close();
+            count = int(keys.size());
+            return;
+        }
+        rs = db->openRecordset(sql, RecordsetType::Dynaset);
+        if (!rs->EOF_()) {
+            rs->MoveLast();
+            count = rs->RecordCount();
+            rs->MoveFirst();
+        }
+    }
+
+    // Moves a whole-query list's recordset along with pos.
+    void follow(int to) {
+        if (keyed() || !rs) return;
+        if (to <= 0) {
+            if (count) rs->MoveFirst();
+            if (to < 0 && count) rs->MovePrevious();
+        } else if (to >= count) {
+            if (count) rs->MoveLast();
+            rs->MoveNext();
+        } else {
+            while (pos < to) {
+                rs->MoveNext();
+                ++pos;
+            }
+            while (pos > to) {
+                rs->MovePrevious();
+                --pos;
+            }
+        }
+    }
 };
 
 PayList::PayList() : d(std::make_unique<Impl>()) {}
@@ -22,12 +93,21 @@ PayList::~PayList() = default;
 void PayList::setDatabase(Database* db) {
     d->db = db;
     d->rs.reset();
+    d->rowOf = -1;
+    d->keys.clear();
     d->count = 0;
     d->pos = -1;
     d->staged.clear();
 }
 
-void PayList::setRecordSource(const QString& sql) { d->sql = sql; }
+void PayList::setRecordSource(const QString& sql) {
+    d->sql = sql;
+    static const QRegularExpression wagesOnly(
+        QStringLiteral("^\\s*SELECT\\s+Wages\\.\\*\\s+FROM\\s+Wages(\\s+(WHERE|ORDER)\\b.*)?$"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpressionMatch m = wagesOnly.match(sql);
+    d->keySql = m.hasMatch() ? QStringLiteral("SELECT Wages.WageID FROM Wages") + m.captured(1) : QString();
+}
 const QString& PayList::recordSource() const { return d->sql; }
 
 void PayList::UpdateRecord() {
@@ -39,74 +119,69 @@ void PayList::UpdateRecord() {
     }
     // The values leave the stage before the store, so that a failing store is not repeated forever.
     const QMap<QString, QVariant> values = std::exchange(d->staged, {});
-    d->rs->Edit();
+    Recordset* rs = d->current();
+    rs->Edit();
     try {
         for (auto it = values.cbegin(); it != values.cend(); ++it) {
             QVariant v = it.value();
             if (v.userType() == QMetaType::QString && v.toString().trimmed().isEmpty())
                 v = Null();
-            d->rs->setValue(it.key(), v);
+            rs->setValue(it.key(), v);
         }
-        d->rs->Update();
+        rs->Update();
     } catch (...) {
-        d->rs->CancelUpdate();
+        rs->CancelUpdate();
         throw;
     }
 }
 
 void PayList::Refresh() {
     if (!d->db || d->sql.isEmpty())
-        raiseError(3021, QStringLiteral("DAO.Recordset"), QStringLiteral("No current record."));
+        noCurrentRecord();
     UpdateRecord();
-    d->rs = d->db->openRecordset(d->sql, RecordsetType::Dynaset);
-    d->count = 0;
+    d->load();
     d->pos = 0;
-    if (!d->rs->EOF_()) {
-        d->rs->MoveLast();
-        d->count = d->rs->RecordCount();
-        d->rs->MoveFirst();
-    }
     fireReposition();
 }
 
 void PayList::MoveFirst() {
     UpdateRecord();
-    if (!d->rs || d->count == 0)
-        raiseError(3021, QStringLiteral("DAO.Recordset"), QStringLiteral("No current record."));
-    d->rs->MoveFirst();
+    if ((!d->keyed() && !d->rs) || d->count == 0)
+        noCurrentRecord();
+    d->follow(0);
     d->pos = 0;
     fireReposition();
 }
 
 void PayList::MoveLast() {
     UpdateRecord();
-    if (!d->rs || d->count == 0)
-        raiseError(3021, QStringLiteral("DAO.Recordset"), QStringLiteral("No current record."));
-    d->rs->MoveLast();
+    if ((!d->keyed() && !d->rs) || d->count == 0)
+        noCurrentRecord();
+    d->follow(d->count - 1);
     d->pos = d->count - 1;
     fireReposition();
 }
 
 void PayList::MoveNext() {
     UpdateRecord();
-    if (!d->rs || d->pos >= d->count)
-        raiseError(3021, QStringLiteral("DAO.Recordset"), QStringLiteral("No current record."));
-    d->rs->MoveNext();
+    if ((!d->keyed() && !d->rs) || d->pos >= d->count)
+        noCurrentRecord();
+    if (!d->keyed()) d->rs->MoveNext();
     ++d->pos;
     fireReposition();
 }
 
 void PayList::MovePrevious() {
     UpdateRecord();
-    if (!d->rs || d->pos < 0)
-        raiseError(3021, QStringLiteral("DAO.Recordset"), QStringLiteral("No current record."));
-    d->rs->MovePrevious();
+    if ((!d->keyed() && !d->rs) || d->pos < 0)
+        noCurrentRecord();
+    if (!d->keyed()) d->rs->MovePrevious();
     --d->pos;
     fireReposition();
 }
 
-bool PayList::EOF_() const { return !d->rs || d->count == 0 || d->pos >= d->count; }
-bool PayList::BOF() const { return !d->rs || d->count == 0 || d->pos < 0; }
+bool PayList::EOF_() const { return (!d->keyed() && !d->rs) || d->count == 0 || d->pos >= d->count; }
+bool PayList::BOF() const { return (!d->keyed() && !d->rs) || d->count == 0 || d->pos < 0; }
 int PayList::RecordCount() const { return d->count; }
 int PayList::AbsolutePosition() const { return d->onRow() ? d->pos : -1; }
 
@@ -116,7 +191,7 @@ QVariant PayList::value(const QString& column) const {
         return it.value();
     if (!d->onRow())
         return Null();
-    return d->rs->value(column);
+    return d->current()->value(column);
 }
 
 void PayList::stage(const QString& column, const QVariant& v) {
@@ -128,37 +203,31 @@ bool PayList::hasStaged() const { return !d->staged.isEmpty(); }
 
 void PayList::setValueNow(const QString& column, const QVariant& v) {
     if (!d->onRow())
-        raiseError(3021, QStringLiteral("DAO.Recordset"), QStringLiteral("No current record."));
+        noCurrentRecord();
     d->staged.remove(column);
-    d->rs->Edit();
+    Recordset* rs = d->current();
+    rs->Edit();
     try {
-        d->rs->setValue(column, v);
-        d->rs->Update();
+        rs->setValue(column, v);
+        rs->Update();
     } catch (...) {
-        d->rs->CancelUpdate();
+        rs->CancelUpdate();
         throw;
     }
 }
 
 void PayList::Delete() {
     if (!d->onRow())
-        raiseError(3021, QStringLiteral("DAO.Recordset"), QStringLiteral("No current record."));
+        noCurrentRecord();
     d->staged.clear();
     const int at = d->pos;
-    d->rs->Delete();
+    d->current()->Delete();
     // Read the list again so that count and position stay exact; stand where the deleted row stood.
-    d->rs = d->db->openRecordset(d->sql, RecordsetType::Dynaset);
-    d->count = 0;
-    if (!d->rs->EOF_()) {
-        d->rs->MoveLast();
-        d->count = d->rs->RecordCount();
-        d->rs->MoveFirst();
-    }
+    d->load();
     d->pos = 0;
-    while (d->pos < at && d->pos < d->count) {
-        d->rs->MoveNext();
-        ++d->pos;
-    }
+    if (!d->keyed())
+        d->follow(std::min(at, d->count));
+    d->pos = std::min(at, d->count);
     if (d->count == 0)
         fireReposition();
 }
