@@ -176,6 +176,7 @@ void Recordset::Impl::readAll(Statement& st, int firstField) {
     while (st.step()) {
         Row r;
         if (firstField > 0) r.rowid = st.column(0).toLongLong();
+        r.values.reserve(n - firstField);
         for (int i = firstField; i < n; ++i)
             r.values << st.column(i);
         rows.push_back(std::move(r));

@@ -23,49 +23,85 @@ QString zeroDate() {
     return SQLDate(QVariant(0));
 }
 
-// Each field is taken only when its column holds a value; a null leaves the field empty. The employee's
-// own columns are named with their table, as the join may rename a column that two tables share.
-template <class T, class F> void take(const Recordset& rs, const char* column, T& field, F convert) {
-    const QVariant v = rs.value(QString::fromLatin1(column));
+// The index of a column, found once for all the rows; a missing column raises as a read by name does.
+int columnOf(const Recordset& rs, const char* name) {
+    const QString column = QString::fromLatin1(name);
+    const int index = rs.fieldIndex(column);
+    if (index < 0) rs.value(column);
+    return index;
+}
+
+// The employee's own columns are named with their table, as the join may rename a column that two
+// tables share.
+struct EmployeeColumns {
+    explicit EmployeeColumns(const Recordset& e)
+        : employeeID(columnOf(e, "Employees.EmployeeID")), addressID(columnOf(e, "Employees.AddressID")),
+          birthdate(columnOf(e, "Employees.Birthdate")), employeeTypeID(columnOf(e, "Employees.EmployeeTypeID")),
+          dateHired(columnOf(e, "Employees.DateHired")), dateFinished(columnOf(e, "Employees.DateFinished")),
+          payRate(columnOf(e, "Employees.PayRate")), yearlyTotal(columnOf(e, "Employees.YearlyTotal")),
+          payIntervalID(columnOf(e, "Employees.PayIntervalID")), taxTypeID(columnOf(e, "Employees.TaxTypeID")),
+          irdNumber(columnOf(e, "Employees.IRDNumber")), employeeType(columnOf(e, "EmployeeType")),
+          unitOfPay(columnOf(e, "UnitOfPay")), taxName(columnOf(e, "Taxname")),
+          excludeIR348(columnOf(e, "Employees.ExcludeIR348")), taxCode(columnOf(e, "Employees.TaxCode")),
+          kiwiSaverEnrolled(columnOf(e, "Employees.KiwiSaverEnrolled")),
+          kiwiSaverEnrolID(columnOf(e, "Employees.KiwiSaverEnrolID")),
+          kiwiSaverStartDate(columnOf(e, "Employees.KiwiSaverStartDate")),
+          kiwiSaverEmployerRateID(columnOf(e, "Employees.KiwiSaverEmployerRateID")) {}
+    int employeeID, addressID, birthdate, employeeTypeID, dateHired, dateFinished, payRate, yearlyTotal,
+        payIntervalID, taxTypeID, irdNumber, employeeType, unitOfPay, taxName, excludeIR348, taxCode,
+        kiwiSaverEnrolled, kiwiSaverEnrolID, kiwiSaverStartDate, kiwiSaverEmployerRateID;
+};
+
+struct AddressColumns {
+    explicit AddressColumns(const Recordset& a)
+        : addressID(columnOf(a, "AddressID")), street(columnOf(a, "BusAddress1")), city(columnOf(a, "BusCity")),
+          last(columnOf(a, "ContactLastName")), first(columnOf(a, "ContactFirstName")) {}
+    int addressID, street, city, last, first;
+};
+
+// Each field is taken only when its column holds a value; a null leaves the field empty.
+template <class T, class F> void take(const Recordset& rs, int column, T& field, F convert) {
+    const QVariant v = rs.value(column);
     if (!IsNull(v)) field = convert(v);
 }
 
-EmployeeRecord readEmployee(const Recordset& e, const Recordset& a) {
+EmployeeRecord readEmployee(const Recordset& e, const EmployeeColumns& c, const Recordset& a,
+                            const AddressColumns& ac) {
     const auto text = [](const QVariant& v) { return v.toString(); };
     const auto date = [](const QVariant& v) { return CDate(v); };
     const auto money = [](const QVariant& v) { return CCur(v); };
     const auto whole = [](const QVariant& v) { return CLng(v); };
     EmployeeRecord r;
-    take(e, "Employees.EmployeeID", r.EmployeeID, whole);
-    take(e, "Employees.AddressID", r.AddressID, whole);
-    take(e, "Employees.Birthdate", r.Birthdate, date);
-    take(e, "Employees.EmployeeTypeID", r.EmployeeTypeID, whole);
-    take(e, "Employees.DateHired", r.DateHired, date);
-    take(e, "Employees.DateFinished", r.DateFinished, date);
-    take(e, "Employees.PayRate", r.PayRate, money);
-    take(e, "Employees.YearlyTotal", r.YearlyTotal, money);
-    take(e, "Employees.PayIntervalID", r.PayIntervalID, whole);
-    take(e, "Employees.TaxTypeID", r.TaxTypeID, whole);
-    take(e, "Employees.IRDNumber", r.IRDNumber, text);
-    take(e, "EmployeeType", r.EmployeeType, text);
-    take(e, "UnitOfPay", r.UnitOfPay, text);
-    take(e, "Taxname", r.TaxName, text);
+    take(e, c.employeeID, r.EmployeeID, whole);
+    take(e, c.addressID, r.AddressID, whole);
+    take(e, c.birthdate, r.Birthdate, date);
+    take(e, c.employeeTypeID, r.EmployeeTypeID, whole);
+    take(e, c.dateHired, r.DateHired, date);
+    take(e, c.dateFinished, r.DateFinished, date);
+    take(e, c.payRate, r.PayRate, money);
+    take(e, c.yearlyTotal, r.YearlyTotal, money);
+    take(e, c.payIntervalID, r.PayIntervalID, whole);
+    take(e, c.taxTypeID, r.TaxTypeID, whole);
+    take(e, c.irdNumber, r.IRDNumber, text);
+    take(e, c.employeeType, r.EmployeeType, text);
+    take(e, c.unitOfPay, r.UnitOfPay, text);
+    take(e, c.taxName, r.TaxName, text);
     // The same field again: the exclusion flag replaces the tax name when it is set at all.
-    take(e, "Employees.ExcludeIR348", r.TaxName, [](const QVariant& v) { return CStr(v); });
-    take(e, "Employees.TaxCode", r.TaxCode, text);
-    const QVariant street = a.value(QStringLiteral("BusAddress1"));
-    const QVariant city = a.value(QStringLiteral("BusCity"));
+    take(e, c.excludeIR348, r.TaxName, [](const QVariant& v) { return CStr(v); });
+    take(e, c.taxCode, r.TaxCode, text);
+    const QVariant street = a.value(ac.street);
+    const QVariant city = a.value(ac.city);
     if (!IsNull(street)) r.Address = street.toString() + QStringLiteral(", ");
     if (!IsNull(city)) r.Address += city.toString();
-    const QVariant last = a.value(QStringLiteral("ContactLastName"));
-    const QVariant first = a.value(QStringLiteral("ContactFirstName"));
+    const QVariant last = a.value(ac.last);
+    const QVariant first = a.value(ac.first);
     // The separator always stands; each name only when present.
     r.NameLastFirst = last.toString() + QStringLiteral(", ") + first.toString();
     r.NameFirstLast = first.toString() + QStringLiteral(" ") + last.toString();
-    take(e, "Employees.KiwiSaverEnrolled", r.KiwiSaverEnrolled, [](const QVariant& v) { return CBool(v); });
-    take(e, "Employees.KiwiSaverEnrolID", r.KiwiSaverEnrolID, whole);
-    take(e, "Employees.KiwiSaverStartDate", r.KiwiSaverStartDate, date);
-    take(e, "Employees.KiwiSaverEmployerRateID", r.KiwiSaverEmployerRateID, whole);
+    take(e, c.kiwiSaverEnrolled, r.KiwiSaverEnrolled, [](const QVariant& v) { return CBool(v); });
+    take(e, c.kiwiSaverEnrolID, r.KiwiSaverEnrolID, whole);
+    take(e, c.kiwiSaverStartDate, r.KiwiSaverStartDate, date);
+    take(e, c.kiwiSaverEmployerRateID, r.KiwiSaverEmployerRateID, whole);
     return r;
 }
 } // namespace
@@ -96,19 +132,23 @@ qint32 FillEmployeeArray() {
         // The roster follows the order of the addresses; each matching employee row is one record, in
         // the employees' order. The rows of each address are found once, so that a long roster costs no
         // more than its length.
+        const EmployeeColumns columns(*employees);
         QHash<qint32, QList<QByteArray>> rowsOfAddress;
         for (employees->MoveFirst(); !employees->EOF_(); employees->MoveNext()) {
-            const QVariant own = employees->value(QStringLiteral("Employees.AddressID"));
+            const QVariant own = employees->value(columns.addressID);
             if (!IsNull(own))
                 rowsOfAddress[CLng(own)].append(employees->Bookmark());
         }
+        if (addresses->EOF_())
+            return;
+        const AddressColumns addressColumns(*addresses);
         while (!addresses->EOF_()) {
-            const QVariant addressID = addresses->value(QStringLiteral("AddressID"));
+            const QVariant addressID = addresses->value(addressColumns.addressID);
             if (!IsNull(addressID)) {
                 for (const QByteArray& row : rowsOfAddress.value(CLng(addressID))) {
                     employees->setBookmark(row);
                     ++count;
-                    app.EmployeeArray.append(readEmployee(*employees, *addresses));
+                    app.EmployeeArray.append(readEmployee(*employees, columns, *addresses, addressColumns));
                 }
             }
             addresses->MoveNext();

@@ -65,7 +65,13 @@ QDateTime CDateTime(const QVariant& v) {
     return QDateTime(day, QTime(0, 0)).addMSecs(std::min<qint64>(ms, 86399999));
 }
 
-QDate CDate(const QVariant& v) { return CDateTime(v).date(); }
+QDate CDate(const QVariant& v) {
+    // A date read from a database is one already: no local time to make of it on the way.
+    const int id = v.metaType().id();
+    if (id == QMetaType::QDate) return v.toDate();
+    if (id == QMetaType::QDateTime) return v.toDateTime().date();
+    return CDateTime(v).date();
+}
 
 // A fractional count is rounded half to even, as whole-number conversions are: 0.5 month is none,
 // 1.5 months are two, 2.5 months are two. Pays per year over 12 relies on 12 -> 1, 24 -> 2, 4 -> 0.

@@ -169,11 +169,27 @@ const CurrencyForm& currencyForm(const QLocale& locale) {
     return form;
 }
 
+// A Currency amount to whole units and cents, half away from zero as the digit text rounds, straight
+// from its integer: grids format every amount cell of a list this way.
+FixedText currencyCents(const Currency& amount) {
+    const std::int64_t raw = amount.raw();
+    const unsigned long long mag =
+        raw < 0 ? static_cast<unsigned long long>(-(raw + 1)) + 1ULL : static_cast<unsigned long long>(raw);
+    const unsigned long long cents = mag / 100 + (mag % 100 >= 50 ? 1 : 0);
+    FixedText t;
+    t.negative = raw < 0;
+    t.whole = QString::number(cents / 100);
+    const char fraction[2] = {char('0' + cents % 100 / 10), char('0' + cents % 10)};
+    t.fraction = QString::fromLatin1(fraction, 2);
+    return t;
+}
+
 } // namespace
 
 QString currencyText(const NumberValue& value, const QLocale& locale) {
     const CurrencyForm& form = currencyForm(locale);
-    const FixedText t = roundedText(digitsOf(value), 2);
+    const FixedText t = value.kind == NumberValue::Kind::Currency ? currencyCents(value.currency)
+                                                                  : roundedText(digitsOf(value), 2);
     QString text;
     text.reserve(form.minus.size() + form.before.size() + t.whole.size() * 4 / 3 + 3 + form.after.size());
     // A negative amount shows a leading minus before the whole form.
