@@ -231,7 +231,7 @@ int payRun(const QStringList& args, QTextStream& out) {
                 ql::installedPayCommitter() ? ql::installedPayCommitter() : ql::CommitAsTheDialogDoes(false);
             const ql::PayRunCommit result = ql::CommitPayRun(items, {}, committer);
             if (!result.failure.isEmpty()) failures << result.failure;
-            items = ql::ProposePayRun(session.wage(), runDate);
+            ql::RefreshPayRunItems(session.wage(), items);
         }
     }
     // Each payslip opens the pay on a wage screen of its own, so they come after the run's session.

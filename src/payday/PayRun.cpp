@@ -119,6 +119,29 @@ QList<PayRunItem> ProposePayRun(Database& wage, const QDate& runDate) {
     return items;
 }
 
+void RefreshPayRunItems(Database& wage, QList<PayRunItem>& items) {
+    for (PayRunItem& item : items) {
+        if (item.wageID == 0) continue;
+        auto row = wage.openRecordset(
+            QStringLiteral("SELECT Reference, TotalTaxable, PAYE, NonTaxAllow, Deductions, TakeHome FROM Wages "
+                           "WHERE WageID = %1")
+                .arg(item.wageID),
+            RecordsetType::Snapshot);
+        if (row->EOF_()) {
+            item.wageID = 0; // removed meanwhile: to be added again
+            item.reference.clear();
+        } else {
+            item.reference = text(row->value(QStringLiteral("Reference")));
+            item.gross = money(row->value(QStringLiteral("TotalTaxable")));
+            item.paye = money(row->value(QStringLiteral("PAYE")));
+            item.nonTaxable = money(row->value(QStringLiteral("NonTaxAllow")));
+            item.deductions = money(row->value(QStringLiteral("Deductions")));
+            item.takeHome = money(row->value(QStringLiteral("TakeHome")));
+        }
+        row->Close();
+    }
+}
+
 PayRunAdder::PayRunAdder() : m_screen(new WageScreen), m_previousForm(App().WageForm) {
     AppContext& app = App();
     FillEmployeeArray();

@@ -37,6 +37,10 @@ QDate NextPayDate(const QDate& lastPay, float paysPerYear, float numberOfDays);
 // What the run would hold, without changing anything. An employee without pays is due on runDate.
 QList<PayRunItem> ProposePayRun(Database& wage, const QDate& runDate);
 
+// The run's pays as they stand now (reference and figures read again), so that a pay committed by the
+// run stays in its list even when its date lies before the run's and a new proposal would leave it out.
+void RefreshPayRunItems(Database& wage, QList<PayRunItem>& items);
+
 class WageScreen;
 class PayView;
 

@@ -1,5 +1,6 @@
 #include "PaydayDemo.h"
 #include "BankAccount.h"
+#include "IrdNumber.h"
 #include "PaydayTables.h"
 #include "data/Recordset.h"
 #include "runtime/Convert.h"
@@ -37,8 +38,21 @@ void AddDemoPaydayDetails(Database& wage) {
                                  RecordsetType::Snapshot);
     for (; !rs->EOF_(); rs->MoveNext()) ids.append(CLng(rs->value(QStringLiteral("EmployeeID"))));
     rs->Close();
+    // Invented employees whose numbers fail the check get the next numbers that pass, one each.
+    QList<qint32> failing;
+    rs = wage.openRecordset(QStringLiteral("SELECT EmployeeID, IRDNumber FROM Employees ORDER BY EmployeeID"),
+                            RecordsetType::Snapshot);
+    for (; !rs->EOF_(); rs->MoveNext())
+        if (IsNull(rs->value(1)) || !IsValidIrdNumber(CStr(rs->value(1)))) failing.append(CLng(rs->value(0)));
+    rs->Close();
     wage.beginTrans();
     try {
+        qint64 next = 120000000;
+        for (const qint32 id : failing) {
+            while (!IsValidIrdNumber(QString::number(next))) ++next;
+            wage.execute(QStringLiteral("UPDATE Employees SET IRDNumber = ? WHERE EmployeeID = ?"),
+                         {QString::number(next++), id});
+        }
         for (const qint32 id : ids) SetEmployeeBankAccount(wage, id, demoAccount(id));
         wage.commitTrans();
     } catch (...) {

@@ -139,6 +139,10 @@ void frmPayRun::propose() {
     const QSet<qint32> out = leftOut();
     m_items = ProposePayRun(m_wage, dtpRunDate->date());
     fill();
+    leaveOut(out);
+}
+
+void frmPayRun::leaveOut(const QSet<qint32>& out) {
     for (int r = 0; r < m_items.size(); ++r)
         if (out.contains(m_items.at(r).employeeID)) tgrdRun->item(r, 0)->setCheckState(Qt::Unchecked);
 }
@@ -227,7 +231,11 @@ int frmPayRun::commitPays() {
             return !progress.wasCanceled();
         });
     }
-    propose();
+    // The run's pays stay listed with their references, whatever their dates.
+    const QSet<qint32> out = leftOut();
+    RefreshPayRunItems(m_wage, m_items);
+    fill();
+    leaveOut(out);
     QString text = QStringLiteral("%1 pays were committed.").arg(result.done.size());
     if (!result.done.isEmpty()) text += u'\n' + result.done.join(u'\n');
     if (!result.failure.isEmpty()) text += QStringLiteral("\n\nThe run stopped at %1\n").arg(result.failure);

@@ -49,6 +49,7 @@ public:
 
 private:
     void fill();
+    void leaveOut(const QSet<qint32>& employees);
     Database& m_wage;
     QList<PayRunItem> m_items;
 };

@@ -3,6 +3,7 @@
 #include "TestEnv.h"
 #include "data/Database.h"
 #include "data/Recordset.h"
+#include "payday/IrdNumber.h"
 
 using namespace ql;
 
@@ -52,6 +53,16 @@ TEST_F(InitLargeTest, InventedEmployeesWithYearsOfPays) {
         count(db,
               "SELECT count(*) FROM TaxDetails t JOIN Wages w ON t.WageID = w.WageID WHERE w.EmployeeID = 1"),
         103);
+    // Every employee, invented or not, can go into the payday files: a number that passes the check,
+    // none twice, and a bank account.
+    auto ird = db.openRecordset("SELECT IRDNumber FROM Employees", RecordsetType::Snapshot);
+    int employees = 0;
+    for (; !ird->EOF_(); ird->MoveNext(), ++employees)
+        EXPECT_TRUE(IsValidIrdNumber(ird->value(0).toString())) << ird->value(0).toString().toStdString();
+    ird->Close();
+    EXPECT_EQ(employees, 14);
+    EXPECT_EQ(count(db, "SELECT count(DISTINCT IRDNumber) FROM Employees"), employees);
+    EXPECT_EQ(count(db, "SELECT count(DISTINCT AccountNumber) FROM PaydayBankAccounts"), employees);
     db.close();
     // The pays are the program's own: the pay list of an invented employee reads.
     const auto pays = run({"pays", "8"});

@@ -214,3 +214,37 @@ TEST(PayRun, KilledPartWayAndRunAgain) {
 
 } // namespace
 } // namespace qltest
+
+namespace qltest {
+namespace {
+
+// A pay left uncommitted from an earlier week is the one the run pays; once committed it stays in the
+// run's list with its reference, though its date lies before the run's.
+TEST(PayRun, AnOlderPayCommittedByTheRunStaysInItsList) {
+    TempDocuments docs;
+    ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs.path()).exitCode, 0);
+    ASSERT_EQ(
+        runCli({QStringLiteral("add-pay"), QStringLiteral("1"), QStringLiteral("2026-10-30")}, docs.path())
+            .exitCode,
+        0);
+    const CliResult r = runCli(
+        {QStringLiteral("pay-run"), QStringLiteral("2026-11-06"), QStringLiteral("--commit")}, docs.path());
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    const QJsonArray pays = parse(r.out).value(QStringLiteral("Pays")).toArray();
+    ASSERT_EQ(pays.size(), 5);
+    bool older = false;
+    for (const QJsonValue& v : pays) {
+        const QJsonObject p = v.toObject();
+        EXPECT_FALSE(p.value(QStringLiteral("Reference")).toString().isEmpty())
+            << p.value(QStringLiteral("Name")).toString().toStdString();
+        if (p.value(QStringLiteral("EmployeeID")).toInt() == 1) {
+            EXPECT_EQ(p.value(QStringLiteral("Date")).toString(), QStringLiteral("2026-10-30"));
+            older = true;
+        }
+    }
+    EXPECT_TRUE(older);
+    EXPECT_EQ(count(QStringLiteral("SELECT count(*) FROM Wages WHERE length(Reference) > 0")), 5);
+}
+
+} // namespace
+} // namespace qltest
