@@ -212,10 +212,14 @@ QString Format(const QVariant& value, const QString& format) {
     if (!value.isValid())
         return QString(); // Null formats to nothing
     const QLocale locale = vbLocale();
-    // An amount in "Currency", the format of every money cell of a list, goes straight to its text.
-    if (value.metaType().id() == qMetaTypeId<ql::Currency>() &&
-        format.compare(QLatin1String("currency"), Qt::CaseInsensitive) == 0)
-        return currencyText(numberOf(value), locale);
+    // A number in "Currency" or "Fixed", the formats of the figure cells of every list, goes straight
+    // to its text.
+    if (isNumberKind(value)) {
+        if (format.compare(QLatin1String("currency"), Qt::CaseInsensitive) == 0)
+            return currencyText(numberOf(value), locale);
+        if (format.compare(QLatin1String("fixed"), Qt::CaseInsensitive) == 0)
+            return fixedText(numberOf(value), 2, false, locale);
+    }
     const QString name = format.trimmed().toLower();
     if (name.isEmpty()) {
         if (isDateKind(value))

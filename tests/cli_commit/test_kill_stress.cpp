@@ -78,7 +78,7 @@ TEST_F(KillStress, EveryKillLeavesAWholePostingOrNone) {
                           ? qEnvironmentVariableIntValue("QUILLARY_STRESS_KILLS")
                           : 40;
     const quint32 seed = qEnvironmentVariableIsSet("QUILLARY_STRESS_SEED")
-                             ? quint32(qEnvironmentVariableIntValue("QUILLARY_STRESS_SEED"))
+                             ? qEnvironmentVariable("QUILLARY_STRESS_SEED").toUInt()
                              : QRandomGenerator::global()->generate();
     std::cout << "seed " << seed << ", kills " << kills << std::endl;
     QRandomGenerator rng(seed);
