@@ -1,4 +1,5 @@
 #include "frmQuickView.h"
+#include "ui/Skin.h"
 #include "frame/OpenForms.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
@@ -165,6 +166,10 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
 
     m_view.onChanged = [this] { refresh(); };
     m_view.Form_Load(employeeName);
+    // The grid in the user's colours, the screen over the suite's working area.
+    SkinForm(this);
+    SkinGrid(m_grid, true);
+    CentreForm(this);
     registerOpenForm(this, [this] { reject(); });
 }
 

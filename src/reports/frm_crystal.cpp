@@ -1,4 +1,5 @@
 #include "frm_crystal.h"
+#include "ui/Skin.h"
 #include "ReportScreen.h"
 #include "frame/OpenForms.h"
 #include "reports/paint/ReportPages.h"
@@ -64,6 +65,9 @@ frm_crystal::frm_crystal(ReportScreen& screen, QWidget* parent) : QDialog(parent
     setTabOrder(m_cmdCry[1], m_goBack);
 
     screen.onClose = [this] { accept(); };
+    SkinForm(this);
+    adjustSize();
+    CentreForm(this);
     registerOpenForm(this, [this] { reject(); });
 }
 
