@@ -191,6 +191,10 @@ QVariant PayList::value(const QString& column) const {
         return it.value();
     if (!d->onRow())
         return Null();
+    // The key is known without reading the row: walking the list for a pay reads no rows.
+    if (d->keyed() && (column.compare(QLatin1String("WageID"), Qt::CaseInsensitive) == 0 ||
+                       column.compare(QLatin1String("Wages.WageID"), Qt::CaseInsensitive) == 0))
+        return QVariant(d->keys.at(d->pos));
     return d->current()->value(column);
 }
 
