@@ -165,6 +165,17 @@ QVariant Database::scalar(const QString& sql) {
     return st.step() ? st.column(0) : QVariant();
 }
 
+QVariantList Database::firstRow(const QString& sql) {
+    Statement st(handle(), sql, kSource);
+    QVariantList values;
+    if (st.step()) {
+        const int n = sqlite3_column_count(st.get());
+        for (int i = 0; i < n; ++i)
+            values << st.column(i);
+    }
+    return values;
+}
+
 qint64 Database::lastInsertRowId() const {
     return sqlite3_last_insert_rowid(handle());
 }

@@ -50,6 +50,8 @@ public:
                                              RecordsetType type = RecordsetType::Dynaset);
     // First column of the first row, or Null.
     QVariant scalar(const QString& sql);
+    // The columns of the first row as stored (as scalar gives them); empty when there is no row.
+    QVariantList firstRow(const QString& sql);
     qint64 lastInsertRowId() const;
 
     void beginTrans();
