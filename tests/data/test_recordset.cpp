@@ -412,6 +412,33 @@ TEST_F(RecordsetTest, TransactionsCommitAndRollBack) {
     EXPECT_EQ(errorNumber([&] { db.commitTrans(); }), 3034);
 }
 
+TEST_F(RecordsetTest, ChangeMarksMatchOnlyWithoutChangesInOneTransaction) {
+    EXPECT_FALSE(db.changeMark() == db.changeMark()); // outside a transaction nothing matches
+    db.beginTrans();
+    db.execute("UPDATE Wages SET Hours = 41 WHERE WageID = 1");
+    const Database::ChangeMark written = db.changeMark();
+    db.scalar("SELECT count(*) FROM Wages");
+    EXPECT_TRUE(db.changeMark() == written); // a read changes nothing
+    db.execute("UPDATE Wages SET Hours = 42 WHERE WageID = 1");
+    EXPECT_FALSE(db.changeMark() == written);
+    const Database::ChangeMark second = db.changeMark();
+    // A savepoint rolled back undoes rows without counting a change.
+    db.beginTrans();
+    EXPECT_TRUE(db.changeMark() == second);
+    db.execute("UPDATE Wages SET Hours = 43 WHERE WageID = 1");
+    const Database::ChangeMark inner = db.changeMark();
+    db.rollback();
+    EXPECT_FALSE(db.changeMark() == inner);
+    const Database::ChangeMark third = db.changeMark();
+    db.execute("CREATE TABLE Scratch (x LONG)");
+    EXPECT_FALSE(db.changeMark() == third);
+    const Database::ChangeMark fourth = db.changeMark();
+    db.commitTrans();
+    db.beginTrans();
+    EXPECT_FALSE(db.changeMark() == fourth); // another transaction
+    db.rollback();
+}
+
 TEST_F(RecordsetTest, ConversionOnStoreFollowsTheLocale) {
     qltest::LocaleGuard german(qltest::germanLocale());
     auto rs = db.openRecordset("Wages");
