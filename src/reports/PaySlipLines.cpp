@@ -184,7 +184,7 @@ SlipMemo slipInputs(const PayView& form, const Database& db) {
     return inputs;
 }
 
-void fillPaySlip(PayView& form, PaySlipRows& rs, SlipCaptions& captions) {
+void fillPaySlip(PayView& form, const QString& payeName, PaySlipRows& rs, SlipCaptions& captions) {
     const qint32 wageID = App().CurrentWageID;
     // Labels without a format take the Single's own text and format themselves.
     const float gross = FillPaySlip(QStringLiteral("Gross"), GetPaymentLinesSQL(wageID, false), rs, false, true, false);
@@ -201,7 +201,7 @@ void fillPaySlip(PayView& form, PaySlipRows& rs, SlipCaptions& captions) {
     captions.show(QStringLiteral("lblTotalTaxable"), Format(QVariant(running), QStringLiteral("Fixed")));
 
     const Currency paye = taxOfPay(wageID);
-    AddPaySlipRec(rs, PayAsYouEarn(), {}, {}, {}, Format(QVariant::fromValue(-paye), kFixed));
+    AddPaySlipRec(rs, payeName, {}, {}, {}, Format(QVariant::fromValue(-paye), kFixed));
     running = lessCurrency(running, paye);
     captions.show(QStringLiteral("lblPaye"), Format(QVariant::fromValue(paye), QStringLiteral("currency")));
 
@@ -254,7 +254,7 @@ void RefreshPaySlip(PayView& form) {
         SlipCaptions captions{form, {}};
         // A slip cut short by an error keeps the rows made before it, as when each was written at once.
         try {
-            fillPaySlip(form, rows, captions);
+            fillPaySlip(form, inputs.payeName, rows, captions);
         } catch (...) {
             writePaySlip(db, rows);
             throw;
