@@ -184,6 +184,25 @@ TEST_F(RecordsetTest, AddNewUpdateAndLastModifiedGiveTheNewKey) {
     EXPECT_EQ(rs->RecordCount(), 4);
 }
 
+TEST_F(RecordsetTest, AddedAndEditedRowsAreFoundByTheirStoredValues) {
+    auto rs = db.openRecordset("Wages");
+    rs->AddNew();
+    rs->setValue("EmployeeID", 2);
+    rs->Update();
+    // The key comes from the table, so the find sees the row as stored.
+    rs->FindFirst("WageID = 4");
+    ASSERT_FALSE(rs->NoMatch());
+    EXPECT_EQ(rs->value("EmployeeID").toInt(), 2);
+    rs->Edit();
+    rs->setValue("Gross", "$12.345");
+    rs->Update();
+    rs->MoveFirst();
+    rs->FindFirst("Gross = 12.345");
+    ASSERT_FALSE(rs->NoMatch());
+    EXPECT_EQ(rs->value("WageID").toInt(), 4);
+    EXPECT_EQ(rs->value("PAYE").value<Currency>().raw(), 0) << "column default";
+}
+
 TEST_F(RecordsetTest, KeysAreNeverReused) {
     db.execute("DELETE FROM Wages WHERE WageID = 3");
     auto rs = db.openRecordset("Wages");
