@@ -3,6 +3,7 @@
 #include "SqlSupport.h"
 #include "runtime/VbError.h"
 #include <QFileInfo>
+#include <atomic>
 
 namespace ql {
 
@@ -16,6 +17,20 @@ void transactionControl(sqlite3* db, const QString& sql) {
     const QByteArray utf8 = sql.toUtf8();
     const int rc = sqlite3_exec(db, utf8.constData(), nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK) raiseSqliteError(db, rc, sql, kSource);
+}
+
+quint64 nextTransaction() {
+    static std::atomic<quint64> last{0};
+    return ++last;
+}
+
+// After a rollback (asked for, or forced by an error) the rows may be as they were before: a new number.
+void renumberTransaction(Connection& conn) {
+    if (conn.transaction != 0) conn.transaction = nextTransaction();
+}
+
+void onRollback(void* conn) {
+    renumberTransaction(*static_cast<Connection*>(conn));
 }
 } // namespace
 
@@ -72,6 +87,7 @@ void Database::open(const QString& path) {
     m_conn = std::make_shared<Connection>();
     m_conn->db = db;
     m_conn->path = path;
+    sqlite3_rollback_hook(db, onRollback, m_conn.get());
     m_path = path;
     m_transDepth = 0;
 }
@@ -132,12 +148,14 @@ int Database::execute(const QString& sql, const QVariantList& params) {
     while (st.step()) {
     }
     int changed = sqlite3_changes(handle());
+    if (st.isSchemaChange()) renumberTransaction(*m_conn);
     if (!st.tail().isEmpty()) changed += execute(st.tail(), {}); // the statements behind the first
     return changed;
 }
 
 void Database::executeScript(const QString& sql) {
     runStatementHook(handle(), sql);
+    if (m_conn) renumberTransaction(*m_conn); // a script may change the schema
     const QByteArray utf8 = rewriteJetSql(sql).toUtf8();
     char* message = nullptr;
     const int rc = sqlite3_exec(handle(), utf8.constData(), nullptr, nullptr, &message);
@@ -165,15 +183,36 @@ QVariant Database::scalar(const QString& sql) {
     return st.step() ? st.column(0) : QVariant();
 }
 
+QVariantList Database::firstRow(const QString& sql) {
+    Statement st(handle(), sql, kSource);
+    QVariantList values;
+    if (st.step()) {
+        const int n = sqlite3_column_count(st.get());
+        for (int i = 0; i < n; ++i)
+            values << st.column(i);
+    }
+    return values;
+}
+
 qint64 Database::lastInsertRowId() const {
     return sqlite3_last_insert_rowid(handle());
 }
 
+Database::ChangeMark Database::changeMark() const {
+    ChangeMark mark;
+    if (!isOpen() || m_transDepth == 0 || sqlite3_get_autocommit(handle())) return mark;
+    mark.transaction = m_conn->transaction;
+    mark.changes = sqlite3_total_changes64(handle());
+    return mark;
+}
+
 void Database::beginTrans() {
-    if (m_transDepth == 0)
+    if (m_transDepth == 0) {
         transactionControl(handle(), QStringLiteral("BEGIN"));
-    else
+        m_conn->transaction = nextTransaction();
+    } else {
         transactionControl(handle(), QStringLiteral("SAVEPOINT ql_%1").arg(m_transDepth));
+    }
     ++m_transDepth;
 }
 
@@ -183,10 +222,12 @@ void Database::commitTrans() {
                    QStringLiteral("You tried to commit or rollback a transaction without first "
                                   "beginning a transaction."));
     --m_transDepth;
-    if (m_transDepth == 0)
+    if (m_transDepth == 0) {
         transactionControl(handle(), QStringLiteral("COMMIT"));
-    else
+        m_conn->transaction = 0;
+    } else {
         transactionControl(handle(), QStringLiteral("RELEASE ql_%1").arg(m_transDepth));
+    }
 }
 
 void Database::rollback() {
@@ -195,10 +236,14 @@ void Database::rollback() {
                    QStringLiteral("You tried to commit or rollback a transaction without first "
                                   "beginning a transaction."));
     --m_transDepth;
-    if (m_transDepth == 0)
+    if (m_transDepth == 0) {
         transactionControl(handle(), QStringLiteral("ROLLBACK"));
-    else
+        m_conn->transaction = 0;
+    } else {
+        // Back to a savepoint: no rollback hook runs, but rows may be as they were.
         transactionControl(handle(), QStringLiteral("ROLLBACK TO ql_%1; RELEASE ql_%1").arg(m_transDepth));
+        renumberTransaction(*m_conn);
+    }
 }
 
 bool Database::inTransaction() const {

@@ -50,7 +50,22 @@ public:
                                              RecordsetType type = RecordsetType::Dynaset);
     // First column of the first row, or Null.
     QVariant scalar(const QString& sql);
+    // The columns of the first row as stored (as scalar gives them); empty when there is no row.
+    QVariantList firstRow(const QString& sql);
     qint64 lastInsertRowId() const;
+
+    // What this connection has changed, as a mark to compare: equal marks, both taken inside one
+    // transaction, mean that no row and no table changed in between, by this connection or, once the
+    // transaction has written and so holds the file's write lock, by any other. Outside a transaction
+    // the mark equals no other.
+    struct ChangeMark {
+        quint64 transaction = 0;
+        qint64 changes = 0;
+        bool operator==(const ChangeMark& o) const {
+            return transaction != 0 && transaction == o.transaction && changes == o.changes;
+        }
+    };
+    ChangeMark changeMark() const;
 
     void beginTrans();
     void commitTrans();

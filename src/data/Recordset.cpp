@@ -28,6 +28,7 @@ struct Row {
     qint64 rowid = 0;
     bool deleted = false;
     bool counted = false; // visited or added: part of RecordCount
+    bool stale = false;   // written: read back from the table when its values are next asked for
 };
 
 enum class EditMode { None, Edit, AddNew };
@@ -124,6 +125,15 @@ struct Recordset::Impl {
     const Row& current() const {
         if (!onRow()) noCurrentRecord();
         return rows[pos];
+    }
+    // The row with its values as stored, read back first when it was written since.
+    Row& fresh(int i) {
+        Row& row = rows[i];
+        if (row.stale) {
+            refreshRow(row);
+            row.stale = false;
+        }
+        return row;
     }
     void dropEdit() {
         mode = EditMode::None;
@@ -437,7 +447,7 @@ void Recordset::FindFirst(const QString& criterion) {
     CriterionTest test(d->db(), d->fields, d->table, criterion);
     d->dropEdit();
     for (int i = 0; i < d->rowCount(); ++i) {
-        if (!d->rows[i].deleted && test.matches(d->rows[i].values)) {
+        if (!d->rows[i].deleted && test.matches(d->fresh(i).values)) {
             d->noMatch = false;
             d->visit(i);
             return;
@@ -450,7 +460,7 @@ void Recordset::FindNext(const QString& criterion) {
     CriterionTest test(d->db(), d->fields, d->table, criterion);
     d->dropEdit();
     for (int i = std::max(d->pos + 1, 0); i < d->rowCount(); ++i) {
-        if (!d->rows[i].deleted && test.matches(d->rows[i].values)) {
+        if (!d->rows[i].deleted && test.matches(d->fresh(i).values)) {
             d->noMatch = false;
             d->visit(i);
             return;
@@ -517,7 +527,8 @@ QVariant Recordset::value(int index) const {
     d->db();
     const FieldType t = fieldType(index);
     if (d->mode != EditMode::None) return typedValue(t, d->buffer[index]);
-    return typedValue(t, d->current().values[index]);
+    d->current();
+    return typedValue(t, d->fresh(d->pos).values[index]);
 }
 
 void Recordset::setValue(const QString& name, const QVariant& v) {
@@ -550,7 +561,8 @@ void Recordset::AddNew() {
 void Recordset::Edit() {
     d->db();
     d->requireDynaset();
-    const Row& row = d->current();
+    d->current();
+    const Row& row = d->fresh(d->pos);
     d->dropEdit();
     d->buffer = row.values;
     d->dirty.assign(d->fields.size(), false);
@@ -592,7 +604,7 @@ void Recordset::Update() {
         row.rowid = sqlite3_last_insert_rowid(db);
         row.values = d->buffer;
         row.counted = true;
-        d->refreshRow(row);
+        row.stale = true; // most rows added are never read again
         d->rows.push_back(std::move(row));
         d->lastModified = d->rowCount() - 1;
     } else {
@@ -611,7 +623,7 @@ void Recordset::Update() {
             st.bindAll(params);
             st.step();
             row.values = d->buffer;
-            d->refreshRow(row);
+            row.stale = true;
         }
         d->lastModified = d->pos;
     }

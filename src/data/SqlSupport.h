@@ -13,6 +13,9 @@ namespace ql {
 struct Connection {
     sqlite3* db = nullptr;
     QString path;
+    // The open transaction's number, unique in the process; 0 outside one. A rollback or a change of the
+    // schema gives the transaction a new number (see Database::changeMark).
+    quint64 transaction = 0;
 };
 
 // "#mm/dd/yyyy#" (also "#m/d/yyyy#" and with a time) outside quoted strings and bracketed names
@@ -54,6 +57,7 @@ public:
     QVariant column(int index) const; // the stored value: qint64, double, QString, QByteArray or Null
     const QString& sql() const { return m_sql; }
     bool isEmpty() const { return m_stmt == nullptr; }
+    bool isSchemaChange() const { return m_schemaChange; }
     // The text after the first statement (empty when there is one statement).
     const QString& tail() const { return m_tail; }
 

@@ -15,6 +15,7 @@
 #include "payengine/EditChecks.h"
 #include "payengine/PayTotals.h"
 #include "payengine/Paye.h"
+#include "payengine/WriteBatch.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
@@ -274,8 +275,12 @@ bool WageScreen::TaxCodeTest() {
 void WageScreen::cmdAddPay_Click() {
     SetPayEditable(true);
     if (!TaxCodeTest()) return;
-    AddnextPay(*this);
-    openView(6);
+    {
+        // The new pay and the opening of its slip are one action: one commit.
+        WriteBatch batch(App().WageDatabase);
+        AddnextPay(*this);
+        openView(6);
+    }
     changed();
 }
 

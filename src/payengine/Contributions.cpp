@@ -141,13 +141,11 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
 
 Currency GetKiwiSaverCredit(const QVariant& /*payDate*/) {
     // The interval's credit is looked up but not applied: the credit of a pay is 0.
-    auto rs = App().WageDatabase.openRecordset(
+    App().WageDatabase.scalar(
         QStringLiteral("SELECT PayInterval.PayIntervalID, PayInterval.KiwiSaverCredit "
                        "FROM PayInterval INNER JOIN Employees ON PayInterval.PayIntervalID = Employees.PayIntervalID "
                        "WHERE Employees.EmployeeID = %1;")
-            .arg(App().CurrentEmployeeID),
-        RecordsetType::Snapshot);
-    rs->Close();
+            .arg(App().CurrentEmployeeID));
     return Currency();
 }
 

@@ -148,16 +148,10 @@ void UpdateDeductTotal(PayView& form) {
 }
 
 bool IsKiwiSaverEnrolled(qint32 employeeID) {
-    auto rs = App().WageDatabase.openRecordset(
-        QStringLiteral("SELECT * From Employees WHERE Employees.EmployeeID=%1").arg(employeeID),
-        RecordsetType::Snapshot);
-    bool enrolled = false;
-    if (!rs->EOF_()) {
-        const QVariant v = rs->value(QStringLiteral("KiwiSaverEnrolled"));
-        enrolled = !IsNull(v) && CBool(v);
-    }
-    rs->Close();
-    return enrolled;
+    // The one column, not the whole row: this is asked several times in every add and save.
+    const QVariant v = App().WageDatabase.scalar(
+        QStringLiteral("SELECT KiwiSaverEnrolled From Employees WHERE Employees.EmployeeID=%1").arg(employeeID));
+    return !IsNull(v) && CBool(v);
 }
 
 } // namespace ql

@@ -35,7 +35,8 @@ void FillPAYEDisplay(PayView& form);
 
 // What the totals need of the payslip lines; defined with them in reports/ (PaySlipLines.cpp), so that
 // the engine reaches them without including a higher layer.
-// Empties PaySlip, writes every line of CurrentWageID and sets the summary labels. Errors are trapped
+// Empties PaySlip, writes every line of CurrentWageID and sets the summary labels. Again in the same
+// transaction with nothing it is made of changed, it only sets the labels again. Errors are trapped
 // and reported under "RefreshPaySlip".
 void RefreshPaySlip(PayView& form);
 // RefreshPaySlip, then loads the payslip rows into a new WageGridArray for the grid.

@@ -29,14 +29,34 @@ const PercentLineKind& contributionKind() {
     return k;
 }
 
+namespace {
+
+const char* const kLimitColumns[] = {"UpperThreshold", "LowerThreshold", "MaxPercent", "Percentage"};
+
+float limitValue(const QVariant& v) {
+    return IsNull(v) ? 0.0f : CSng(v);
+}
+
+// The four limits of a name in one query, in the order of kLimitColumns; Null when the name is missing.
+// Each is converted only where it is used.
+QVariantList percentLineLimits(const PercentLineKind& k, qint32 nameID) {
+    QVariantList values = App().WageDatabase.firstRow(
+        QStringLiteral("SELECT UpperThreshold, LowerThreshold, MaxPercent, Percentage FROM %1 WHERE %2 = %3")
+            .arg(k.nameTable, k.nameKey)
+            .arg(nameID));
+    while (values.size() < 4)
+        values << QVariant();
+    return values;
+}
+
+} // namespace
+
 float percentLineLimit(const PercentLineKind& k, qint32 nameID, int which) {
-    static const char* const columns[] = {"UpperThreshold", "LowerThreshold", "MaxPercent", "Percentage"};
     if (which < 0 || which > 3)
         return 0.0f;
-    const QVariant v = App().WageDatabase.scalar(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-                                                     .arg(QLatin1String(columns[which]), k.nameTable, k.nameKey)
-                                                     .arg(nameID));
-    return IsNull(v) ? 0.0f : CSng(v);
+    return limitValue(App().WageDatabase.scalar(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
+                                                    .arg(QLatin1String(kLimitColumns[which]), k.nameTable, k.nameKey)
+                                                    .arg(nameID)));
 }
 
 void percentLineEmployee(const PercentLineKind& k, qint32 nameID, float& specialRate, Currency& fixedAmount) {
@@ -60,22 +80,23 @@ void percentLineEmployee(const PercentLineKind& k, qint32 nameID, float& special
 void calcPercentLine(const PercentLineKind& k, float specialRate, Currency fixedAmount, Currency base,
                      qint32 nameID, float paysPerYear, float& percentage, Currency& amountCalcOn,
                      Currency& amount) {
+    const QVariantList limits = percentLineLimits(k, nameID);
     if (fixedAmount <= Currency()) {
         amountCalcOn = base;
-        const float upper = percentLineLimit(k, nameID, 0);
+        const float upper = limitValue(limits[0]);
         if (upper > 0 && paysPerYear > 0) {
             const Currency cap = Currency::fromSingle(upper / paysPerYear);
             if (amountCalcOn > cap)
                 amountCalcOn = cap;
         }
         // The lower threshold comes off the capped figure.
-        const float lower = percentLineLimit(k, nameID, 1);
+        const float lower = limitValue(limits[1]);
         if (lower > 0 && paysPerYear > 0) {
             amountCalcOn = amountCalcOn - Currency::fromSingle(lower / paysPerYear);
             if (amountCalcOn < Currency())
                 amountCalcOn = Currency();
         }
-        percentage = specialRate > 0 ? specialRate : percentLineLimit(k, nameID, 3);
+        percentage = specialRate > 0 ? specialRate : limitValue(limits[3]);
     }
     if (fixedAmount > Currency()) {
         amountCalcOn = fixedAmount;
@@ -83,7 +104,7 @@ void calcPercentLine(const PercentLineKind& k, float specialRate, Currency fixed
     }
     amount = CalcPercentOf(amountCalcOn, percentage);
     // The cap counts against the undiminished base and caps a fixed amount too.
-    const Currency maxPercent = Currency::fromSingle(percentLineLimit(k, nameID, 2));
+    const Currency maxPercent = Currency::fromSingle(limitValue(limits[2]));
     if (maxPercent > Currency()) {
         const Currency limit = Currency::fromDouble((base * maxPercent).toDouble() / 100.0);
         if (amount > limit) {

@@ -11,6 +11,8 @@
 #include "runtime/Convert.h"
 #include "runtime/Format.h"
 #include "runtime/Trap.h"
+#include <QLocale>
+#include <QPair>
 
 namespace ql {
 
@@ -25,7 +27,7 @@ QString fixed(float f) { return Format(QVariant(f), kFixed); }
 // The amount of a line is "above 0" only when it is a number above 0; Null is not.
 bool above0(const QVariant& v) { return !IsNull(v) && IsNumeric(v) && CDbl(v) > 0.0; }
 
-void blankLine(Recordset& rs) { AddPaySlipRec(rs, {}, {}, {}, {}, {}); }
+void blankLine(PaySlipRows& rs) { AddPaySlipRec(rs, {}, {}, {}, {}, {}); }
 
 // A Single less a Currency is a Currency, kept in the running Single.
 float lessCurrency(float running, Currency c) { return (Currency::fromSingle(running) - c).toSingle(); }
@@ -73,18 +75,12 @@ Currency taxOfPay(qint32 wageID) {
 
 } // namespace
 
-void AddPaySlipRec(Recordset& paySlip, const QString& description, const QString& number, const QString& rate,
+void AddPaySlipRec(PaySlipRows& paySlip, const QString& description, const QString& number, const QString& rate,
                    const QString& amount, const QString& total) {
-    paySlip.AddNew();
-    paySlip.setValue(QStringLiteral("Description"), description);
-    paySlip.setValue(QStringLiteral("Number"), number);
-    paySlip.setValue(QStringLiteral("Rate"), rate);
-    paySlip.setValue(QStringLiteral("Amount"), amount);
-    paySlip.setValue(QStringLiteral("Total"), total);
-    paySlip.Update();
+    paySlip.append({description, number, rate, amount, total});
 }
 
-float FillPaySlip(const QString& heading, const QString& sql, Recordset& paySlip, bool sumWhenPositive,
+float FillPaySlip(const QString& heading, const QString& sql, PaySlipRows& paySlip, bool sumWhenPositive,
                   bool alwaysTotal, bool negateTotal) {
     AddPaySlipRec(paySlip, heading, {}, {}, {}, {});
     float sum = 0.0f;
@@ -105,10 +101,7 @@ float FillPaySlip(const QString& heading, const QString& sql, Recordset& paySlip
         if (sum > 0.0f) {
             AddPaySlipRec(paySlip, {}, {}, {}, {}, fixed(negateTotal ? -sum : sum));
         } else {
-            paySlip.setBookmark(paySlip.LastModified());
-            paySlip.Edit();
-            paySlip.setValue(QStringLiteral("Amount"), fixed(sum));
-            paySlip.Update();
+            paySlip.last().amount = fixed(sum);
         }
     }
     if (alwaysTotal)
@@ -131,61 +124,145 @@ QString GetPaymentLinesSQL(qint32 wageID, bool withKeys) {
     return sql;
 }
 
+namespace {
+
+// All rows in one statement: one write instead of one per row.
+void writePaySlip(Database& db, const PaySlipRows& rows) {
+    if (rows.isEmpty()) return;
+    QString sql = QStringLiteral("INSERT INTO PaySlip (Description, Number, Rate, Amount, Total) VALUES ");
+    QVariantList params;
+    params.reserve(rows.size() * 5);
+    for (int i = 0; i < rows.size(); ++i) {
+        const PaySlipLine& r = rows.at(i);
+        sql += i == 0 ? QStringLiteral("(?,?,?,?,?)") : QStringLiteral(",(?,?,?,?,?)");
+        params << r.description << r.number << r.rate << r.amount << r.total;
+    }
+    db.execute(sql, params);
+}
+
+// The summary labels a slip sets, in order, so that they can be set again without rebuilding it.
+struct SlipCaptions {
+    PayView& form;
+    QVector<QPair<QString, QString>> shown;
+    void show(const QString& label, const QString& text) {
+        form.setCaption(label, text);
+        shown.append({label, text});
+    }
+};
+
+// What the last slip was made from, and the labels it set. The database mark is taken after the slip
+// was written, inside the transaction that wrote it.
+struct SlipMemo {
+    Database::ChangeMark mark;
+    const PayView* form = nullptr;
+    qint32 wageID = 0;
+    qint32 employeeID = 0;
+    QString payDate;
+    QString payeName;
+    QLocale locale;
+    QVector<QPair<QString, QString>> captions;
+
+    bool sameInputs(const SlipMemo& o) const {
+        return mark == o.mark && form == o.form && wageID == o.wageID && employeeID == o.employeeID &&
+               payDate == o.payDate && payeName == o.payeName && locale == o.locale;
+    }
+};
+
+SlipMemo& lastSlip() {
+    static SlipMemo memo;
+    return memo;
+}
+
+SlipMemo slipInputs(const PayView& form, const Database& db) {
+    SlipMemo inputs;
+    inputs.mark = db.changeMark();
+    inputs.form = &form;
+    inputs.wageID = App().CurrentWageID;
+    inputs.employeeID = App().CurrentEmployeeID;
+    inputs.payDate = form.caption(QStringLiteral("lblPayDate"));
+    inputs.payeName = PayAsYouEarn();
+    return inputs;
+}
+
+void fillPaySlip(PayView& form, const QString& payeName, PaySlipRows& rs, SlipCaptions& captions) {
+    const qint32 wageID = App().CurrentWageID;
+    // Labels without a format take the Single's own text and format themselves.
+    const float gross = FillPaySlip(QStringLiteral("Gross"), GetPaymentLinesSQL(wageID, false), rs, false, true, false);
+    float running = gross;
+    captions.show(QStringLiteral("lblGross"), CStr(gross));
+
+    const float taxable =
+        FillPaySlip(QStringLiteral("Taxable Allowances"), taxableAllowancesSQL(wageID), rs, true, false, false);
+    running = running + taxable;
+    captions.show(QStringLiteral("lblTaxable"), CStr(taxable));
+
+    blankLine(rs);
+    AddPaySlipRec(rs, QStringLiteral("Total Taxable"), {}, {}, {}, Format(QVariant(running), QStringLiteral("Fixed")));
+    captions.show(QStringLiteral("lblTotalTaxable"), Format(QVariant(running), QStringLiteral("Fixed")));
+
+    const Currency paye = taxOfPay(wageID);
+    AddPaySlipRec(rs, payeName, {}, {}, {}, Format(QVariant::fromValue(-paye), kFixed));
+    running = lessCurrency(running, paye);
+    captions.show(QStringLiteral("lblPaye"), Format(QVariant::fromValue(paye), QStringLiteral("currency")));
+
+    AddPaySlipRec(rs, QStringLiteral("Net"), {}, {}, {}, fixed(running));
+    blankLine(rs);
+
+    const float nonTax =
+        FillPaySlip(QStringLiteral("Non Taxable Allowances"), nonTaxableAllowancesSQL(wageID), rs, true, false, false);
+    running = running + nonTax;
+    captions.show(QStringLiteral("lblNonTax"), CStr(nonTax));
+
+    blankLine(rs);
+    const float deductions = FillPaySlip(QStringLiteral("Deductions"), deductionsSQL(wageID), rs, true, false, true);
+    running = running - deductions;
+    captions.show(QStringLiteral("lblDeduct"), CStr(deductions));
+
+    blankLine(rs);
+    AddPaySlipRec(rs, QStringLiteral("Take Home Pay"), {}, {}, {}, fixed(running));
+    captions.show(QStringLiteral("lblTakehome"), Format(QVariant(running), QStringLiteral("Currency")));
+
+    // Employer contributions are shown to the employee but are no part of the take-home pay.
+    if (IsKiwiSaverEnrolled(App().CurrentEmployeeID)) {
+        blankLine(rs);
+        const float kiwiSaver = FillPaySlip(QStringLiteral("Employer Contributions"), contributionsSQL(wageID), rs,
+                                            false, false, false);
+        captions.show(QStringLiteral("lblKiwiSaver"), CStr(kiwiSaver));
+        const Currency credit = GetKiwiSaverCredit(form.caption(QStringLiteral("lblPayDate")));
+        const bool creditSmaller = credit.toDouble() < static_cast<double>(kiwiSaver);
+        captions.show(QStringLiteral("lblTaxCredit"), creditSmaller ? CStr(credit) : CStr(kiwiSaver));
+    }
+}
+
+} // namespace
+
 void RefreshPaySlip(PayView& form) {
     trap(QStringLiteral("RefreshPaySlip"), [&] {
         Database& db = App().WageDatabase;
-        const qint32 wageID = App().CurrentWageID;
-        db.execute(QStringLiteral("DELETE FROM PaySlip;"));
-        auto slip = db.openRecordset(QStringLiteral("PaySlip"), RecordsetType::Dynaset);
-        Recordset& rs = *slip;
-
-        // Labels without a format take the Single's own text and format themselves.
-        const float gross = FillPaySlip(QStringLiteral("Gross"), GetPaymentLinesSQL(wageID, false), rs, false, true, false);
-        float running = gross;
-        form.setCaption(QStringLiteral("lblGross"), CStr(gross));
-
-        const float taxable =
-            FillPaySlip(QStringLiteral("Taxable Allowances"), taxableAllowancesSQL(wageID), rs, true, false, false);
-        running = running + taxable;
-        form.setCaption(QStringLiteral("lblTaxable"), CStr(taxable));
-
-        blankLine(rs);
-        AddPaySlipRec(rs, QStringLiteral("Total Taxable"), {}, {}, {}, Format(QVariant(running), QStringLiteral("Fixed")));
-        form.setCaption(QStringLiteral("lblTotalTaxable"), Format(QVariant(running), QStringLiteral("Fixed")));
-
-        const Currency paye = taxOfPay(wageID);
-        AddPaySlipRec(rs, PayAsYouEarn(), {}, {}, {}, Format(QVariant::fromValue(-paye), kFixed));
-        running = lessCurrency(running, paye);
-        form.setCaption(QStringLiteral("lblPaye"), Format(QVariant::fromValue(paye), QStringLiteral("currency")));
-
-        AddPaySlipRec(rs, QStringLiteral("Net"), {}, {}, {}, fixed(running));
-        blankLine(rs);
-
-        const float nonTax =
-            FillPaySlip(QStringLiteral("Non Taxable Allowances"), nonTaxableAllowancesSQL(wageID), rs, true, false, false);
-        running = running + nonTax;
-        form.setCaption(QStringLiteral("lblNonTax"), CStr(nonTax));
-
-        blankLine(rs);
-        const float deductions = FillPaySlip(QStringLiteral("Deductions"), deductionsSQL(wageID), rs, true, false, true);
-        running = running - deductions;
-        form.setCaption(QStringLiteral("lblDeduct"), CStr(deductions));
-
-        blankLine(rs);
-        AddPaySlipRec(rs, QStringLiteral("Take Home Pay"), {}, {}, {}, fixed(running));
-        form.setCaption(QStringLiteral("lblTakehome"), Format(QVariant(running), QStringLiteral("Currency")));
-
-        // Employer contributions are shown to the employee but are no part of the take-home pay.
-        if (IsKiwiSaverEnrolled(App().CurrentEmployeeID)) {
-            blankLine(rs);
-            const float kiwiSaver = FillPaySlip(QStringLiteral("Employer Contributions"), contributionsSQL(wageID), rs,
-                                                false, false, false);
-            form.setCaption(QStringLiteral("lblKiwiSaver"), CStr(kiwiSaver));
-            const Currency credit = GetKiwiSaverCredit(form.caption(QStringLiteral("lblPayDate")));
-            const bool creditSmaller = credit.toDouble() < static_cast<double>(kiwiSaver);
-            form.setCaption(QStringLiteral("lblTaxCredit"), creditSmaller ? CStr(credit) : CStr(kiwiSaver));
+        SlipMemo inputs = slipInputs(form, db);
+        SlipMemo& last = lastSlip();
+        // One action refreshes the slip several times; while nothing it is made of has changed, the rows
+        // written stand and only the labels are set again.
+        if (inputs.sameInputs(last)) {
+            for (const auto& caption : last.captions)
+                form.setCaption(caption.first, caption.second);
+            return;
         }
-        rs.Close();
+        last = SlipMemo();
+        db.execute(QStringLiteral("DELETE FROM PaySlip;"));
+        PaySlipRows rows;
+        SlipCaptions captions{form, {}};
+        // A slip cut short by an error keeps the rows made before it, as when each was written at once.
+        try {
+            fillPaySlip(form, inputs.payeName, rows, captions);
+        } catch (...) {
+            writePaySlip(db, rows);
+            throw;
+        }
+        writePaySlip(db, rows);
+        inputs.mark = db.changeMark();
+        inputs.captions = captions.shown;
+        last = inputs;
     });
 }
 

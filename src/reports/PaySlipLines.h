@@ -4,18 +4,23 @@
 // labels.
 #include "payengine/PayTotals.h" // RefreshPaySlip, EnterPaySlip
 #include <QString>
+#include <QVector>
 
 namespace ql {
 
-class Recordset;
+// One PaySlip row as it is written.
+struct PaySlipLine {
+    QString description, number, rate, amount, total;
+};
+using PaySlipRows = QVector<PaySlipLine>;
 
-// Writes one section (a heading and the lines of sql above 0) to the open PaySlip recordset and
-// returns the sum of the lines as shown.
-float FillPaySlip(const QString& heading, const QString& sql, Recordset& paySlip, bool sumWhenPositive,
+// Adds one section (a heading and the lines of sql above 0) to the slip and returns the sum of the
+// lines as shown.
+float FillPaySlip(const QString& heading, const QString& sql, PaySlipRows& paySlip, bool sumWhenPositive,
                   bool alwaysTotal, bool negateTotal);
 
-// Adds one PaySlip row.
-void AddPaySlipRec(Recordset& paySlip, const QString& description, const QString& number,
+// Adds one row to the slip.
+void AddPaySlipRec(PaySlipRows& paySlip, const QString& description, const QString& number,
                    const QString& rate, const QString& amount, const QString& total);
 
 // The payment lines of a pay: name, units, rate, amount; with keys also PaymentNameID and Salary.

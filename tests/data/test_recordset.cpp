@@ -184,6 +184,25 @@ TEST_F(RecordsetTest, AddNewUpdateAndLastModifiedGiveTheNewKey) {
     EXPECT_EQ(rs->RecordCount(), 4);
 }
 
+TEST_F(RecordsetTest, AddedAndEditedRowsAreFoundByTheirStoredValues) {
+    auto rs = db.openRecordset("Wages");
+    rs->AddNew();
+    rs->setValue("EmployeeID", 2);
+    rs->Update();
+    // The key comes from the table, so the find sees the row as stored.
+    rs->FindFirst("WageID = 4");
+    ASSERT_FALSE(rs->NoMatch());
+    EXPECT_EQ(rs->value("EmployeeID").toInt(), 2);
+    rs->Edit();
+    rs->setValue("Gross", "$12.345");
+    rs->Update();
+    rs->MoveFirst();
+    rs->FindFirst("Gross = 12.345");
+    ASSERT_FALSE(rs->NoMatch());
+    EXPECT_EQ(rs->value("WageID").toInt(), 4);
+    EXPECT_EQ(rs->value("PAYE").value<Currency>().raw(), 0) << "column default";
+}
+
 TEST_F(RecordsetTest, KeysAreNeverReused) {
     db.execute("DELETE FROM Wages WHERE WageID = 3");
     auto rs = db.openRecordset("Wages");
@@ -410,6 +429,33 @@ TEST_F(RecordsetTest, TransactionsCommitAndRollBack) {
     db.commitTrans();
     EXPECT_EQ(db.scalar("SELECT count(*) FROM Wages").toInt(), 2);
     EXPECT_EQ(errorNumber([&] { db.commitTrans(); }), 3034);
+}
+
+TEST_F(RecordsetTest, ChangeMarksMatchOnlyWithoutChangesInOneTransaction) {
+    EXPECT_FALSE(db.changeMark() == db.changeMark()); // outside a transaction nothing matches
+    db.beginTrans();
+    db.execute("UPDATE Wages SET Hours = 41 WHERE WageID = 1");
+    const Database::ChangeMark written = db.changeMark();
+    db.scalar("SELECT count(*) FROM Wages");
+    EXPECT_TRUE(db.changeMark() == written); // a read changes nothing
+    db.execute("UPDATE Wages SET Hours = 42 WHERE WageID = 1");
+    EXPECT_FALSE(db.changeMark() == written);
+    const Database::ChangeMark second = db.changeMark();
+    // A savepoint rolled back undoes rows without counting a change.
+    db.beginTrans();
+    EXPECT_TRUE(db.changeMark() == second);
+    db.execute("UPDATE Wages SET Hours = 43 WHERE WageID = 1");
+    const Database::ChangeMark inner = db.changeMark();
+    db.rollback();
+    EXPECT_FALSE(db.changeMark() == inner);
+    const Database::ChangeMark third = db.changeMark();
+    db.execute("CREATE TABLE Scratch (x LONG)");
+    EXPECT_FALSE(db.changeMark() == third);
+    const Database::ChangeMark fourth = db.changeMark();
+    db.commitTrans();
+    db.beginTrans();
+    EXPECT_FALSE(db.changeMark() == fourth); // another transaction
+    db.rollback();
 }
 
 TEST_F(RecordsetTest, ConversionOnStoreFollowsTheLocale) {

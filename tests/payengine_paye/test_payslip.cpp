@@ -123,6 +123,33 @@ TEST_F(PaySlipTest, RefreshingTwiceHoldsOneSlip) {
     EXPECT_EQ(slip(), first);
 }
 
+TEST_F(PaySlipTest, RefreshesInOneTransactionFollowEveryChange) {
+    fullPay();
+    db().beginTrans();
+    RefreshPaySlip(view);
+    const QStringList first = slip();
+    // Labels changed by hand between two refreshes of unchanged lines are set again.
+    view.setCaption(QStringLiteral("lblGross"), QStringLiteral("1"));
+    RefreshPaySlip(view);
+    EXPECT_EQ(slip(), first);
+    EXPECT_EQ(label("lblGross"), QStringLiteral("$1,075.00"));
+    // A changed line shows at the next refresh.
+    exec("UPDATE PaymentDetails SET Payment = 1100 WHERE WageID = %W AND PaymentNameID = 9001");
+    RefreshPaySlip(view);
+    EXPECT_EQ(slip().at(1), QStringLiteral("    Ordinary time (x1)|40.00|25.00|1100.00|"));
+    EXPECT_EQ(label("lblGross"), QStringLiteral("$1,175.00"));
+    // So does a line undone by a savepoint's rollback, and the slip it had written is written again.
+    db().beginTrans();
+    exec("UPDATE PaymentDetails SET Payment = 900 WHERE WageID = %W AND PaymentNameID = 9001");
+    RefreshPaySlip(view);
+    EXPECT_EQ(label("lblGross"), QStringLiteral("$975.00"));
+    db().rollback();
+    RefreshPaySlip(view);
+    EXPECT_EQ(slip().at(1), QStringLiteral("    Ordinary time (x1)|40.00|25.00|1100.00|"));
+    EXPECT_EQ(label("lblGross"), QStringLiteral("$1,175.00"));
+    db().commitTrans();
+}
+
 TEST_F(PaySlipTest, NotEnrolledHasNoContributionSectionAndKeepsItsLabels) {
     fullPay();
     enrol(false);
