@@ -194,6 +194,14 @@ QVariantList Database::firstRow(const QString& sql) {
     return values;
 }
 
+QVariantList Database::firstColumn(const QString& sql) {
+    Statement st(handle(), sql, kSource);
+    QVariantList values;
+    while (st.step())
+        values << st.column(0);
+    return values;
+}
+
 qint64 Database::lastInsertRowId() const {
     return sqlite3_last_insert_rowid(handle());
 }

@@ -52,6 +52,8 @@ public:
     QVariant scalar(const QString& sql);
     // The columns of the first row as stored (as scalar gives them); empty when there is no row.
     QVariantList firstRow(const QString& sql);
+    // The first column of every row as stored, in the query's order.
+    QVariantList firstColumn(const QString& sql);
     qint64 lastInsertRowId() const;
 
     // What this connection has changed, as a mark to compare: equal marks, both taken inside one

@@ -51,9 +51,9 @@ struct PayList::Impl {
         keys.clear();
         count = 0;
         if (keyed()) {
-            auto k = db->openRecordset(keySql, RecordsetType::Snapshot);
-            for (; !k->EOF_(); k->MoveNext()) keys.append(CLng(k->value(0)));
-            k->Close();
+            const QVariantList stored = db->firstColumn(keySql);
+            keys.reserve(stored.size());
+            for (const QVariant& key : stored) keys.append(qint32(key.toLongLong())); // an integer key
             count = int(keys.size());
             return;
         }

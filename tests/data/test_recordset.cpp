@@ -480,3 +480,13 @@ TEST_F(RecordsetTest, ConnectionSettings) {
     EXPECT_EQ(db.scalar("PRAGMA journal_mode").toString(), "wal");
     EXPECT_EQ(db.scalar("PRAGMA synchronous").toInt(), 1);
 }
+
+TEST_F(RecordsetTest, FirstColumnGivesEveryRowInTheQueryOrder) {
+    const QVariantList keys =
+        db.firstColumn("SELECT Wages.WageID FROM Wages WHERE Wages.[EmployeeID] = 1 ORDER BY Wages.Date DESC");
+    ASSERT_EQ(keys.size(), 2);
+    EXPECT_EQ(keys.at(0).toLongLong(), 2);
+    EXPECT_EQ(keys.at(1).toLongLong(), 1);
+    EXPECT_TRUE(db.firstColumn("SELECT WageID FROM Wages WHERE EmployeeID = 99").isEmpty());
+    EXPECT_NE(errorNumber([&] { db.firstColumn("SELECT NoSuchColumn FROM Wages"); }), 0);
+}
