@@ -57,6 +57,24 @@ QVariant dateFromStored(const QVariant& stored) {
         if (frac == 0.0) return date;
         return QDateTime(date, QTime(0, 0).addMSecs(qint64(std::llround(frac * 86400000.0))));
     }
+    // The stored form "yyyy-mm-dd" read without the general parse: lists read dates by the thousand.
+    if (stored.typeId() == QMetaType::QString) {
+        const QString& text = *static_cast<const QString*>(stored.constData());
+        if (text.size() == 10 && text[4] == u'-' && text[7] == u'-') {
+            int digits[8], n = 0;
+            for (int i = 0; i < 10 && n < 8; ++i)
+                if (i != 4 && i != 7) {
+                    const char16_t c = text[i].unicode();
+                    if (c < u'0' || c > u'9') break;
+                    digits[n++] = c - u'0';
+                }
+            if (n == 8) {
+                const QDate quick(digits[0] * 1000 + digits[1] * 100 + digits[2] * 10 + digits[3],
+                                  digits[4] * 10 + digits[5], digits[6] * 10 + digits[7]);
+                if (quick.isValid()) return quick;
+            }
+        }
+    }
     const QString s = stored.toString().trimmed();
     const QDate d = QDate::fromString(s.left(10), Qt::ISODate);
     if (d.isValid()) {
