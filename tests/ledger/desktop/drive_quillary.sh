@@ -12,13 +12,21 @@ if [ "${1:-}" = "--inside" ]; then
     log=$3
     "$quillary" Quillary >>"$log" 2>&1 &
     pid=$!
-    window() { # the first visible window whose title matches, waiting up to 15 s
-        for _ in $(seq 150); do
+    window() { # the first visible window whose title matches, waiting up to 30 s
+        for _ in $(seq 300); do
             id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1 || true)
             if [ -n "$id" ]; then
                 echo "$id"
                 return 0
             fi
+            kill -0 "$pid" 2>/dev/null || return 1
+            sleep 0.1
+        done
+        return 1
+    }
+    gone() { # waits up to 30 s until no visible window has the title, as a loaded machine may take time
+        for _ in $(seq 300); do
+            xdotool search --onlyvisible --name "$1" >/dev/null 2>&1 || return 0
             kill -0 "$pid" 2>/dev/null || return 1
             sleep 0.1
         done
@@ -41,6 +49,7 @@ if [ "${1:-}" = "--inside" ]; then
     prompt=$(window '^Pay Date$') || { echo "no first-pay prompt" >>"$log"; exit 1; }
     xdotool windowfocus --sync "$prompt"
     press Return
+    gone '^Pay Date$' || { echo "the first-pay prompt did not close" >>"$log"; exit 1; }
     main=$(window '^Quillary$') || { echo "no main window" >>"$log"; exit 1; }
     xdotool windowfocus --sync "$main"
     sleep 0.5
@@ -56,6 +65,7 @@ if [ "${1:-}" = "--inside" ]; then
     xdotool type --delay 120 X1
     shot commit-dialog "$dialog"
     press Return # Commit, the default button
+    gone '^Commit Pay$' || { echo "the commit dialog did not close" >>"$log"; exit 1; }
     xdotool windowfocus --sync "$main"
     sleep 0.5
     shot committed-pay
@@ -67,6 +77,7 @@ if [ "${1:-}" = "--inside" ]; then
     shot history
     xdotool windowfocus --sync "$history"
     press Escape
+    gone '^History$' || { echo "the history did not close" >>"$log"; exit 1; }
     xdotool windowfocus --sync "$main"
     sleep 0.3
     press alt+l  # Close
