@@ -25,6 +25,16 @@ Currency money(const QVariant& v) {
     return IsNull(v) ? Currency() : CCur(v);
 }
 
+// The reference and figures of a pay's Wages row.
+void takeFigures(PayRunItem& item, const Recordset& row) {
+    item.reference = text(row.value(QStringLiteral("Reference")));
+    item.gross = money(row.value(QStringLiteral("TotalTaxable")));
+    item.paye = money(row.value(QStringLiteral("PAYE")));
+    item.nonTaxable = money(row.value(QStringLiteral("NonTaxAllow")));
+    item.deductions = money(row.value(QStringLiteral("Deductions")));
+    item.takeHome = money(row.value(QStringLiteral("TakeHome")));
+}
+
 // Answers the wage screen's question for the date of a first pay with the run's date; every other
 // dialog goes to the program's own.
 class FirstPayAnswer : public Dialogs {
@@ -99,12 +109,7 @@ QList<PayRunItem> ProposePayRun(Database& wage, const QDate& runDate) {
             if (reference.isEmpty() || lastDate >= runDate) {
                 item.wageID = CLng(last->value(QStringLiteral("WageID")));
                 item.payDate = lastDate;
-                item.reference = reference;
-                item.gross = money(last->value(QStringLiteral("TotalTaxable")));
-                item.paye = money(last->value(QStringLiteral("PAYE")));
-                item.nonTaxable = money(last->value(QStringLiteral("NonTaxAllow")));
-                item.deductions = money(last->value(QStringLiteral("Deductions")));
-                item.takeHome = money(last->value(QStringLiteral("TakeHome")));
+                takeFigures(item, *last);
             } else {
                 item.payDate = NextPayDate(lastDate, paysPerYear, numberOfDays);
             }
@@ -131,12 +136,7 @@ void RefreshPayRunItems(Database& wage, QList<PayRunItem>& items) {
             item.wageID = 0; // removed meanwhile: to be added again
             item.reference.clear();
         } else {
-            item.reference = text(row->value(QStringLiteral("Reference")));
-            item.gross = money(row->value(QStringLiteral("TotalTaxable")));
-            item.paye = money(row->value(QStringLiteral("PAYE")));
-            item.nonTaxable = money(row->value(QStringLiteral("NonTaxAllow")));
-            item.deductions = money(row->value(QStringLiteral("Deductions")));
-            item.takeHome = money(row->value(QStringLiteral("TakeHome")));
+            takeFigures(item, *row);
         }
         row->Close();
     }

@@ -12,6 +12,7 @@
 #include "payday/PaydayTables.h"
 #include "payengine/AppContext.h"
 #include <QDate>
+#include <QFile>
 #include <QStringList>
 
 namespace qltest {
@@ -32,6 +33,12 @@ inline QString validAccount(int k, const QString& bankBranch = QStringLiteral("1
         const QString s = QStringLiteral("%1-%2-00").arg(bankBranch).arg(base, 7, 10, QChar(u'0'));
         if (ql::IsValidBankAccount(s) && k-- == 0) return s;
     }
+}
+
+// A written file's text; empty when it can't be read.
+inline QString readFile(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
 }
 
 // The fields of each line of a CSV file whose lines end in CR LF.

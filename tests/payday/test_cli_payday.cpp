@@ -6,11 +6,6 @@
 namespace qltest {
 namespace {
 
-QString readFile(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
-}
-
 TEST(CliPayday, WrongUsage) {
     TempDocuments docs;
     const QStringList wrong[] = {

@@ -1,12 +1,6 @@
 // A new user's first payday on the demo farm: one pay run commits the whole week with its payslips,
 // and the payday filing and the bank's direct-credit files follow without typing anything first.
-#include "CliRunner.h"
-#include "TestEnv.h"
-#include "data/Database.h"
-#include "frame/SettingGetters.h"
-#include "payday/BankAccount.h"
-#include "payday/IrdNumber.h"
-#include "payday/PaydayTables.h"
+#include "PaydayFixture.h"
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -15,11 +9,6 @@
 
 namespace qltest {
 namespace {
-
-QString readFile(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
-}
 
 TEST(DemoPayday, TheDemoFarmCarriesValidPaydayDetails) {
     TempDocuments docs;
