@@ -7,7 +7,7 @@
 #include "payday/frmPaydaySettings.h"
 #include "payengine/AppContext.h"
 #include "payengine/frmOneOff.h"
-#include "startup/TitleMenuWidgets.h"
+#include "startup/TitleMenuBarWidget.h"
 #include "taxsettings/frm_Rebates.h"
 #include <QAction>
 #include <QMenu>

@@ -1,7 +1,7 @@
 #pragma once
 // The four title menus of the main screen (Modules, Tools, Reports, Help), built from the suite's menu
 // options. Choosing an entry runs nothing here: the suite's menu is told through MenuSelect and does
-// the work. Only help is handled here. Everything below is free of widgets; TitleMenuWidgets.h puts it
+// the work. Only help is handled here. Everything below is free of widgets; TitleMenuBarWidget.h puts it
 // on the screen.
 #include "MenuReader.h"
 #include <QString>

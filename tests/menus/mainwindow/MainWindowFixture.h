@@ -4,7 +4,7 @@
 #include "WageUi.h"
 #include "WireMenusAndOneOff.h"
 #include "startup/PHWage.h"
-#include "startup/TitleMenuWidgets.h"
+#include "startup/TitleMenuBarWidget.h"
 #include <QMenu>
 
 namespace qltest {

@@ -1,7 +1,7 @@
 // The title menus on a screen, offscreen: built from the options, opened by the buttons and by Ctrl
 // with M, T, R or H, a choice sent on as MenuSelect, F1 and the screen's help numbers.
 #include "../MenusFixture.h"
-#include "startup/TitleMenuWidgets.h"
+#include "startup/TitleMenuBarWidget.h"
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLineEdit>

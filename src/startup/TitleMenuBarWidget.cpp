@@ -1,4 +1,4 @@
-#include "TitleMenuWidgets.h"
+#include "TitleMenuBarWidget.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frame/Texts.h"
