@@ -24,12 +24,13 @@ struct PayList::Impl {
     QList<qint32> keys;
     std::unique_ptr<Recordset> rs; // the whole query, or the current row of a keyed list
     int rowOf = -1;                // the position whose row rs holds, in a keyed list
+    bool loaded = false; // read since the database was set
     int count = 0;
     int pos = -1; // -1 before the first row (BOF), count at the end (EOF)
     QMap<QString, QVariant> staged;
 
     bool keyed() const { return !keySql.isEmpty(); }
-    bool onRow() const { return (keyed() || rs) && pos >= 0 && pos < count; }
+    bool onRow() const { return loaded && pos >= 0 && pos < count; }
 
     // The recordset standing on the current row (only while onRow()).
     Recordset* current() {
@@ -46,6 +47,7 @@ struct PayList::Impl {
     }
 
     void load() {
+        loaded = false; // until the read succeeds
         rs.reset();
         rowOf = -1;
         keys.clear();
@@ -55,6 +57,7 @@ struct PayList::Impl {
             keys.reserve(stored.size());
             for (const QVariant& key : stored) keys.append(qint32(key.toLongLong())); // an integer key
             count = int(keys.size());
+            loaded = true;
             return;
         }
         rs = db->openRecordset(sql, RecordsetType::Dynaset);
@@ -63,27 +66,7 @@ struct PayList::Impl {
             count = rs->RecordCount();
             rs->MoveFirst();
         }
-    }
-
-    // Moves a whole-query list's recordset along with pos.
-    void follow(int to) {
-        if (keyed() || !rs) return;
-        if (to <= 0) {
-            if (count) rs->MoveFirst();
-            if (to < 0 && count) rs->MovePrevious();
-        } else if (to >= count) {
-            if (count) rs->MoveLast();
-            rs->MoveNext();
-        } else {
-            while (pos < to) {
-                rs->MoveNext();
-                ++pos;
-            }
-            while (pos > to) {
-                rs->MovePrevious();
-                --pos;
-            }
-        }
+        loaded = true;
     }
 };
 
@@ -93,6 +76,7 @@ PayList::~PayList() = default;
 void PayList::setDatabase(Database* db) {
     d->db = db;
     d->rs.reset();
+    d->loaded = false;
     d->rowOf = -1;
     d->keys.clear();
     d->count = 0;
@@ -146,25 +130,25 @@ void PayList::Refresh() {
 
 void PayList::MoveFirst() {
     UpdateRecord();
-    if ((!d->keyed() && !d->rs) || d->count == 0)
+    if (!d->loaded || d->count == 0)
         noCurrentRecord();
-    d->follow(0);
+    if (!d->keyed()) d->rs->MoveFirst();
     d->pos = 0;
     fireReposition();
 }
 
 void PayList::MoveLast() {
     UpdateRecord();
-    if ((!d->keyed() && !d->rs) || d->count == 0)
+    if (!d->loaded || d->count == 0)
         noCurrentRecord();
-    d->follow(d->count - 1);
+    if (!d->keyed()) d->rs->MoveLast();
     d->pos = d->count - 1;
     fireReposition();
 }
 
 void PayList::MoveNext() {
     UpdateRecord();
-    if ((!d->keyed() && !d->rs) || d->pos >= d->count)
+    if (!d->loaded || d->pos >= d->count)
         noCurrentRecord();
     if (!d->keyed()) d->rs->MoveNext();
     ++d->pos;
@@ -173,15 +157,15 @@ void PayList::MoveNext() {
 
 void PayList::MovePrevious() {
     UpdateRecord();
-    if ((!d->keyed() && !d->rs) || d->pos < 0)
+    if (!d->loaded || d->pos < 0)
         noCurrentRecord();
     if (!d->keyed()) d->rs->MovePrevious();
     --d->pos;
     fireReposition();
 }
 
-bool PayList::EOF_() const { return (!d->keyed() && !d->rs) || d->count == 0 || d->pos >= d->count; }
-bool PayList::BOF() const { return (!d->keyed() && !d->rs) || d->count == 0 || d->pos < 0; }
+bool PayList::EOF_() const { return !d->loaded || d->count == 0 || d->pos >= d->count; }
+bool PayList::BOF() const { return !d->loaded || d->count == 0 || d->pos < 0; }
 int PayList::RecordCount() const { return d->count; }
 int PayList::AbsolutePosition() const { return d->onRow() ? d->pos : -1; }
 
@@ -229,9 +213,10 @@ void PayList::Delete() {
     // Read the list again so that count and position stay exact; stand where the deleted row stood.
     d->load();
     d->pos = 0;
-    if (!d->keyed())
-        d->follow(std::min(at, d->count));
-    d->pos = std::min(at, d->count);
+    while (d->pos < at && d->pos < d->count) {
+        if (!d->keyed()) d->rs->MoveNext();
+        ++d->pos;
+    }
     if (d->count == 0)
         fireReposition();
 }

@@ -31,13 +31,12 @@ const PercentLineKind& contributionKind() {
 
 namespace {
 
-const char* const kLimitColumns[] = {"UpperThreshold", "LowerThreshold", "MaxPercent", "Percentage"};
-
 float limitValue(const QVariant& v) {
     return IsNull(v) ? 0.0f : CSng(v);
 }
 
-// The four limits of a name in one query, in the order of kLimitColumns; Null when the name is missing.
+// The four limits of a name in one query (upper threshold, lower threshold, maximum percent, percentage);
+// Null when the name is missing.
 // Each is converted only where it is used.
 QVariantList percentLineLimits(const PercentLineKind& k, qint32 nameID) {
     QVariantList values = App().WageDatabase.firstRow(
@@ -54,9 +53,7 @@ QVariantList percentLineLimits(const PercentLineKind& k, qint32 nameID) {
 float percentLineLimit(const PercentLineKind& k, qint32 nameID, int which) {
     if (which < 0 || which > 3)
         return 0.0f;
-    return limitValue(App().WageDatabase.scalar(QStringLiteral("SELECT %1 FROM %2 WHERE %3 = %4")
-                                                    .arg(QLatin1String(kLimitColumns[which]), k.nameTable, k.nameKey)
-                                                    .arg(nameID)));
+    return limitValue(percentLineLimits(k, nameID).at(which));
 }
 
 void percentLineEmployee(const PercentLineKind& k, qint32 nameID, float& specialRate, Currency& fixedAmount) {

@@ -58,6 +58,12 @@ void expectOneCommittedPostedPayEach(const QString& seed = QString()) {
     EXPECT_EQ(countFarm(QStringLiteral("SELECT count(*) FROM Transactions")), 10) << seed.toStdString();
 }
 
+// The demo farm with one pay of the farm hand, not committed, on the given day.
+bool demoWithAFarmHandPay(const QString& folder, const QString& day) {
+    return runCli({QStringLiteral("init"), QStringLiteral("--demo")}, folder).exitCode == 0 &&
+           runCli({QStringLiteral("add-pay"), QStringLiteral("1"), day}, folder).exitCode == 0;
+}
+
 int count(const QString& sql) {
     ql::Database wage;
     wage.open(ql::WageFileName());
@@ -148,12 +154,8 @@ TEST(PayRun, WholeDemoFarmOnceWhateverTheRuns) {
 
 TEST(PayRun, AnEmployeeWithoutTaxCodeIsListedAndTheOthersGoOn) {
     TempDocuments docs;
-    ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs.path()).exitCode, 0);
     // An employee with pays already is asked for no first date, so the tax code test runs.
-    ASSERT_EQ(
-        runCli({QStringLiteral("add-pay"), QStringLiteral("1"), QStringLiteral("2026-10-30")}, docs.path())
-            .exitCode,
-        0);
+    ASSERT_TRUE(demoWithAFarmHandPay(docs.path(), QStringLiteral("2026-10-30")));
     execute(QStringLiteral("UPDATE Wages SET Reference = 'X1', PaymentDate = Date WHERE EmployeeID = 1"));
     execute(QStringLiteral("UPDATE Employees SET TaxCode = '' WHERE EmployeeID = 1"));
     const CliResult r = runCli({QStringLiteral("pay-run"), QStringLiteral("2026-11-06")}, docs.path());
@@ -212,21 +214,11 @@ TEST(PayRun, KilledPartWayAndRunAgain) {
     }
 }
 
-} // namespace
-} // namespace qltest
-
-namespace qltest {
-namespace {
-
 // A pay left uncommitted from an earlier week is the one the run pays; once committed it stays in the
 // run's list with its reference, though its date lies before the run's.
 TEST(PayRun, AnOlderPayCommittedByTheRunStaysInItsList) {
     TempDocuments docs;
-    ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs.path()).exitCode, 0);
-    ASSERT_EQ(
-        runCli({QStringLiteral("add-pay"), QStringLiteral("1"), QStringLiteral("2026-10-30")}, docs.path())
-            .exitCode,
-        0);
+    ASSERT_TRUE(demoWithAFarmHandPay(docs.path(), QStringLiteral("2026-10-30")));
     const CliResult r = runCli(
         {QStringLiteral("pay-run"), QStringLiteral("2026-11-06"), QStringLiteral("--commit")}, docs.path());
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
