@@ -25,21 +25,23 @@ const bool registered = [] {
 }();
 
 Currency Currency::fromDouble(double d) {
+    // Most amounts are already whole ten-thousandths. Below 2^40 the double product lies within 2^-13
+    // of the exact one, so a whole product is the rounded result and the extended product is not needed.
+    const double product = d * 10000.0;
+    if (std::fabs(product) < 1099511627776.0) {
+        const auto whole = static_cast<std::int64_t>(product);
+        if (static_cast<double>(whole) == product) return fromRaw(whole);
+    }
     if (!std::isfinite(d))
         overflow();
     // The product in extended precision decides ties as the runtime does (1.23445 -> 1.2345).
     const long double scaled = static_cast<long double>(d) * 10000.0L;
     if (scaled >= 9223372036854775807.0L || scaled < -9223372036854775808.0L)
         overflow();
-    // To nearest, ties to even, by hand: nearbyintl saves and restores the floating-point state at
-    // every call, and every amount read from a database passes here.
-    std::int64_t r = static_cast<std::int64_t>(scaled); // toward zero
-    const long double fraction = scaled - static_cast<long double>(r); // exact
-    if (fraction > 0.5L || (fraction == 0.5L && (r & 1)))
-        ++r;
-    else if (fraction < -0.5L || (fraction == -0.5L && (r & 1)))
-        --r;
-    return fromRaw(r);
+    // To nearest, ties to even: the program never leaves the default rounding mode, in which llrint
+    // rounds so without saving and restoring the floating-point state, as nearbyintl or a cast toward
+    // zero would at every call; every amount read from a database passes here.
+    return fromRaw(static_cast<std::int64_t>(std::llrint(scaled)));
 }
 
 Currency Currency::fromLong(std::int64_t whole) {

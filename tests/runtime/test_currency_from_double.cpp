@@ -26,6 +26,9 @@ TEST(CurrencyFromDouble, TiesGoToEven) {
     EXPECT_EQ(ql::Currency::fromDouble(-0.09375).raw(), -938);
     EXPECT_EQ(ql::Currency::fromDouble(-0.00004).raw(), 0);
     EXPECT_EQ(ql::Currency::fromDouble(922337203685477.0).raw(), 9223372036854770000LL);
+    // Near the bound of whole products (2^40 ten-thousandths) the shortcut and the long way agree.
+    for (const double d : {109951162.7775, 109951162.7776, 109951162.7777, -109951162.7776, 109951162.77765})
+        EXPECT_EQ(ql::Currency::fromDouble(d).raw(), reference(d)) << d;
 }
 
 TEST(CurrencyFromDouble, AsTheFloatingPointUnitRoundsAtRandom) {
@@ -34,11 +37,17 @@ TEST(CurrencyFromDouble, AsTheFloatingPointUnitRoundsAtRandom) {
     QRandomGenerator random(seed);
     for (int i = 0; i < 200000; ++i) {
         double d = 0;
-        switch (i % 4) {
+        // Whole ten-thousandths on both sides of 2^40 (the bound of the shortcut for them), and one
+        // step of a double away from them.
+        const double whole = double(qint64(random.generate64() % (qint64(1) << 42)) - (qint64(1) << 41)) / 10000.0;
+        switch (i % 7) {
         case 0: d = (random.generateDouble() - 0.5) * 2e6; break;          // any amount
         case 1: d = double(random.bounded(-2000000000, 2000000000)) / 100000.0; break; // five decimals
         case 2: d = (double(random.bounded(-1000000, 1000000)) + 0.5) / 10000.0; break; // near a tie
-        default: d = (random.generateDouble() - 0.5) * 1e14; break;        // large
+        case 3: d = (random.generateDouble() - 0.5) * 1e14; break;         // large
+        case 4: d = double(random.bounded(-100000000, 100000000)) / 10000.0; break; // amounts as stored
+        case 5: d = whole; break;
+        default: d = std::nextafter(whole, random.bounded(2) ? 1e300 : -1e300); break;
         }
         ASSERT_EQ(ql::Currency::fromDouble(d).raw(), reference(d)) << d << " seed " << seed;
     }
