@@ -1,6 +1,7 @@
 #include "Recordset.h"
 #include "Database.h"
 #include "FieldValue.h"
+#include "QueryFields.h"
 #include "SqlSupport.h"
 #include "runtime/VbError.h"
 #include <QHash>
@@ -14,14 +15,6 @@ namespace {
 
 const QString kSource = QStringLiteral("DAO.Recordset");
 const QString kRowidColumn = QStringLiteral("ql_rowid_");
-
-struct Field {
-    QString name;
-    QString table;  // table the column comes from, empty for an expression
-    QString origin; // the column's name in that table
-    FieldType type = FieldType::Text;
-    bool typeKnown = false;
-};
 
 struct Row {
     QVariantList values; // stored form
@@ -45,12 +38,6 @@ bool isSelect(const QString& text) {
     for (const char* keyword : {"SELECT", "WITH", "VALUES"})
         if (word.compare(QLatin1String(keyword), Qt::CaseInsensitive) == 0) return true;
     return false;
-}
-
-QString bareName(QString name) {
-    name = name.trimmed();
-    if (name.startsWith(u'[') && name.endsWith(u']')) name = name.mid(1, name.size() - 2);
-    return name;
 }
 
 // The pattern of "Table alias" / "Table AS alias" for a table, compiled once per table name.
@@ -81,7 +68,7 @@ struct Recordset::Impl {
     bool closed = false;
 
     QString table; // the table changes go to; empty when read-only
-    std::vector<Field> fields;
+    std::vector<QueryField> fields;
     // Names asked for, with the index each found; cleared when the fields are read again.
     mutable QHash<QString, int> nameIndex;
     std::vector<Row> rows;
@@ -165,23 +152,9 @@ struct Recordset::Impl {
 };
 
 void Recordset::Impl::readAll(Statement& st, int firstField) {
-    sqlite3_stmt* s = st.get();
-    const int n = sqlite3_column_count(s);
-    fields.clear();
+    const int n = sqlite3_column_count(st.get());
+    fields = readQueryFields(st.get(), firstField);
     nameIndex.clear();
-    for (int i = firstField; i < n; ++i) {
-        Field f;
-        f.name = QString::fromUtf8(sqlite3_column_name(s, i));
-        if (const char* t = sqlite3_column_table_name(s, i)) f.table = QString::fromUtf8(t);
-        if (const char* o = sqlite3_column_origin_name(s, i)) f.origin = QString::fromUtf8(o);
-        if (const char* decl = sqlite3_column_decltype(s, i)) {
-            if (auto t = fieldTypeFromDeclared(QString::fromUtf8(decl))) {
-                f.type = *t;
-                f.typeKnown = true;
-            }
-        }
-        fields.push_back(f);
-    }
     rows.clear();
     while (st.step()) {
         Row r;
@@ -193,7 +166,7 @@ void Recordset::Impl::readAll(Statement& st, int firstField) {
     }
     // A computed column takes its type from its values.
     for (size_t c = 0; c < fields.size(); ++c) {
-        Field& f = fields[c];
+        QueryField& f = fields[c];
         if (f.typeKnown) continue;
         bool anyReal = false, anyInt = false;
         for (const Row& r : rows) {
@@ -413,7 +386,7 @@ namespace {
 // columns bear the query's field names.
 class CriterionTest {
 public:
-    CriterionTest(sqlite3* db, const std::vector<Field>& fields, const QString& table,
+    CriterionTest(sqlite3* db, const std::vector<QueryField>& fields, const QString& table,
                   const QString& criterion) {
         QStringList cols;
         QStringList seen;
@@ -489,26 +462,6 @@ FieldType Recordset::fieldType(int index) const {
     return d->fields[index].type;
 }
 
-namespace {
-// The field of a name: its own name first, then "table.column" by table and origin.
-int lookUpField(const std::vector<Field>& fields, const QString& name) {
-    const QString bare = bareName(name);
-    for (int i = 0; i < int(fields.size()); ++i)
-        if (fields[i].name.compare(bare, Qt::CaseInsensitive) == 0) return i;
-    const auto dot = bare.indexOf(u'.');
-    if (dot > 0) {
-        const QString table = bareName(bare.left(dot));
-        const QString column = bareName(bare.mid(dot + 1));
-        for (int i = 0; i < int(fields.size()); ++i)
-            if (fields[i].table.compare(table, Qt::CaseInsensitive) == 0 &&
-                (fields[i].origin.compare(column, Qt::CaseInsensitive) == 0 ||
-                 fields[i].name.compare(column, Qt::CaseInsensitive) == 0))
-                return i;
-    }
-    return -1;
-}
-} // namespace
-
 int Recordset::fieldIndex(const QString& name) const {
     if (auto known = d->nameIndex.constFind(name); known != d->nameIndex.constEnd()) return *known;
     const int i = lookUpField(d->fields, name);
@@ -542,7 +495,7 @@ void Recordset::setValue(int index, const QVariant& v) {
     const FieldType t = fieldType(index);
     if (d->mode == EditMode::None)
         raiseError(3020, kSource, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
-    const Field& f = d->fields[index];
+    const QueryField& f = d->fields[index];
     if (f.origin.isEmpty() || f.table.compare(d->table, Qt::CaseInsensitive) != 0)
         raiseError(3164, kSource, QStringLiteral("Field '%1' cannot be updated.").arg(f.name));
     d->buffer[index] = storedValue(t, v);

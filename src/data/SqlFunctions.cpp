@@ -1,6 +1,9 @@
 // SQL functions every connection carries, for query texts that relied on the runtime inside SQL.
 #include "SqlSupport.h"
+#include "FieldValue.h"
 #include "runtime/Convert.h"
+#include "runtime/VbError.h"
+#include <cstring>
 #include <QByteArray>
 #include <cmath>
 
@@ -60,12 +63,83 @@ void iif(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_result_value(ctx, truthy(argv[0]) ? argv[1] : argv[2]);
 }
 
+// cursums(kinds, x1, ..., xn) adds up each of its n columns exactly, as a loop over cells would: each
+// value as the Currency that a field of its kind reads (kinds holds one letter a column: 'S' a
+// Single, any other a Currency or Double, to four decimals half to even), the totals in
+// ten-thousandths. Nulls and texts that are no number count nothing. The result is a blob of n
+// 64-bit totals in the machine's byte order; an overflow is an error.
+struct CurrencySums {
+    std::int64_t raw[16];
+    int count;
+    bool failed;
+};
+
+Currency cellAmount(sqlite3_value* v, bool single, bool& isNumber) {
+    isNumber = true;
+    switch (sqlite3_value_type(v)) {
+    case SQLITE_NULL:
+        isNumber = false;
+        return Currency();
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT: {
+        const double d = sqlite3_value_double(v);
+        return single ? Currency::fromSingle(static_cast<float>(d)) : Currency::fromDouble(d);
+    }
+    default: {
+        const QVariant typed = typedValue(
+            single ? FieldType::Single : FieldType::Currency,
+            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v)));
+        if (!IsNumeric(typed)) {
+            isNumber = false;
+            return Currency();
+        }
+        return CCur(typed);
+    }
+    }
+}
+
+void cursumsStep(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    auto* sums = static_cast<CurrencySums*>(sqlite3_aggregate_context(ctx, sizeof(CurrencySums)));
+    if (!sums || sums->failed) return;
+    const int n = argc - 1;
+    if (n > 16) {
+        sums->failed = true;
+        sqlite3_result_error(ctx, "cursums takes at most 16 columns", -1);
+        return;
+    }
+    sums->count = n;
+    const char* kinds = reinterpret_cast<const char*>(sqlite3_value_text(argv[0]));
+    const int kindCount = kinds ? int(std::strlen(kinds)) : 0;
+    try {
+        for (int i = 0; i < n; ++i) {
+            bool isNumber = false;
+            const Currency amount = cellAmount(argv[i + 1], i < kindCount && kinds[i] == 'S', isNumber);
+            if (isNumber) sums->raw[i] = (Currency::fromRaw(sums->raw[i]) + amount).raw();
+        }
+    } catch (const VbError& e) {
+        sums->failed = true;
+        const QByteArray text = e.description().toUtf8();
+        sqlite3_result_error(ctx, text.constData(), int(text.size()));
+    }
+}
+
+void cursumsFinal(sqlite3_context* ctx) {
+    auto* sums = static_cast<CurrencySums*>(sqlite3_aggregate_context(ctx, 0));
+    if (sums && sums->failed) return;
+    if (!sums || sums->count == 0) {
+        sqlite3_result_zeroblob(ctx, 0);
+        return;
+    }
+    sqlite3_result_blob(ctx, sums->raw, int(sizeof(std::int64_t)) * sums->count, SQLITE_TRANSIENT);
+}
+
 } // namespace
 
 void registerSqlFunctions(sqlite3* db) {
     const int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
     sqlite3_create_function_v2(db, "vbstr", 1, flags, nullptr, vbstr, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(db, "iif", 3, flags, nullptr, iif, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(db, "cursums", -1, flags, nullptr, nullptr, cursumsStep, cursumsFinal, nullptr);
 }
 
 } // namespace ql
