@@ -1,6 +1,9 @@
 #include "Roster.h"
 #include <QHash>
+#include <array>
+#include <optional>
 #include "data/Recordset.h"
+#include "data/RowReader.h"
 #include "data/Schema.h"
 #include "data/SqlDate.h"
 #include "frame/SettingGetters.h"
@@ -9,6 +12,7 @@
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Trap.h"
+#include "runtime/VbError.h"
 
 namespace ql {
 
@@ -23,86 +27,92 @@ QString zeroDate() {
     return SQLDate(QVariant(0));
 }
 
-// The index of a column, found once for all the rows; a missing column raises as a read by name does.
-int columnOf(const Recordset& rs, const char* name) {
-    const QString column = QString::fromLatin1(name);
-    const int index = rs.fieldIndex(column);
-    if (index < 0) rs.value(column);
-    return index;
+// The employee's own columns are named with their table, as the join may rename a column that two
+// tables share. The order is the order in which the record takes its fields.
+const char* const kEmployeeFields[] = {
+    "Employees.EmployeeID",     "Employees.AddressID",         "Employees.Birthdate",
+    "Employees.EmployeeTypeID", "Employees.DateHired",         "Employees.DateFinished",
+    "Employees.PayRate",        "Employees.YearlyTotal",       "Employees.PayIntervalID",
+    "Employees.TaxTypeID",      "Employees.IRDNumber",         "EmployeeType",
+    "UnitOfPay",                "Taxname",                     "Employees.ExcludeIR348",
+    "Employees.TaxCode",        "Employees.KiwiSaverEnrolled", "Employees.KiwiSaverEnrolID",
+    "Employees.KiwiSaverStartDate", "Employees.KiwiSaverEmployerRateID"};
+enum EmployeeField {
+    EmployeeID, AddressID, Birthdate, EmployeeTypeID, DateHired, DateFinished, PayRate, YearlyTotal,
+    PayIntervalID, TaxTypeID, IRDNumber, EmployeeType, UnitOfPay, TaxName, ExcludeIR348, TaxCode,
+    KiwiSaverEnrolled, KiwiSaverEnrolID, KiwiSaverStartDate, KiwiSaverEmployerRateID, EmployeeFieldCount
+};
+const char* const kAddressFields[] = {"AddressID", "BusAddress1", "BusCity", "ContactLastName",
+                                      "ContactFirstName"};
+enum AddressField { AddrID, Street, City, LastName, FirstName, AddressFieldCount };
+
+// The columns of names, found once for all the rows; a missing column raises as a read by name does.
+template <size_t N> std::array<int, N> columnsOf(const RowReader& rows, const char* const (&names)[N]) {
+    std::array<int, N> columns{};
+    for (size_t i = 0; i < N; ++i)
+        columns[i] = rows.requireField(QString::fromLatin1(names[i]));
+    return columns;
 }
 
-// The employee's own columns are named with their table, as the join may rename a column that two
-// tables share.
-struct EmployeeColumns {
-    explicit EmployeeColumns(const Recordset& e)
-        : employeeID(columnOf(e, "Employees.EmployeeID")), addressID(columnOf(e, "Employees.AddressID")),
-          birthdate(columnOf(e, "Employees.Birthdate")), employeeTypeID(columnOf(e, "Employees.EmployeeTypeID")),
-          dateHired(columnOf(e, "Employees.DateHired")), dateFinished(columnOf(e, "Employees.DateFinished")),
-          payRate(columnOf(e, "Employees.PayRate")), yearlyTotal(columnOf(e, "Employees.YearlyTotal")),
-          payIntervalID(columnOf(e, "Employees.PayIntervalID")), taxTypeID(columnOf(e, "Employees.TaxTypeID")),
-          irdNumber(columnOf(e, "Employees.IRDNumber")), employeeType(columnOf(e, "EmployeeType")),
-          unitOfPay(columnOf(e, "UnitOfPay")), taxName(columnOf(e, "Taxname")),
-          excludeIR348(columnOf(e, "Employees.ExcludeIR348")), taxCode(columnOf(e, "Employees.TaxCode")),
-          kiwiSaverEnrolled(columnOf(e, "Employees.KiwiSaverEnrolled")),
-          kiwiSaverEnrolID(columnOf(e, "Employees.KiwiSaverEnrolID")),
-          kiwiSaverStartDate(columnOf(e, "Employees.KiwiSaverStartDate")),
-          kiwiSaverEmployerRateID(columnOf(e, "Employees.KiwiSaverEmployerRateID")) {}
-    int employeeID, addressID, birthdate, employeeTypeID, dateHired, dateFinished, payRate, yearlyTotal,
-        payIntervalID, taxTypeID, irdNumber, employeeType, unitOfPay, taxName, excludeIR348, taxCode,
-        kiwiSaverEnrolled, kiwiSaverEnrolID, kiwiSaverStartDate, kiwiSaverEmployerRateID;
-};
-
-struct AddressColumns {
-    explicit AddressColumns(const Recordset& a)
-        : addressID(columnOf(a, "AddressID")), street(columnOf(a, "BusAddress1")), city(columnOf(a, "BusCity")),
-          last(columnOf(a, "ContactLastName")), first(columnOf(a, "ContactFirstName")) {}
-    int addressID, street, city, last, first;
-};
-
 // Each field is taken only when its column holds a value; a null leaves the field empty.
-template <class T, class F> void take(const Recordset& rs, int column, T& field, F convert) {
-    const QVariant v = rs.value(column);
+template <class T, class F> void take(const RowReader& rows, int column, T& field, F convert) {
+    const QVariant v = rows.value(column);
     if (!IsNull(v)) field = convert(v);
 }
 
-EmployeeRecord readEmployee(const Recordset& e, const EmployeeColumns& c, const Recordset& a,
-                            const AddressColumns& ac) {
+// An employee row read into the fields a record takes from it; a row whose value would not convert
+// keeps its failure, which is raised where its record is built.
+struct EmployeeRow {
+    EmployeeRecord record;
+    std::optional<VbError> failure;
+};
+
+EmployeeRow readEmployee(const RowReader& e, const std::array<int, EmployeeFieldCount>& c) {
     const auto text = [](const QVariant& v) { return v.toString(); };
     const auto date = [](const QVariant& v) { return CDate(v); };
     const auto money = [](const QVariant& v) { return CCur(v); };
     const auto whole = [](const QVariant& v) { return CLng(v); };
-    EmployeeRecord r;
-    take(e, c.employeeID, r.EmployeeID, whole);
-    take(e, c.addressID, r.AddressID, whole);
-    take(e, c.birthdate, r.Birthdate, date);
-    take(e, c.employeeTypeID, r.EmployeeTypeID, whole);
-    take(e, c.dateHired, r.DateHired, date);
-    take(e, c.dateFinished, r.DateFinished, date);
-    take(e, c.payRate, r.PayRate, money);
-    take(e, c.yearlyTotal, r.YearlyTotal, money);
-    take(e, c.payIntervalID, r.PayIntervalID, whole);
-    take(e, c.taxTypeID, r.TaxTypeID, whole);
-    take(e, c.irdNumber, r.IRDNumber, text);
-    take(e, c.employeeType, r.EmployeeType, text);
-    take(e, c.unitOfPay, r.UnitOfPay, text);
-    take(e, c.taxName, r.TaxName, text);
-    // The same field again: the exclusion flag replaces the tax name when it is set at all.
-    take(e, c.excludeIR348, r.TaxName, [](const QVariant& v) { return CStr(v); });
-    take(e, c.taxCode, r.TaxCode, text);
-    const QVariant street = a.value(ac.street);
-    const QVariant city = a.value(ac.city);
+    EmployeeRow row;
+    EmployeeRecord& r = row.record;
+    try {
+        take(e, c[EmployeeID], r.EmployeeID, whole);
+        take(e, c[AddressID], r.AddressID, whole);
+        take(e, c[Birthdate], r.Birthdate, date);
+        take(e, c[EmployeeTypeID], r.EmployeeTypeID, whole);
+        take(e, c[DateHired], r.DateHired, date);
+        take(e, c[DateFinished], r.DateFinished, date);
+        take(e, c[PayRate], r.PayRate, money);
+        take(e, c[YearlyTotal], r.YearlyTotal, money);
+        take(e, c[PayIntervalID], r.PayIntervalID, whole);
+        take(e, c[TaxTypeID], r.TaxTypeID, whole);
+        take(e, c[IRDNumber], r.IRDNumber, text);
+        take(e, c[EmployeeType], r.EmployeeType, text);
+        take(e, c[UnitOfPay], r.UnitOfPay, text);
+        take(e, c[TaxName], r.TaxName, text);
+        // The same field again: the exclusion flag replaces the tax name when it is set at all.
+        take(e, c[ExcludeIR348], r.TaxName, [](const QVariant& v) { return CStr(v); });
+        take(e, c[TaxCode], r.TaxCode, text);
+        take(e, c[KiwiSaverEnrolled], r.KiwiSaverEnrolled, [](const QVariant& v) { return CBool(v); });
+        take(e, c[KiwiSaverEnrolID], r.KiwiSaverEnrolID, whole);
+        take(e, c[KiwiSaverStartDate], r.KiwiSaverStartDate, date);
+        take(e, c[KiwiSaverEmployerRateID], r.KiwiSaverEmployerRateID, whole);
+    } catch (const VbError& failure) {
+        row.failure = failure;
+    }
+    return row;
+}
+
+// The address's part of a record.
+void takeAddress(EmployeeRecord& r, const RowReader& a, const std::array<int, AddressFieldCount>& c) {
+    const QVariant street = a.value(c[Street]);
+    const QVariant city = a.value(c[City]);
     if (!IsNull(street)) r.Address = street.toString() + QStringLiteral(", ");
     if (!IsNull(city)) r.Address += city.toString();
-    const QVariant last = a.value(ac.last);
-    const QVariant first = a.value(ac.first);
+    const QString last = a.value(c[LastName]).toString();
+    const QString first = a.value(c[FirstName]).toString();
     // The separator always stands; each name only when present.
-    r.NameLastFirst = last.toString() + QStringLiteral(", ") + first.toString();
-    r.NameFirstLast = first.toString() + QStringLiteral(" ") + last.toString();
-    take(e, c.kiwiSaverEnrolled, r.KiwiSaverEnrolled, [](const QVariant& v) { return CBool(v); });
-    take(e, c.kiwiSaverEnrolID, r.KiwiSaverEnrolID, whole);
-    take(e, c.kiwiSaverStartDate, r.KiwiSaverStartDate, date);
-    take(e, c.kiwiSaverEmployerRateID, r.KiwiSaverEmployerRateID, whole);
-    return r;
+    r.NameLastFirst = last + QStringLiteral(", ") + first;
+    r.NameFirstLast = first + QStringLiteral(" ") + last;
 }
 } // namespace
 
@@ -116,49 +126,37 @@ QString rosterWhereClause() {
 qint32 FillEmployeeArray() {
     qint32 count = 0;
     Database farm;
-    std::unique_ptr<Recordset> addresses;
-    std::unique_ptr<Recordset> employees;
     trap(QStringLiteral("FillEmployeeArray"), [&] {
         AppContext& app = App();
         farm = openOrCreate(DatabaseKind::Farm, DataFileName());
-        addresses =
-            farm.openRecordset(QStringLiteral("SELECT Addresses.* FROM Addresses WHERE WageFlag = True"),
-                               RecordsetType::Snapshot);
-        employees =
-            app.WageDatabase.openRecordset(kEmployeeColumns + rosterWhereClause(), RecordsetType::Snapshot);
+        RowReader addresses(farm, QStringLiteral("SELECT Addresses.* FROM Addresses WHERE WageFlag = True"));
+        RowReader employees(app.WageDatabase, kEmployeeColumns + rosterWhereClause());
         app.EmployeeArray = {EmployeeRecord{}};
-        if (employees->EOF_())
-            return;
+        if (!employees.next()) return;
         // The roster follows the order of the addresses; each matching employee row is one record, in
-        // the employees' order. The rows of each address are found once, so that a long roster costs no
-        // more than its length.
-        const EmployeeColumns columns(*employees);
-        QHash<qint32, QList<QByteArray>> rowsOfAddress;
-        for (employees->MoveFirst(); !employees->EOF_(); employees->MoveNext()) {
-            const QVariant own = employees->value(columns.addressID);
-            if (!IsNull(own))
-                rowsOfAddress[CLng(own)].append(employees->Bookmark());
-        }
-        if (addresses->EOF_())
-            return;
-        const AddressColumns addressColumns(*addresses);
-        while (!addresses->EOF_()) {
-            const QVariant addressID = addresses->value(addressColumns.addressID);
-            if (!IsNull(addressID)) {
-                for (const QByteArray& row : rowsOfAddress.value(CLng(addressID))) {
-                    employees->setBookmark(row);
-                    ++count;
-                    app.EmployeeArray.append(readEmployee(*employees, columns, *addresses, addressColumns));
-                }
+        // the employees' order. The rows are read once, each straight from its query, so that a long
+        // roster costs little more than its names.
+        const auto employeeColumns = columnsOf(employees, kEmployeeFields);
+        QHash<qint32, QList<EmployeeRow>> rowsOfAddress;
+        do {
+            const QVariant own = employees.value(employeeColumns[AddressID]);
+            if (!IsNull(own)) rowsOfAddress[CLng(own)].append(readEmployee(employees, employeeColumns));
+        } while (employees.next());
+        if (!addresses.next()) return;
+        const auto addressColumns = columnsOf(addresses, kAddressFields);
+        do {
+            const QVariant addressID = addresses.value(addressColumns[AddrID]);
+            if (IsNull(addressID)) continue;
+            const auto found = rowsOfAddress.constFind(CLng(addressID));
+            if (found == rowsOfAddress.constEnd()) continue;
+            for (const EmployeeRow& row : *found) {
+                if (row.failure) throw *row.failure;
+                EmployeeRecord record = row.record;
+                takeAddress(record, addresses, addressColumns);
+                ++count;
+                app.EmployeeArray.append(record);
             }
-            addresses->MoveNext();
-        }
-    });
-    skipErrors([&] {
-        if (employees) employees->Close();
-    });
-    skipErrors([&] {
-        if (addresses) addresses->Close();
+        } while (addresses.next());
     });
     skipErrors([&] { farm.close(); });
     return count;

@@ -103,3 +103,42 @@ TEST_F(Roster, CheckSaysWhenNobodyIsTickedForThePayroll) {
     rows.employee(rows.address(QStringLiteral("Ticked"), QStringLiteral("Tia")));
     EXPECT_EQ(ql::CheckEmployeeTable(), QString());
 }
+
+// An employee row that cannot be read stops the roster where its record would stand: the records of
+// the addresses before it are kept, and the failure is reported under the procedure's name.
+TEST_F(Roster, AnUnreadableRowKeepsTheRecordsBuiltBeforeIt) {
+    const qint64 first = rows.address(QStringLiteral("Aroha"), QStringLiteral("Ana"));
+    const qint64 second = rows.address(QStringLiteral("Brown"), QStringLiteral("Ben"));
+    const qint64 third = rows.address(QStringLiteral("Carr"), QStringLiteral("Cam"));
+    rows.employee(third);
+    const qint64 broken = rows.employee(second);
+    rows.employee(first);
+    rows.wage.execute(
+        QStringLiteral("UPDATE Employees SET Birthdate = 'no date at all' WHERE EmployeeID = %1").arg(broken));
+    EXPECT_EQ(fill(), 1);
+    ASSERT_EQ(ql::App().EmployeeArray.size(), 2);
+    EXPECT_EQ(ql::App().EmployeeArray.at(1).AddressID, first);
+    ASSERT_EQ(rows.dialogs.calls.size(), 1);
+    EXPECT_EQ(rows.dialogs.calls.at(0).kind, ql::DialogCall::Error);
+    EXPECT_EQ(rows.dialogs.calls.at(0).heading, QStringLiteral("Quillary FillEmployeeArray"));
+}
+
+// A long roster keeps every field of every record, read once per row.
+TEST_F(Roster, ALongRosterHasEveryRecordInTheOrderOfTheAddresses) {
+    QList<qint64> addresses;
+    for (int i = 0; i < 150; ++i)
+        addresses << rows.address(QStringLiteral("Last%1").arg(i, 3, 10, QLatin1Char('0')), QStringLiteral("First%1").arg(i));
+    // Entered in the reverse order, so the employees' order is not the roster's.
+    for (int i = 149; i >= 0; --i)
+        rows.employee(addresses.at(i), QStringLiteral("2024-04-%1").arg(1 + i % 28, 2, 10, QLatin1Char('0')));
+    ASSERT_EQ(fill(), 150);
+    for (int i = 0; i < 150; ++i) {
+        const ql::EmployeeRecord& r = ql::App().EmployeeArray.at(i + 1);
+        EXPECT_EQ(r.AddressID, addresses.at(i));
+        EXPECT_EQ(r.NameLastFirst, QStringLiteral("Last%1, First%2").arg(i, 3, 10, QLatin1Char('0')).arg(i));
+        EXPECT_EQ(r.DateHired, QDate(2024, 4, 1 + i % 28));
+        EXPECT_EQ(r.PayRate, ql::Currency::fromRaw(255000));
+        EXPECT_EQ(r.TaxCode, QStringLiteral("M"));
+        EXPECT_EQ(r.Address, QStringLiteral("12 Ridge Road, Te Awamutu"));
+    }
+}
