@@ -120,7 +120,16 @@ void createNew(DatabaseKind kind, const QString& path, Database& db) {
 
 // Brings a file of an older schema version up to date. Version 1 is the first.
 void upgrade(DatabaseKind kind, Database& db) {
-    if (db.userVersion() < schemaVersion(kind)) db.setUserVersion(schemaVersion(kind));
+    const int version = db.userVersion();
+    if (kind == DatabaseKind::Wage && version < 2) {
+        // Version 2: the pays' index also holds the wage history's figures.
+        db.beginTrans();
+        db.executeScript(QStringLiteral("DROP INDEX IF EXISTS WagesEmployeeDate"));
+        createWageHistoryIndex(db);
+        db.setUserVersion(schemaVersion(kind));
+        db.commitTrans();
+    }
+    if (version < schemaVersion(kind)) db.setUserVersion(schemaVersion(kind));
     // A file made before its kind had its journal mode; another open connection may keep the old mode,
     // which only costs speed.
     try {
@@ -134,8 +143,8 @@ void upgrade(DatabaseKind kind, Database& db) {
 
 } // namespace
 
-int schemaVersion(DatabaseKind) {
-    return 1;
+int schemaVersion(DatabaseKind kind) {
+    return kind == DatabaseKind::Wage ? 2 : 1;
 }
 
 QString databaseKindName(DatabaseKind kind) {

@@ -26,6 +26,8 @@ Database openOrCreate(DatabaseKind kind, const QString& path, bool* created = nu
 void createWageSchema(Database& db);
 void createFarmSchema(Database& db);
 void createModulesSchema(Database& db);
+// The indexes of Wages that the pay list and the wage history read (also made by createWageSchema).
+void createWageHistoryIndex(Database& db);
 
 // The template rows of each kind (see Template*.cpp).
 void addWageTemplate(Database& db);

@@ -51,7 +51,6 @@ CREATE TABLE Wages (
     Reference TEXT(50),
     PaymentDate DATETIME
 );
-CREATE INDEX WagesEmployeeDate ON Wages(EmployeeID, [Date]);
 
 CREATE TABLE PaymentDetails (
     WageID LONG NOT NULL REFERENCES Wages(WageID) ON DELETE CASCADE,
@@ -229,6 +228,18 @@ CREATE TABLE WageInfo (
     Cashbook YESNO DEFAULT 0
 );
 )SQL"));
+    createWageHistoryIndex(db);
+}
+
+// An employee's pays in date order (pays of one date in the order of entry), with the figures of the
+// wage history, so that the pay list's keys and the history's totals are read from the index alone;
+// and the same pays in the order of entry, so that a page of the history in that order is found
+// without sorting them all.
+void createWageHistoryIndex(Database& db) {
+    db.executeScript(QStringLiteral(
+        "CREATE INDEX IF NOT EXISTS WagesEmployeeHistory ON Wages(EmployeeID, [Date], WageID, Hours, "
+        "Gross, TaxAllow, TotalTaxable, PAYE, NonTaxAllow, Deductions, TakeHome, KiwiSaverContribution);\n"
+        "CREATE INDEX IF NOT EXISTS WagesEmployeeEntry ON Wages(EmployeeID, WageID)"));
 }
 
 } // namespace ql

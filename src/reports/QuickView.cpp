@@ -3,8 +3,8 @@
 #include "ReportDriver.h"
 #include "ReportScreen.h"
 #include "data/FarmDetails.h"
-#include "data/GridHelpers.h"
 #include "data/Recordset.h"
+#include "data/RowReader.h"
 #include "data/SqlDate.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
@@ -14,6 +14,7 @@
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 #include "runtime/Trap.h"
+#include "runtime/VbError.h"
 
 namespace ql {
 
@@ -81,31 +82,16 @@ QString QuickView::rangeWhere(const QString& dateColumn) const {
     return where;
 }
 
+QString QuickView::listWhere() const {
+    return QStringLiteral("EmployeeID = %1").arg(App().CurrentEmployeeID) + rangeWhere(QStringLiteral("Date"));
+}
+
 void QuickView::AssignQVData() {
     trap(QStringLiteral("AssignQVData"), [&] {
-        const QString sql =
-            QStringLiteral(
-                "SELECT Date, Hours, Gross, TaxAllow, PAYE, [TotalTaxable]-[PAYE] AS Net, NonTaxAllow, "
-                "Deductions, takehome, KiwiSaverContribution FROM Wages WHERE EmployeeID = %1")
-                .arg(App().CurrentEmployeeID) +
-            rangeWhere(QStringLiteral("Date")) +
-            (QuickViewDateOrder() ? QStringLiteral(" ORDER BY Wages.Date;")
-                                  : QStringLiteral(" ORDER BY Wages.WageID;"));
-        auto rs = App().WageDatabase.openRecordset(sql, RecordsetType::Snapshot);
-        GridArray array;
-        array.resize(0, 10);
-        for (int row = 0; !rs->EOF_(); rs->MoveNext(), ++row) {
-            array.insertRow(row);
-            for (int c = 0; c < 10; ++c)
-                array.setValue(row, c, rs->value(c));
-        }
-        rs->Close();
         const QStringList headings = QuickViewArray.headings();
-        QuickViewArray = array;
-        QuickViewArray.setEditable(false);
+        QuickViewArray.clear();
+        QuickViewArray.load(App().WageDatabase, listWhere(), QuickViewDateOrder());
         if (!headings.isEmpty()) QuickViewArray.setHeadings(headings);
-        for (int c = 1; c < 10; ++c)
-            QuickViewArray.column(c).rightAligned = true;
     });
     changed();
 }
@@ -136,17 +122,12 @@ void QuickView::Form_Activate() {
     changed();
 }
 
-// The sums are exact (hours to four places, money to the cent), so the row agrees with the print.
+// The sums are exact (hours to four places, money to the cent), so the row agrees with the print; the
+// list adds them up as it loads, also over the rows not yet shown.
 void QuickView::ShowQuickViewTotals() {
-    for (int c = 1; c < 10; ++c) {
-        Currency sum;
-        for (int r = 0; r < QuickViewArray.rowCount(); ++r) {
-            const QVariant v = QuickViewArray.value(r, c);
-            if (!IsNull(v) && IsNumeric(v)) sum += CCur(v);
-        }
-        Text1[c - 1] =
-            Format(QVariant::fromValue(sum), c == 1 ? QStringLiteral("fixed") : QStringLiteral("Currency"));
-    }
+    for (int c = 1; c < 10; ++c)
+        Text1[c - 1] = Format(QVariant::fromValue(QuickViewArray.total(c)),
+                              c == 1 ? QStringLiteral("fixed") : QStringLiteral("Currency"));
     changed();
 }
 
@@ -167,7 +148,25 @@ void QuickView::cmdEntryOrder_Click() {
 }
 
 QString QuickView::cellText(int row, int column) const {
-    return Format(QuickViewArray.value(row, column), QuickViewFormats().value(column));
+    try {
+        return Format(QuickViewArray.value(row, column), QuickViewFormats().value(column));
+    } catch (const VbError&) {
+        return QString();
+    }
+}
+
+QList<HistoryPoint> QuickView::ChartPoints() const {
+    QList<HistoryPoint> points;
+    trap(QStringLiteral("ChartPoints"), [&] {
+        RowReader rows(App().WageDatabase, QStringLiteral("SELECT Date, Gross, PAYE, takehome FROM Wages WHERE ") + listWhere() +
+                                               QStringLiteral(" ORDER BY Wages.Date, Wages.WageID"));
+        const auto amount = [&](int c) { return rows.isNull(c) ? 0.0 : CDbl(rows.value(c)); };
+        while (rows.next()) {
+            if (rows.isNull(0)) continue;
+            points.append({CDate(rows.value(0)), amount(1), amount(2), amount(3)});
+        }
+    });
+    return points;
 }
 
 void QuickView::PrepareQView(ReportScreen& screen) {

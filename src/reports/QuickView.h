@@ -2,9 +2,10 @@
 // The wage history ("History") without widgets: every pay of the current employee, one line each, with
 // a totals row, in date order or in the order of entry, and its print. The widget frmQuickView shows
 // this object; the command line drives it directly.
-#include "data/GridArray.h"
+#include "QuickViewRows.h"
 #include <QDate>
 #include <QString>
+#include <QList>
 #include <QStringList>
 #include <functional>
 
@@ -26,13 +27,21 @@ const QStringList& QuickViewFormats();
 // message "No entries for this employee!" is shown and its text returned.
 QString GetWageDateRange();
 
+// One pay of the history's chart.
+struct HistoryPoint {
+    QDate date;
+    double gross = 0;
+    double paye = 0;
+    double takeHome = 0;
+};
+
 class QuickView {
 public:
     QuickView();
 
     QString caption = QStringLiteral("History");
     QString txtEmployee;
-    GridArray QuickViewArray; // ten columns; cells as the query gives them
+    QuickViewRows QuickViewArray; // ten columns; cells as the query gives them, read as they are shown
     QStringList Text1;        // the totals row, Text1(0) to Text1(8)
     bool cmdDateOrderEnabled = true;
     bool cmdEntryOrderEnabled = true;
@@ -55,13 +64,16 @@ public:
     // The report screen of the print, prepared as PrintQView prepares it.
     void PrepareQView(ReportScreen& screen);
 
-    // The cell as the grid shows it.
+    // The cell as the grid shows it; empty when it cannot be read.
     QString cellText(int row, int column) const;
+    // Gross, PAYE and take-home of the pays the list holds, by date.
+    QList<HistoryPoint> ChartPoints() const;
 
     std::function<void()> onChanged; // the list, the totals or the buttons changed
 
 private:
     QString rangeWhere(const QString& dateColumn) const;
+    QString listWhere() const;
     void changed();
 };
 

@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLineSeries>
-#include <QMap>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSplitter>
@@ -222,13 +221,7 @@ void frmQuickView::refreshChart() {
     chart->setTitle(
         QStringLiteral("Gross, %1 and take-home pay per pay").arg(m_view.QuickViewArray.headings().value(4)));
     chart->legend()->setAlignment(Qt::AlignBottom);
-    const int columns[] = {2, 4, 8};
-    const char* const names[] = {"Gross", nullptr, "Take Home"};
-    QMap<qint64, int> byDate; // the list may stand in the order of entry
-    for (int r = 0; r < m_view.QuickViewArray.rowCount(); ++r) {
-        const QVariant d = m_view.QuickViewArray.value(r, 0);
-        if (!IsNull(d)) byDate.insert(QDateTime(CDate(d), QTime(12, 0)).toMSecsSinceEpoch() * 1000 + r, r);
-    }
+    const QList<HistoryPoint> points = m_view.ChartPoints();
     double top = 0;
     auto* x = new QDateTimeAxis;
     x->setFormat(QStringLiteral("d/MM/yy"));
@@ -237,25 +230,26 @@ void frmQuickView::refreshChart() {
     y->setLabelFormat(QStringLiteral("$%.0f"));
     chart->addAxis(x, Qt::AlignBottom);
     chart->addAxis(y, Qt::AlignLeft);
+    const char* const names[] = {"Gross", nullptr, "Take Home"};
+    double HistoryPoint::*const amounts[] = {&HistoryPoint::gross, &HistoryPoint::paye, &HistoryPoint::takeHome};
     for (int s = 0; s < 3; ++s) {
         auto* series = new QLineSeries(chart);
         series->setName(names[s] ? QString::fromLatin1(names[s]) : m_view.QuickViewArray.headings().value(4));
-        series->setPointsVisible(byDate.size() < 60);
-        for (auto it = byDate.cbegin(); it != byDate.cend(); ++it) {
-            const QVariant v = m_view.QuickViewArray.value(it.value(), columns[s]);
-            const double amount = IsNull(v) ? 0 : CDbl(v);
+        series->setPointsVisible(points.size() < 60);
+        for (const HistoryPoint& p : points) {
+            const double amount = p.*amounts[s];
             top = qMax(top, amount);
-            series->append(double(it.key() / 1000), amount);
+            series->append(double(QDateTime(p.date, QTime(12, 0)).toMSecsSinceEpoch()), amount);
         }
         chart->addSeries(series);
         series->attachAxis(x);
         series->attachAxis(y);
     }
-    if (byDate.isEmpty()) {
+    if (points.isEmpty()) {
         x->setRange(QDateTime(Today(), QTime(0, 0)).addDays(-7), QDateTime(Today(), QTime(0, 0)));
         chart->setTitle(QStringLiteral("No pays to show"));
-    } else if (byDate.size() == 1) {
-        const QDateTime only = QDateTime::fromMSecsSinceEpoch(byDate.firstKey() / 1000);
+    } else if (points.size() == 1) {
+        const QDateTime only(points.first().date, QTime(12, 0));
         x->setRange(only.addDays(-3), only.addDays(3));
     }
     y->setRange(0, top > 0 ? top * 1.1 : 100);

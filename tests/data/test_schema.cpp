@@ -438,3 +438,40 @@ TEST_F(SchemaTest, TemplateModulesRows) {
             << group;
     EXPECT_EQ(modules.scalar("SELECT count(*) FROM ScreenHelp WHERE ScreenNumber = 7").toInt(), 1);
 }
+
+// A payroll file of the first version gets the indexes of the wage history when it is opened, once,
+// and keeps its rows; the history's queries then read the index alone.
+TEST_F(SchemaTest, AFileOfTheFirstVersionGetsTheHistoryIndexes) {
+    {
+        Database db = openOrCreate(DatabaseKind::Wage, path("Wage32.db"));
+        db.executeScript("DROP INDEX WagesEmployeeHistory; DROP INDEX WagesEmployeeEntry;"
+                         "CREATE INDEX WagesEmployeeDate ON Wages(EmployeeID, [Date]);");
+        db.execute("INSERT INTO Employees (EmployeeID, TaxCode) VALUES (5, 'M')");
+        db.execute("INSERT INTO Wages (EmployeeID, [Date], Gross) VALUES (5, '2026-04-07', 1000)");
+        db.setUserVersion(1);
+    }
+    Database db = openOrCreate(DatabaseKind::Wage, path("Wage32.db"));
+    EXPECT_EQ(db.userVersion(), 2);
+    const QVariantList indexes =
+        db.firstColumn("SELECT name FROM sqlite_master WHERE type = 'index' AND tbl_name = 'Wages' "
+                       "AND name NOT LIKE 'sqlite_%' ORDER BY name");
+    EXPECT_EQ(indexes, (QVariantList{"WagesEmployeeEntry", "WagesEmployeeHistory"}));
+    EXPECT_EQ(db.scalar("SELECT Gross FROM Wages WHERE EmployeeID = 5").toDouble(), 1000.0);
+    const QString plan =
+        db.firstColumn("EXPLAIN QUERY PLAN SELECT WageID, Hours, Gross, TaxAllow, PAYE, TotalTaxable, "
+                       "NonTaxAllow, Deductions, TakeHome, KiwiSaverContribution FROM Wages WHERE "
+                       "EmployeeID = 5 ORDER BY Wages.Date")
+            .value(0)
+            .toString();
+    EXPECT_TRUE(db.firstRow("EXPLAIN QUERY PLAN SELECT WageID, Hours, Gross, TaxAllow, PAYE, TotalTaxable, "
+                            "NonTaxAllow, Deductions, TakeHome, KiwiSaverContribution FROM Wages WHERE "
+                            "EmployeeID = 5 ORDER BY Wages.Date")
+                    .value(3)
+                    .toString()
+                    .contains("COVERING INDEX WagesEmployeeHistory"))
+        << plan.toStdString();
+    db.close();
+    // A second open changes nothing more.
+    Database again = openOrCreate(DatabaseKind::Wage, path("Wage32.db"));
+    EXPECT_EQ(again.userVersion(), 2);
+}

@@ -4,7 +4,12 @@
 #include "reports/PrintPaySlip.h"
 #include "reports/QuickView.h"
 #include "reports/paint/ReportPdf.h"
+#include "data/Recordset.h"
+#include "runtime/Format.h"
+#include "runtime/VbError.h"
+#include <QRandomGenerator>
 #include <QRegularExpression>
+#include <iostream>
 
 using namespace ql;
 using namespace qltest;
@@ -230,4 +235,75 @@ TEST_F(QuickViewTest, SixtyPaysBreakIntoPagesWithTheHeadingOnEach) {
     EXPECT_EQ(rowsSeen, 60) << "every pay once";
     EXPECT_TRUE(nonEmpty.last().contains("Totals")) << "the totals close the last page";
     EXPECT_FALSE(nonEmpty.first().contains("Totals"));
+}
+
+// A history of several pages: every cell, in both orders, is the cell of the list's own query, pays of
+// one date stand in the order of entry, and the totals add up every pay, also those not yet shown.
+TEST_F(QuickViewTest, ALongHistoryReadsEveryPageAsItsQueryGivesIt) {
+    const quint32 seed = QRandomGenerator::global()->generate();
+    std::cout << "seed " << seed << std::endl;
+    QRandomGenerator random(seed);
+    const int pays = 2 * QuickViewRows::PageSize + 22;
+    Currency gross, paye, net, deductions;
+    for (int i = 0; i < pays; ++i) {
+        // Dates out of the order of entry, some of them twice.
+        const QDate date = QDate(2020, 1, 6).addDays(7 * int(random.bounded(pays - 20)));
+        const double g = double(random.bounded(50000, 300000)) / 100.0;
+        const double p = double(random.bounded(0, 60000)) / 100.0;
+        const double d = double(random.bounded(0, 10000)) / 100.0;
+        pay(e, date, g, p, d);
+        gross += Currency::fromDouble(g);
+        paye += Currency::fromDouble(p);
+        net += Currency::fromDouble(g - p);
+        deductions += Currency::fromDouble(d);
+    }
+    for (const bool dateOrder : {false, true}) {
+        setQuickViewDateOrder(dateOrder);
+        QuickView view;
+        view.Form_Load("x");
+        view.Form_Activate();
+        ASSERT_EQ(view.QuickViewArray.rowCount(), pays);
+        auto rs = rows->wage.openRecordset(
+            QStringLiteral("SELECT Date, Hours, Gross, TaxAllow, PAYE, [TotalTaxable]-[PAYE] AS Net, NonTaxAllow, "
+                           "Deductions, takehome, KiwiSaverContribution FROM Wages WHERE EmployeeID = %1 ORDER BY ")
+                    .arg(e) +
+                (dateOrder ? QStringLiteral("Wages.Date, Wages.WageID") : QStringLiteral("Wages.WageID")),
+            RecordsetType::Snapshot);
+        // The last page is read first: pages are read in any order.
+        const QVariant lastDate = view.QuickViewArray.value(pays - 1, 0);
+        for (int r = 0; r < pays; ++r, rs->MoveNext())
+            for (int c = 0; c < 10; ++c) {
+                const QVariant expected = rs->value(c);
+                const QVariant got = view.QuickViewArray.value(r, c);
+                ASSERT_EQ(got.metaType(), expected.metaType()) << "row " << r << " column " << c << " seed " << seed;
+                ASSERT_EQ(got, expected) << "row " << r << " column " << c << " seed " << seed;
+            }
+        EXPECT_EQ(lastDate, view.QuickViewArray.value(pays - 1, 0));
+        EXPECT_EQ(view.Text1.at(0), Format(QVariant::fromValue(Currency::fromLong(40 * pays)), "fixed"));
+        EXPECT_EQ(view.Text1.at(1), Format(QVariant::fromValue(gross), "Currency")) << "seed " << seed;
+        EXPECT_EQ(view.Text1.at(3), Format(QVariant::fromValue(paye), "Currency")) << "seed " << seed;
+        EXPECT_EQ(view.Text1.at(4), Format(QVariant::fromValue(net), "Currency")) << "seed " << seed;
+        EXPECT_EQ(view.Text1.at(6), Format(QVariant::fromValue(deductions), "Currency")) << "seed " << seed;
+        EXPECT_EQ(view.cellText(pays, 0), QString()) << "a row beyond the list shows nothing";
+        try {
+            view.QuickViewArray.value(pays, 0);
+            ADD_FAILURE() << "a row beyond the list is out of range";
+        } catch (const VbError& error) {
+            EXPECT_EQ(error.number(), 9);
+        }
+    }
+}
+
+// The chart has a point for every pay of the list, by date.
+TEST_F(QuickViewTest, TheChartHasEveryPayByDate) {
+    threePays();
+    QuickView view;
+    view.Form_Load("x");
+    const QList<HistoryPoint> points = view.ChartPoints();
+    ASSERT_EQ(points.size(), 3);
+    EXPECT_EQ(points.at(0).date, QDate(2026, 3, 5));
+    EXPECT_DOUBLE_EQ(points.at(0).gross, 999.99);
+    EXPECT_DOUBLE_EQ(points.at(0).paye, 149.99);
+    EXPECT_DOUBLE_EQ(points.at(0).takeHome, 999.99 - 149.99 - 19.99);
+    EXPECT_EQ(points.at(2).date, QDate(2026, 3, 19));
 }

@@ -1,0 +1,74 @@
+#include "QuickViewRows.h"
+#include "data/Database.h"
+#include "data/RowReader.h"
+#include "runtime/VbError.h"
+#include <algorithm>
+#include <cstring>
+
+namespace ql {
+
+namespace {
+// The ten columns of the list after the key; Net is calculated as the list shows it.
+const QString kColumns = QStringLiteral(
+    "Date, Hours, Gross, TaxAllow, PAYE, [TotalTaxable]-[PAYE] AS Net, NonTaxAllow, Deductions, takehome, "
+    "KiwiSaverContribution");
+} // namespace
+
+void QuickViewRows::load(Database& database, const QString& where, bool dateOrder) {
+    // Hours are a Single, Net a Double, the rest Currency.
+    const QVariantList first = database.firstRow(
+        QStringLiteral("SELECT count(*), cursums('S', Hours, Gross, TaxAllow, PAYE, [TotalTaxable]-[PAYE], "
+                       "NonTaxAllow, Deductions, takehome, KiwiSaverContribution) FROM Wages WHERE ") +
+        where);
+    const QByteArray sums = first.value(1).toByteArray();
+    std::array<Currency, 10> totals{};
+    for (int c = 1; c < columnCount() && sums.size() >= qsizetype(c * sizeof(std::int64_t)); ++c) {
+        std::int64_t raw = 0;
+        std::memcpy(&raw, sums.constData() + (c - 1) * sizeof(std::int64_t), sizeof raw);
+        totals[size_t(c)] = Currency::fromRaw(raw);
+    }
+    m_database = &database;
+    m_where = where;
+    m_dateOrder = dateOrder;
+    m_rowCount = int(first.value(0).toLongLong());
+    m_totals = totals;
+    m_pages.assign(size_t((m_rowCount + PageSize - 1) / PageSize), {});
+}
+
+void QuickViewRows::clear() {
+    m_database = nullptr;
+    m_rowCount = 0;
+    m_totals = {};
+    m_pages.clear();
+}
+
+QVariant QuickViewRows::value(int row, int column) const {
+    if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount())
+        raiseError(err::SubscriptOutOfRange);
+    const int page = row / PageSize;
+    if (m_pages[size_t(page)].empty()) readPage(page);
+    return m_pages[size_t(page)][size_t((row % PageSize) * columnCount() + column)];
+}
+
+Currency QuickViewRows::total(int column) const {
+    if (column < 1 || column >= columnCount()) raiseError(err::SubscriptOutOfRange);
+    return m_totals[size_t(column)];
+}
+
+// The page's rows as the database holds them when it is read; rows that have gone since the load
+// leave their cells empty.
+void QuickViewRows::readPage(int page) const {
+    const int first = page * PageSize;
+    const int count = std::min(rowCount(), first + PageSize) - first;
+    std::vector<QVariant> cells(size_t(count * columnCount()));
+    RowReader rows(*m_database,
+                   QStringLiteral("SELECT ") + kColumns + QStringLiteral(" FROM Wages WHERE ") + m_where +
+                       (m_dateOrder ? QStringLiteral(" ORDER BY Wages.Date") : QStringLiteral(" ORDER BY Wages.WageID")) +
+                       QStringLiteral(" LIMIT %1 OFFSET %2").arg(count).arg(first));
+    for (int r = 0; r < count && rows.next(); ++r)
+        for (int c = 0; c < columnCount(); ++c)
+            cells[size_t(r * columnCount() + c)] = rows.value(c);
+    m_pages[size_t(page)] = std::move(cells);
+}
+
+} // namespace ql
