@@ -89,11 +89,17 @@ QString QuickView::listWhere() const {
 void QuickView::AssignQVData() {
     trap(QStringLiteral("AssignQVData"), [&] {
         const QStringList headings = QuickViewArray.headings();
-        QuickViewArray.clear();
         QuickViewArray.load(App().WageDatabase, listWhere(), QuickViewDateOrder());
         if (!headings.isEmpty()) QuickViewArray.setHeadings(headings);
     });
     changed();
+}
+
+bool QuickView::RefreshIfChanged() {
+    if (!QuickViewArray.stale() && !QuickViewArray.changedSinceLoad()) return false;
+    AssignQVData();
+    ShowQuickViewTotals();
+    return true;
 }
 
 void QuickView::SetQuickViewButtons() {

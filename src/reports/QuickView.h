@@ -56,6 +56,9 @@ public:
     // Coming to the front: the totals, and the focus to cmdOK.
     void Form_Activate();
     void AssignQVData();
+    // Loads the list and the totals again when the pays may have changed since the list was loaded
+    // (the screen stays open beside the wage screen); true when it did.
+    bool RefreshIfChanged();
     void SetQuickViewButtons();
     void ShowQuickViewTotals();
     void cmdDateOrder_Click();

@@ -2,6 +2,7 @@
 #include "data/Database.h"
 #include "data/RowReader.h"
 #include "runtime/VbError.h"
+#include <sqlite3.h>
 #include <algorithm>
 #include <cstring>
 
@@ -33,10 +34,30 @@ void QuickViewRows::load(Database& database, const QString& where, bool dateOrde
     m_rowCount = int(first.value(0).toLongLong());
     m_totals = totals;
     m_pages.assign(size_t((m_rowCount + PageSize - 1) / PageSize), {});
+    m_loaded = stamp();
+    m_stale = false;
+}
+
+// The rows this connection has changed, and SQLite's count of changes by other connections.
+QuickViewRows::Stamp QuickViewRows::stamp() const {
+    if (!m_database || !m_database->isOpen()) return {};
+    return {qint64(sqlite3_total_changes64(m_database->handle())),
+            m_database->scalar(QStringLiteral("PRAGMA data_version")).toLongLong()};
+}
+
+// A database that cannot be asked counts as unchanged: the rows shown stay, and no reload fails again
+// and again each time the screen comes to the front.
+bool QuickViewRows::changedSinceLoad() const {
+    try {
+        return m_database && !(stamp() == m_loaded);
+    } catch (const VbError&) {
+        return false;
+    }
 }
 
 void QuickViewRows::clear() {
     m_database = nullptr;
+    m_stale = false;
     m_rowCount = 0;
     m_totals = {};
     m_pages.clear();
@@ -61,6 +82,7 @@ void QuickViewRows::readPage(int page) const {
     const int first = page * PageSize;
     const int count = std::min(rowCount(), first + PageSize) - first;
     std::vector<QVariant> cells(size_t(count * columnCount()));
+    if (changedSinceLoad()) m_stale = true;
     RowReader rows(*m_database,
                    QStringLiteral("SELECT ") + kColumns + QStringLiteral(" FROM Wages WHERE ") + m_where +
                        (m_dateOrder ? QStringLiteral(" ORDER BY Wages.Date") : QStringLiteral(" ORDER BY Wages.WageID")) +

@@ -29,6 +29,11 @@ public:
     QVariant value(int row, int column) const;
     // The exact sum of the numeric cells of column 1 to 9 over all rows.
     Currency total(int column) const;
+    // Whether the database may have changed since the load (by this connection or another); a page
+    // read after such a change marks the rows stale, as they may then disagree with the count and
+    // the totals until the next load.
+    bool changedSinceLoad() const;
+    bool stale() const { return m_stale; }
 
     void setHeadings(const QStringList& captions) { m_headings = captions; }
     QStringList headings() const { return m_headings; }
@@ -36,6 +41,12 @@ public:
 
 private:
     void readPage(int page) const;
+    struct Stamp {
+        qint64 changes = -1;
+        qint64 dataVersion = -1;
+        bool operator==(const Stamp&) const = default;
+    };
+    Stamp stamp() const;
 
     Database* m_database = nullptr;
     QString m_where;
@@ -44,6 +55,8 @@ private:
     std::array<Currency, 10> m_totals{};
     QStringList m_headings;
     mutable std::vector<std::vector<QVariant>> m_pages; // PageSize rows of ten cells; empty until read
+    Stamp m_loaded;
+    mutable bool m_stale = false;
 };
 
 } // namespace ql

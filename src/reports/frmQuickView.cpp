@@ -17,22 +17,30 @@
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QValueAxis>
+#include <functional>
 
 namespace ql {
 
 // The list of pays as the grid shows it: read only, each cell in its column's format.
 class QuickViewModel : public QAbstractTableModel {
 public:
-    explicit QuickViewModel(QuickView& view, QObject* parent) : QAbstractTableModel(parent), m_view(view) {}
+    QuickViewModel(QuickView& view, std::function<void()> onStale, QObject* parent)
+        : QAbstractTableModel(parent), m_view(view), m_onStale(std::move(onStale)) {}
     int rowCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : m_view.QuickViewArray.rowCount();
     }
     int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 10; }
     QVariant data(const QModelIndex& index, int role) const override {
         if (!index.isValid()) return {};
-        if (role == Qt::DisplayRole) return m_view.cellText(index.row(), index.column());
+        if (role == Qt::DisplayRole) {
+            const QString text = m_view.cellText(index.row(), index.column());
+            // A page read after the pays changed: the list is read again once this paint is done.
+            if (m_view.QuickViewArray.stale() && m_onStale) m_onStale();
+            return text;
+        }
         if (role == Qt::TextAlignmentRole)
             return QVariant::fromValue(Qt::AlignVCenter |
                                        (index.column() > 0 ? Qt::AlignRight : Qt::AlignLeft));
@@ -53,6 +61,7 @@ public:
 
 private:
     QuickView& m_view;
+    std::function<void()> m_onStale;
 };
 
 namespace {
@@ -87,7 +96,14 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     auto* left = new QWidget(splitter);
     auto* leftLayout = new QVBoxLayout(left);
     leftLayout->setContentsMargins(0, 0, 0, 0);
-    m_model = new QuickViewModel(m_view, this);
+    m_model = new QuickViewModel(
+        m_view,
+        [this] {
+            if (m_refreshQueued) return;
+            m_refreshQueued = true;
+            QTimer::singleShot(0, this, [this] { refreshIfChanged(); });
+        },
+        this);
     m_grid = new QTableView(left);
     m_grid->setObjectName(QStringLiteral("tgrdQuickV"));
     m_grid->setAccessibleName(QStringLiteral("Pays"));
@@ -182,6 +198,18 @@ frmQuickView::~frmQuickView() {
 void frmQuickView::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     m_view.Form_Activate();
+}
+
+// Coming to the front again, the screen shows the pays as they are now.
+void frmQuickView::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) refreshIfChanged();
+}
+
+void frmQuickView::refreshIfChanged() {
+    m_refreshQueued = false;
+    const int top = m_grid->verticalScrollBar()->value();
+    if (m_view.RefreshIfChanged()) m_grid->verticalScrollBar()->setValue(top);
 }
 
 // The text boxes of the totals and the name pass the focus on to the grid.

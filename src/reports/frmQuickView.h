@@ -24,10 +24,14 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void refresh();
+    // The list read again when the pays changed while the screen stood beside the wage screen; the
+    // grid keeps its place.
+    void refreshIfChanged();
     void refreshChart();
     void alignTotals();
 
@@ -41,6 +45,7 @@ private:
     QPushButton* m_print = nullptr;
     QPushButton* m_ok = nullptr;
     QChartView* m_chart = nullptr;
+    bool m_refreshQueued = false;
 };
 
 // Opens the wage history of the current employee (CurrentEmployee, CurrentEmployeeID) modally, owned

@@ -307,3 +307,29 @@ TEST_F(QuickViewTest, TheChartHasEveryPayByDate) {
     EXPECT_DOUBLE_EQ(points.at(0).takeHome, 999.99 - 149.99 - 19.99);
     EXPECT_EQ(points.at(2).date, QDate(2026, 3, 19));
 }
+
+// The screen stays open beside the wage screen: a pay changed there, or by another program, is shown
+// with its totals when the list is read again, and nothing is read again while nothing changed.
+TEST_F(QuickViewTest, ChangedPaysAreReadAgainWithTheirTotals) {
+    threePays();
+    QuickView view;
+    view.Form_Load("x");
+    view.Form_Activate();
+    EXPECT_EQ(view.Text1.at(1), "$3,000.10");
+    EXPECT_FALSE(view.RefreshIfChanged());
+    // This program's own connection.
+    App().WageDatabase.execute(QStringLiteral("UPDATE Wages SET Gross = Gross + 1 WHERE EmployeeID = %1").arg(e));
+    EXPECT_TRUE(view.QuickViewArray.changedSinceLoad());
+    EXPECT_EQ(view.cellText(0, 2), "$1,001.10") << "a page read after the change shows the pays as they are";
+    EXPECT_TRUE(view.QuickViewArray.stale()) << "and marks the count and totals as out of date";
+    EXPECT_TRUE(view.RefreshIfChanged());
+    EXPECT_FALSE(view.QuickViewArray.stale());
+    EXPECT_EQ(view.Text1.at(1), "$3,003.10");
+    EXPECT_FALSE(view.RefreshIfChanged());
+    // Another connection: a pay added.
+    pay(e, QDate(2026, 3, 26), 500, 50, 5);
+    EXPECT_TRUE(view.RefreshIfChanged());
+    EXPECT_EQ(view.QuickViewArray.rowCount(), 4);
+    EXPECT_EQ(view.Text1.at(1), "$3,503.10");
+    EXPECT_EQ(view.cellText(3, 0), "26/03/2026");
+}

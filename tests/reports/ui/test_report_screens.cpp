@@ -14,6 +14,7 @@
 #include <QLineSeries>
 #include <QPrintPreviewDialog>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
 
@@ -138,4 +139,67 @@ TEST_F(ScreensTest, HistoryShowsPaysTotalsAndChart) {
     ASSERT_EQ(shown.size(), 1);
     EXPECT_TRUE(shown.at(0).reportFile.endsWith("/ql_quickview.rpt"));
     EXPECT_EQ(rows->context.CurrentReportID, 126);
+}
+
+// A history of several pages shows its last pay when the grid is scrolled to the end, and the chart
+// has every pay.
+TEST_F(ScreensTest, ALongHistoryShowsItsLastPageAndTheWholeChart) {
+    QDate date(2023, 7, 3);
+    const int pays = 3 * QuickViewRows::PageSize + 5;
+    for (int i = 0; i < pays; ++i, date = date.addDays(7))
+        pay(e, date, 1000 + 10 * (i % 7), 150 + (i % 7), 35, QStringLiteral("W%1").arg(i + 1));
+    frmQuickView form("Tāwhiri, Wiremu");
+    form.show();
+    QApplication::processEvents();
+    form.findChild<QPushButton*>("cmdDateOrder")->click();
+    auto* grid = form.findChild<QTableView*>("tgrdQuickV");
+    ASSERT_EQ(grid->model()->rowCount(), pays);
+    grid->scrollToBottom();
+    QApplication::processEvents();
+    const QModelIndex last = grid->model()->index(pays - 1, 0);
+    EXPECT_EQ(grid->model()->data(last).toString(), QDate(2023, 7, 3).addDays(7 * (pays - 1)).toString("d/MM/yyyy"));
+    EXPECT_TRUE(grid->viewport()->rect().intersects(grid->visualRect(last)));
+    auto* chart = form.findChild<QChartView*>("chtPays");
+    EXPECT_EQ(static_cast<QLineSeries*>(chart->chart()->series().at(0))->count(), pays);
+    EXPECT_EQ(form.findChild<QLineEdit*>("Text1(6)")->text(), "$6,895.00") << "35 of deductions on every pay";
+    keepPicture(&form, "frmQuickViewLong");
+}
+
+// Pays changed while the history stands beside the wage screen are shown, with their totals, when
+// the history comes to the front again or paints rows read after the change; the grid keeps its place.
+TEST_F(ScreensTest, TheHistoryFollowsPaysChangedBesideIt) {
+    QDate date(2024, 7, 1);
+    for (int i = 0; i < 100; ++i, date = date.addDays(7))
+        pay(e, date, 1000, 150, 35);
+    frmQuickView form("Tāwhiri, Wiremu");
+    form.show();
+    QApplication::setActiveWindow(&form);
+    QApplication::processEvents();
+    auto* total = form.findChild<QLineEdit*>("Text1(1)");
+    EXPECT_EQ(total->text(), "$100,000.00");
+    auto* grid = form.findChild<QTableView*>("tgrdQuickV");
+    grid->scrollToBottom();
+    QApplication::processEvents();
+    const int bottom = grid->verticalScrollBar()->value();
+    EXPECT_GT(bottom, 0);
+
+    QWidget other;
+    other.show();
+    QApplication::setActiveWindow(&other);
+    QApplication::processEvents();
+    rows->context.WageDatabase.execute(QStringLiteral("UPDATE Wages SET Gross = 1001 WHERE EmployeeID = %1").arg(e));
+    QApplication::setActiveWindow(&form);
+    QApplication::processEvents();
+    EXPECT_EQ(total->text(), "$100,100.00");
+    EXPECT_EQ(grid->verticalScrollBar()->value(), bottom);
+
+    // Rows painted after another change, without the screen coming to the front.
+    QApplication::setActiveWindow(&other);
+    QApplication::processEvents();
+    pay(e, date, 500, 50, 5);
+    grid->scrollToTop();
+    grid->viewport()->repaint();
+    QApplication::processEvents();
+    EXPECT_EQ(grid->model()->rowCount(), 101);
+    EXPECT_EQ(total->text(), "$100,600.00");
 }
