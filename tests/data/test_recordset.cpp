@@ -1,4 +1,5 @@
 // The SQLite wrapper: recordset moves and counts, finds, typed values, writes, errors, SQL rewriting.
+#include "ErrorNumber.h"
 #include "TestEnv.h"
 #include "data/Database.h"
 #include "data/Recordset.h"
@@ -10,6 +11,7 @@
 #include <QFile>
 
 using namespace ql;
+using qltest::errorNumber;
 
 namespace {
 
@@ -28,15 +30,6 @@ protected:
     }
     Database db;
 };
-
-long errorNumber(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 } // namespace
 

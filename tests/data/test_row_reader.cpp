@@ -1,5 +1,6 @@
 // Reading a query forward row by row: the same typed values as a recordset, the amounts as Currency,
 // names found as a recordset finds them; and the exact sums of the cursums function.
+#include "ErrorNumber.h"
 #include "TestEnv.h"
 #include "data/Database.h"
 #include "data/Recordset.h"
@@ -13,6 +14,7 @@
 #include <iostream>
 
 using namespace ql;
+using qltest::errorNumber;
 
 namespace {
 
@@ -34,15 +36,6 @@ protected:
     }
     Database db;
 };
-
-long errorNumber(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 bool sameValue(const QVariant& a, const QVariant& b) {
     if (a.isValid() != b.isValid()) return false;

@@ -1,14 +1,14 @@
 // Text to number and back, under English (New Zealand) and German.
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
-#include "RuntimeTestUtil.h"
+#include "ErrorNumber.h"
 #include "TestEnv.h"
 #include <QDate>
 #include <cfloat>
 #include <gtest/gtest.h>
 
 using namespace ql;
-using rttest::errorOf;
+using qltest::errorNumber;
 using qltest::germanLocale;
 using qltest::LocaleGuard;
 using qltest::nzLocale;
@@ -61,7 +61,7 @@ TEST(ParseNumber, NewZealandRows) {
             EXPECT_DOUBLE_EQ(*v, r.value) << r.text;
             EXPECT_DOUBLE_EQ(CDbl(QVariant(t)), r.value) << r.text;
         } else {
-            EXPECT_EQ(errorOf([&] { CDbl(QVariant(t)); }), err::TypeMismatch) << r.text;
+            EXPECT_EQ(errorNumber([&] { CDbl(QVariant(t)); }), err::TypeMismatch) << r.text;
         }
     }
 }
@@ -103,8 +103,8 @@ TEST(CDblVariant, Kinds) {
     EXPECT_EQ(CDbl(QVariant(QDate(1899, 12, 30))), 0.0);
     EXPECT_EQ(CDbl(QVariant(QDate(2024, 3, 5))), 45356.0);
     EXPECT_EQ(CDbl(QVariant(QDateTime(QDate(1900, 1, 1), QTime(12, 0)))), 2.5);
-    EXPECT_EQ(errorOf([] { CDbl(QVariant()); }), err::InvalidUseOfNull);
-    EXPECT_EQ(errorOf([] { CDbl(QVariant(QStringLiteral("1E400"))); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { CDbl(QVariant()); }), err::InvalidUseOfNull);
+    EXPECT_EQ(errorNumber([] { CDbl(QVariant(QStringLiteral("1E400"))); }), err::Overflow);
     EXPECT_EQ(CDbl(QVariant(QStringLiteral("1E-400"))), 0.0);
 }
 
@@ -112,8 +112,8 @@ TEST(CSngVariant, RangeAndKinds) {
     EXPECT_EQ(CSng(QVariant(QStringLiteral("0.1"))), 0.1f);
     EXPECT_EQ(CSng(QVariant(2.5)), 2.5f);
     EXPECT_EQ(CSng(QVariant::fromValue(Currency::fromRaw(15000))), 1.5f);
-    EXPECT_EQ(errorOf([] { CSng(QVariant(1e39)); }), err::Overflow);
-    EXPECT_EQ(errorOf([] { CSng(QVariant(QStringLiteral("x"))); }), err::TypeMismatch);
+    EXPECT_EQ(errorNumber([] { CSng(QVariant(1e39)); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { CSng(QVariant(QStringLiteral("x"))); }), err::TypeMismatch);
 }
 
 TEST(Currency, FromDoubleExamples) {
@@ -123,11 +123,11 @@ TEST(Currency, FromDoubleExamples) {
     EXPECT_EQ(Currency::fromDouble(0.03125).raw(), 312);
     EXPECT_EQ(Currency::fromDouble(0.09375).raw(), 938);
     EXPECT_EQ(Currency::fromDouble(-0.03125).raw(), -312);
-    EXPECT_EQ(errorOf([] { Currency::fromDouble(1e15); }), err::Overflow);
-    EXPECT_EQ(errorOf([] { Currency::fromDouble(-1e15); }), err::Overflow);
-    EXPECT_EQ(errorOf([] { Currency::fromRaw(INT64_MAX) + Currency::fromRaw(1); }), err::Overflow);
-    EXPECT_EQ(errorOf([] { Currency::fromLong(922337203685478LL); }), err::Overflow);
-    EXPECT_EQ(errorOf([] { (void)-Currency::fromRaw(INT64_MIN); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { Currency::fromDouble(1e15); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { Currency::fromDouble(-1e15); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { Currency::fromRaw(INT64_MAX) + Currency::fromRaw(1); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { Currency::fromLong(922337203685478LL); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { (void)-Currency::fromRaw(INT64_MIN); }), err::Overflow);
     EXPECT_EQ(Currency::fromRaw(12000).toFixed4(), QStringLiteral("1.2000"));
     EXPECT_EQ(Currency::fromRaw(-1).toFixed4(), QStringLiteral("-0.0001"));
     EXPECT_EQ(Currency::fromRaw(-1).toString(), QStringLiteral("-0.0001"));
@@ -144,9 +144,9 @@ TEST(CCurVariant, Kinds) {
     EXPECT_EQ(CCur(QVariant(qint32(3))).raw(), 30000);
     EXPECT_EQ(CCur(QVariant(true)).raw(), -10000);
     EXPECT_EQ(CCur(QVariant::fromValue(Currency::fromRaw(7))).raw(), 7);
-    EXPECT_EQ(errorOf([] { CCur(QVariant(QStringLiteral("abc"))); }), err::TypeMismatch);
-    EXPECT_EQ(errorOf([] { CCur(QVariant()); }), err::InvalidUseOfNull);
-    EXPECT_EQ(errorOf([] { CCur(QVariant(QStringLiteral("1E20"))); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { CCur(QVariant(QStringLiteral("abc"))); }), err::TypeMismatch);
+    EXPECT_EQ(errorNumber([] { CCur(QVariant()); }), err::InvalidUseOfNull);
+    EXPECT_EQ(errorNumber([] { CCur(QVariant(QStringLiteral("1E20"))); }), err::Overflow);
     LocaleGuard de(germanLocale());
     EXPECT_EQ(CCur(QVariant(QStringLiteral("1.234,56 €"))).raw(), 12345600);
 }
@@ -167,12 +167,12 @@ TEST(WholeNumbers, HalfToEven) {
     EXPECT_EQ(CLng(QVariant(QStringLiteral("2.5"))), 2);
     EXPECT_EQ(CLng(QVariant(2.5f)), 2);
     EXPECT_EQ(CLng(QVariant(2147483647.4)), 2147483647);
-    EXPECT_EQ(errorOf([] { CLng(QVariant(2147483647.5)); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { CLng(QVariant(2147483647.5)); }), err::Overflow);
     EXPECT_EQ(CLng(QVariant(-2147483648.5)), INT32_MIN);
     EXPECT_EQ(CInt(QVariant(32767.0)), 32767);
-    EXPECT_EQ(errorOf([] { CInt(QVariant(32768.0)); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { CInt(QVariant(32768.0)); }), err::Overflow);
     EXPECT_EQ(CInt(QVariant(-32768.0)), -32768);
-    EXPECT_EQ(errorOf([] { CInt(QVariant(qint32(40000))); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { CInt(QVariant(qint32(40000))); }), err::Overflow);
     EXPECT_EQ(CLng(QVariant(true)), -1);
 }
 
@@ -184,8 +184,8 @@ TEST(CBoolVariant, Kinds) {
     EXPECT_TRUE(CBool(QVariant(0.1)));
     EXPECT_FALSE(CBool(QVariant::fromValue(Currency())));
     EXPECT_TRUE(CBool(QVariant(qint32(-1))));
-    EXPECT_EQ(errorOf([] { CBool(QVariant(QStringLiteral("yes"))); }), err::TypeMismatch);
-    EXPECT_EQ(errorOf([] { CBool(QVariant()); }), err::InvalidUseOfNull);
+    EXPECT_EQ(errorNumber([] { CBool(QVariant(QStringLiteral("yes"))); }), err::TypeMismatch);
+    EXPECT_EQ(errorNumber([] { CBool(QVariant()); }), err::InvalidUseOfNull);
 }
 
 TEST(CStrNumbers, Double) {
@@ -240,7 +240,7 @@ TEST(CStrNumbers, CurrencyAndVariants) {
     EXPECT_EQ(CStr(QVariant(true)), QStringLiteral("True"));
     EXPECT_EQ(CStr(QVariant(QStringLiteral("abc"))), QStringLiteral("abc"));
     EXPECT_EQ(CStr(QVariant(QDate(2024, 3, 5))), QStringLiteral("5/03/2024"));
-    EXPECT_EQ(errorOf([] { CStr(QVariant()); }), err::InvalidUseOfNull);
+    EXPECT_EQ(errorNumber([] { CStr(QVariant()); }), err::InvalidUseOfNull);
     LocaleGuard de(germanLocale());
     EXPECT_EQ(CStr(1.5), QStringLiteral("1,5"));
     EXPECT_EQ(CStr(1234567.25), QStringLiteral("1234567,25"));
@@ -268,5 +268,5 @@ TEST(StrAndVal, Examples) {
     EXPECT_EQ(Val(QStringLiteral(".5")), 0.5);
     EXPECT_EQ(Val(QStringLiteral("1.2.3")), 1.2);
     EXPECT_EQ(Val(QStringLiteral("1e-400")), 0.0);
-    EXPECT_EQ(errorOf([] { Val(QStringLiteral("1e400")); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { Val(QStringLiteral("1e400")); }), err::Overflow);
 }

@@ -2,12 +2,12 @@
 #include "runtime/DateFns.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
-#include "RuntimeTestUtil.h"
+#include "ErrorNumber.h"
 #include "TestEnv.h"
 #include <gtest/gtest.h>
 
 using namespace ql;
-using rttest::errorOf;
+using qltest::errorNumber;
 using qltest::germanLocale;
 using qltest::LocaleGuard;
 using qltest::nzLocale;
@@ -82,7 +82,7 @@ TEST(DateText, NewZealand) {
         if (r.date.isValid())
             EXPECT_EQ(CDate(QVariant(t)), r.date) << r.text;
         else
-            EXPECT_EQ(errorOf([&] { CDate(QVariant(t)); }), err::TypeMismatch) << r.text;
+            EXPECT_EQ(errorNumber([&] { CDate(QVariant(t)); }), err::TypeMismatch) << r.text;
     }
     EXPECT_EQ(CDateTime(QVariant(QStringLiteral("5/03/2024 1:45 pm"))), QDateTime(QDate(2024, 3, 5), QTime(13, 45)));
     EXPECT_EQ(CDateTime(QVariant(QStringLiteral("13:45"))), QDateTime(ZeroDate, QTime(13, 45)));
@@ -103,7 +103,7 @@ TEST(DateKinds, IsDateOfValues) {
     EXPECT_TRUE(IsDate(QVariant(QDateTime(QDate(2024, 3, 5), QTime(1, 0)))));
     EXPECT_FALSE(IsDate(QVariant(45356.0)));
     EXPECT_FALSE(IsDate(QVariant()));
-    EXPECT_EQ(errorOf([] { CDate(QVariant()); }), err::InvalidUseOfNull);
+    EXPECT_EQ(errorNumber([] { CDate(QVariant()); }), err::InvalidUseOfNull);
     EXPECT_EQ(CDate(QVariant(QDateTime(QDate(2024, 3, 5), QTime(23, 59)))), QDate(2024, 3, 5));
 }
 
@@ -118,8 +118,8 @@ TEST(DateAdd, Intervals) {
     EXPECT_EQ(DateAdd(QStringLiteral("q"), 1, QDate(2024, 11, 30)), QDate(2025, 2, 28));
     EXPECT_EQ(DateAdd(QStringLiteral("yyyy"), 1, QDate(2016, 2, 29)), QDate(2017, 2, 28));
     EXPECT_EQ(DateAdd(QStringLiteral("yyyy"), 4, QDate(2016, 2, 29)), QDate(2020, 2, 29));
-    EXPECT_EQ(errorOf([] { DateAdd(QStringLiteral("x"), 1, QDate(2024, 1, 1)); }), err::InvalidProcedureCall);
-    EXPECT_EQ(errorOf([] { DateAdd(QStringLiteral("yyyy"), 9000, QDate(2024, 1, 1)); }), err::InvalidProcedureCall);
+    EXPECT_EQ(errorNumber([] { DateAdd(QStringLiteral("x"), 1, QDate(2024, 1, 1)); }), err::InvalidProcedureCall);
+    EXPECT_EQ(errorNumber([] { DateAdd(QStringLiteral("yyyy"), 9000, QDate(2024, 1, 1)); }), err::InvalidProcedureCall);
 }
 
 // Pays per year over 12 as a Single, rounded half to even to whole months.

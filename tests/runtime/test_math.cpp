@@ -1,12 +1,12 @@
 // Int, Fix, Round and Currency arithmetic.
 #include "runtime/MathFns.h"
 #include "runtime/VbError.h"
-#include "RuntimeTestUtil.h"
+#include "ErrorNumber.h"
 #include <QVariant>
 #include <gtest/gtest.h>
 
 using namespace ql;
-using rttest::errorOf;
+using qltest::errorNumber;
 
 TEST(IntFix, KeepTheirType) {
     EXPECT_EQ(Int(-8.4), -9.0);
@@ -37,7 +37,7 @@ TEST(RoundFn, HalfToEvenOnTheDoubleProduct) {
     EXPECT_EQ(Round(-2.6), -3.0);
     EXPECT_EQ(Round(1.005, 2), 1.0);
     EXPECT_EQ(Round(123.456, 1), 123.5);
-    EXPECT_EQ(errorOf([] { Round(1.0, -1); }), err::InvalidProcedureCall);
+    EXPECT_EQ(errorNumber([] { Round(1.0, -1); }), err::InvalidProcedureCall);
     EXPECT_EQ(roundHalfEven(0.5), 0.0);
     EXPECT_EQ(roundHalfEven(1.5), 2.0);
     EXPECT_EQ(roundHalfEven(-1.5), -2.0);
@@ -59,10 +59,10 @@ TEST(CurrencyArithmetic, ExactAndChecked) {
     c -= b;
     EXPECT_EQ(c.raw(), 44690);
     EXPECT_LT(b, a);
-    EXPECT_EQ(errorOf([] { Currency::fromRaw(INT64_MAX) * 2; }), err::Overflow);
-    EXPECT_EQ(errorOf([] { Currency::fromRaw(INT64_MIN) - Currency::fromRaw(1); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { Currency::fromRaw(INT64_MAX) * 2; }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { Currency::fromRaw(INT64_MIN) - Currency::fromRaw(1); }), err::Overflow);
     EXPECT_EQ((Currency::fromRaw(-1) - Currency::fromRaw(INT64_MIN)).raw(), INT64_MAX);
-    EXPECT_EQ(errorOf([] { Currency::fromLong(900000000000000LL) * Currency::fromLong(2); }), err::Overflow);
+    EXPECT_EQ(errorNumber([] { Currency::fromLong(900000000000000LL) * Currency::fromLong(2); }), err::Overflow);
 }
 
 TEST(CurrencyVariant, PlainReadsOfTheAmount) {

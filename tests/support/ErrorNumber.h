@@ -1,11 +1,11 @@
 #pragma once
-// The run-time error number a call raises, 0 when it raises none.
+// The number of the run-time error a call raises; 0 when it raises none.
 #include "runtime/VbError.h"
 #include <functional>
 
-namespace rttest {
+namespace qltest {
 
-inline long errorOf(const std::function<void()>& f) {
+inline long errorNumber(const std::function<void()>& f) {
     try {
         f();
     } catch (const ql::VbError& e) {
@@ -14,4 +14,4 @@ inline long errorOf(const std::function<void()>& f) {
     return 0;
 }
 
-} // namespace rttest
+} // namespace qltest
