@@ -37,6 +37,20 @@ QString isoDateText(const QDateTime& dt) {
 
 namespace {
 
+// "yyyy-mm-dd" exactly, as the data layer stores a date; anything else gives an invalid date.
+template <class Char> QDate isoDate(const Char* text, qsizetype size) {
+    if (size != 10 || text[4] != '-' || text[7] != '-') return QDate();
+    int digits[8], n = 0;
+    for (int i = 0; i < 10; ++i) {
+        if (i == 4 || i == 7) continue;
+        const int c = int(text[i]);
+        if (c < '0' || c > '9') return QDate();
+        digits[n++] = c - '0';
+    }
+    return QDate(digits[0] * 1000 + digits[1] * 100 + digits[2] * 10 + digits[3], digits[4] * 10 + digits[5],
+                 digits[6] * 10 + digits[7]);
+}
+
 bool isNumber(const QVariant& v) {
     switch (v.typeId()) {
     case QMetaType::LongLong:
@@ -60,20 +74,8 @@ QVariant dateFromStored(const QVariant& stored) {
     // The stored form "yyyy-mm-dd" read without the general parse: lists read dates by the thousand.
     if (stored.typeId() == QMetaType::QString) {
         const QString& text = *static_cast<const QString*>(stored.constData());
-        if (text.size() == 10 && text[4] == u'-' && text[7] == u'-') {
-            int digits[8], n = 0;
-            for (int i = 0; i < 10 && n < 8; ++i)
-                if (i != 4 && i != 7) {
-                    const char16_t c = text[i].unicode();
-                    if (c < u'0' || c > u'9') break;
-                    digits[n++] = c - u'0';
-                }
-            if (n == 8) {
-                const QDate quick(digits[0] * 1000 + digits[1] * 100 + digits[2] * 10 + digits[3],
-                                  digits[4] * 10 + digits[5], digits[6] * 10 + digits[7]);
-                if (quick.isValid()) return quick;
-            }
-        }
+        const QDate quick = isoDate(text.utf16(), text.size());
+        if (quick.isValid()) return quick;
     }
     const QString s = stored.toString().trimmed();
     const QDate d = QDate::fromString(s.left(10), Qt::ISODate);
@@ -112,6 +114,10 @@ QVariant storedDate(const QVariant& value) {
 }
 
 } // namespace
+
+QDate storedIsoDate(const char* utf8, qsizetype size) {
+    return isoDate(utf8, size);
+}
 
 QVariant typedValue(FieldType type, const QVariant& stored) {
     if (!stored.isValid() || stored.isNull()) return QVariant();

@@ -2,6 +2,7 @@
 // Between the stored form of a value (SQLite's integer, real, text or null) and the typed value a
 // field gives (Currency, float, QDate, bool, ...), by the field's type.
 #include "Recordset.h"
+#include <QDate>
 #include <QString>
 #include <QVariant>
 #include <optional>
@@ -18,6 +19,9 @@ QVariant typedValue(FieldType type, const QVariant& stored);
 // A value converted to the field's type and then to its stored form: Currency and Single as REAL,
 // dates as ISO text, Yes/No as 0 or 1. A value that does not convert raises 3421.
 QVariant storedValue(FieldType type, const QVariant& value);
+
+// The date of a stored text that is exactly "yyyy-mm-dd"; an invalid date for any other text.
+QDate storedIsoDate(const char* utf8, qsizetype size);
 
 // ISO text of a date, with the time when it has one.
 QString isoDateText(const QDateTime& dt);

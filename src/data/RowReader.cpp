@@ -65,11 +65,16 @@ QVariant RowReader::value(int index) const {
             if (f.type == FieldType::Currency)
                 return QVariant::fromValue(Currency::fromDouble(sqlite3_column_double(s, index)));
             break;
-        case SQLITE_TEXT:
-            if (f.type == FieldType::Text || f.type == FieldType::Memo)
-                return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, index)),
-                                         sqlite3_column_bytes(s, index));
+        case SQLITE_TEXT: {
+            const char* text = reinterpret_cast<const char*>(sqlite3_column_text(s, index));
+            const int size = sqlite3_column_bytes(s, index);
+            if (f.type == FieldType::Text || f.type == FieldType::Memo) return QString::fromUtf8(text, size);
+            if (f.type == FieldType::Date) {
+                const QDate date = storedIsoDate(text, size);
+                if (date.isValid()) return date;
+            }
             break;
+        }
         }
     }
     const QVariant stored = d->statement.column(index);

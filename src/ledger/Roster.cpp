@@ -1,5 +1,6 @@
 #include "Roster.h"
 #include <QHash>
+#include <QStringBuilder>
 #include <array>
 #include <optional>
 #include "data/Recordset.h"
@@ -106,13 +107,13 @@ EmployeeRow readEmployee(const RowReader& e, const std::array<int, EmployeeField
 void takeAddress(EmployeeRecord& r, const RowReader& a, const std::array<int, AddressFieldCount>& c) {
     const QVariant street = a.value(c[Street]);
     const QVariant city = a.value(c[City]);
-    if (!IsNull(street)) r.Address = street.toString() + QStringLiteral(", ");
+    if (!IsNull(street)) r.Address = street.toString() % QLatin1String(", ");
     if (!IsNull(city)) r.Address += city.toString();
     const QString last = a.value(c[LastName]).toString();
     const QString first = a.value(c[FirstName]).toString();
     // The separator always stands; each name only when present.
-    r.NameLastFirst = last + QStringLiteral(", ") + first;
-    r.NameFirstLast = first + QStringLiteral(" ") + last;
+    r.NameLastFirst = last % QLatin1String(", ") % first;
+    r.NameFirstLast = first % QLatin1Char(' ') % last;
 }
 } // namespace
 
@@ -154,7 +155,7 @@ qint32 FillEmployeeArray() {
                 EmployeeRecord record = row.record;
                 takeAddress(record, addresses, addressColumns);
                 ++count;
-                app.EmployeeArray.append(record);
+                app.EmployeeArray.append(std::move(record));
             }
         } while (addresses.next());
     });
