@@ -4,6 +4,7 @@
 #include "runtime/VbError.h"
 #include <QDateTime>
 #include <cmath>
+#include <sqlite3.h>
 
 namespace ql {
 
@@ -114,6 +115,34 @@ QVariant storedDate(const QVariant& value) {
 }
 
 } // namespace
+
+std::optional<Currency> storedCurrency(FieldType type, sqlite3_value* v) {
+    QVariant stored;
+    switch (sqlite3_value_type(v)) {
+    case SQLITE_NULL:
+        return std::nullopt;
+    case SQLITE_INTEGER:
+        if (type == FieldType::Long) return Currency::fromLong(qint32(sqlite3_value_int64(v)));
+        [[fallthrough]];
+    case SQLITE_FLOAT:
+        if (type == FieldType::Single)
+            return Currency::fromSingle(static_cast<float>(sqlite3_value_double(v)));
+        if (type == FieldType::Currency || type == FieldType::Double)
+            return Currency::fromDouble(sqlite3_value_double(v));
+        stored = sqlite3_value_type(v) == SQLITE_INTEGER ? QVariant(qint64(sqlite3_value_int64(v)))
+                                                         : QVariant(sqlite3_value_double(v));
+        break;
+    case SQLITE_TEXT:
+        stored =
+            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
+        break;
+    default:
+        stored = QByteArray(static_cast<const char*>(sqlite3_value_blob(v)), sqlite3_value_bytes(v));
+    }
+    const QVariant typed = typedValue(type, stored);
+    if (IsNull(typed) || !IsNumeric(typed)) return std::nullopt;
+    return CCur(typed);
+}
 
 QDate storedIsoDate(const char* utf8, qsizetype size) {
     return isoDate(utf8, size);

@@ -3,7 +3,6 @@
 #include "FieldValue.h"
 #include "QueryFields.h"
 #include "SqlSupport.h"
-#include "runtime/Convert.h"
 #include "runtime/Currency.h"
 #include "runtime/VbError.h"
 
@@ -90,29 +89,17 @@ QVariant RowReader::value(int index) const {
 }
 
 std::optional<Currency> RowReader::currency(int index) const {
+    if (index < 0 || index >= fieldCount())
+        raiseError(3265, kSource, QStringLiteral("Item not found in this collection."));
     if (!d->onRow) raiseError(err::NoCurrentRecord, kSource, QStringLiteral("No current record."));
     sqlite3_value* v = sqlite3_column_value(d->statement.get(), index);
+    const QueryField& f = d->fields[size_t(index)];
     const int stored = sqlite3_value_type(v);
-    if (stored == SQLITE_NULL) return std::nullopt;
-    if (stored == SQLITE_INTEGER || stored == SQLITE_FLOAT) {
-        const QueryField& f = d->fields[size_t(index)];
-        const FieldType type = f.typeKnown ? f.type : stored == SQLITE_FLOAT ? FieldType::Double : FieldType::Long;
-        switch (type) {
-        case FieldType::Single:
-            return Currency::fromSingle(static_cast<float>(sqlite3_value_double(v)));
-        case FieldType::Currency:
-        case FieldType::Double:
-            return Currency::fromDouble(sqlite3_value_double(v));
-        case FieldType::Long:
-            if (stored == SQLITE_INTEGER) return Currency::fromLong(qint32(sqlite3_value_int64(v)));
-            break;
-        default:
-            break;
-        }
-    }
-    const QVariant typed = value(index);
-    if (IsNull(typed) || !IsNumeric(typed)) return std::nullopt;
-    return CCur(typed);
+    const FieldType type = f.typeKnown                ? f.type
+                           : stored == SQLITE_FLOAT   ? FieldType::Double
+                           : stored == SQLITE_INTEGER ? FieldType::Long
+                                                      : FieldType::Text;
+    return storedCurrency(type, v);
 }
 
 bool RowReader::isNull(int index) const {

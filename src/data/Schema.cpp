@@ -129,7 +129,7 @@ void upgrade(DatabaseKind kind, Database& db) {
         db.setUserVersion(schemaVersion(kind));
         db.commitTrans();
     }
-    if (version < schemaVersion(kind)) db.setUserVersion(schemaVersion(kind));
+    if (db.userVersion() < schemaVersion(kind)) db.setUserVersion(schemaVersion(kind));
     // A file made before its kind had its journal mode; another open connection may keep the old mode,
     // which only costs speed.
     try {

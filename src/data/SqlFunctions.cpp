@@ -74,30 +74,6 @@ struct CurrencySums {
     bool failed;
 };
 
-Currency cellAmount(sqlite3_value* v, bool single, bool& isNumber) {
-    isNumber = true;
-    switch (sqlite3_value_type(v)) {
-    case SQLITE_NULL:
-        isNumber = false;
-        return Currency();
-    case SQLITE_INTEGER:
-    case SQLITE_FLOAT: {
-        const double d = sqlite3_value_double(v);
-        return single ? Currency::fromSingle(static_cast<float>(d)) : Currency::fromDouble(d);
-    }
-    default: {
-        const QVariant typed = typedValue(
-            single ? FieldType::Single : FieldType::Currency,
-            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v)));
-        if (!IsNumeric(typed)) {
-            isNumber = false;
-            return Currency();
-        }
-        return CCur(typed);
-    }
-    }
-}
-
 void cursumsStep(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     auto* sums = static_cast<CurrencySums*>(sqlite3_aggregate_context(ctx, sizeof(CurrencySums)));
     if (!sums || sums->failed) return;
@@ -112,9 +88,9 @@ void cursumsStep(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     const int kindCount = kinds ? int(std::strlen(kinds)) : 0;
     try {
         for (int i = 0; i < n; ++i) {
-            bool isNumber = false;
-            const Currency amount = cellAmount(argv[i + 1], i < kindCount && kinds[i] == 'S', isNumber);
-            if (isNumber) sums->raw[i] = (Currency::fromRaw(sums->raw[i]) + amount).raw();
+            const FieldType kind = i < kindCount && kinds[i] == 'S' ? FieldType::Single : FieldType::Currency;
+            if (const auto amount = storedCurrency(kind, argv[i + 1]))
+                sums->raw[i] = (Currency::fromRaw(sums->raw[i]) + *amount).raw();
         }
     } catch (const VbError& e) {
         sums->failed = true;

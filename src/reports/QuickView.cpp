@@ -83,7 +83,8 @@ QString QuickView::rangeWhere(const QString& dateColumn) const {
 }
 
 QString QuickView::listWhere() const {
-    return QStringLiteral("EmployeeID = %1").arg(App().CurrentEmployeeID) + rangeWhere(QStringLiteral("Date"));
+    return QStringLiteral("EmployeeID = %1").arg(App().CurrentEmployeeID) +
+           rangeWhere(QStringLiteral("Date"));
 }
 
 void QuickView::AssignQVData() {
@@ -164,8 +165,9 @@ QString QuickView::cellText(int row, int column) const {
 QList<HistoryPoint> QuickView::ChartPoints() const {
     QList<HistoryPoint> points;
     trap(QStringLiteral("ChartPoints"), [&] {
-        RowReader rows(App().WageDatabase, QStringLiteral("SELECT Date, Gross, PAYE, takehome FROM Wages WHERE ") + listWhere() +
-                                               QStringLiteral(" ORDER BY Wages.Date, Wages.WageID"));
+        RowReader rows(App().WageDatabase,
+                       QStringLiteral("SELECT Date, Gross, PAYE, takehome FROM Wages WHERE ") + listWhere() +
+                           QStringLiteral(" ORDER BY Wages.Date, Wages.WageID"));
         const auto amount = [&](int c) { return rows.isNull(c) ? 0.0 : CDbl(rows.value(c)); };
         while (rows.next()) {
             if (rows.isNull(0)) continue;

@@ -2,9 +2,9 @@
 #include "data/Database.h"
 #include "data/RowReader.h"
 #include "runtime/VbError.h"
-#include <sqlite3.h>
 #include <algorithm>
 #include <cstring>
+#include <sqlite3.h>
 
 namespace ql {
 
@@ -55,14 +55,6 @@ bool QuickViewRows::changedSinceLoad() const {
     }
 }
 
-void QuickViewRows::clear() {
-    m_database = nullptr;
-    m_stale = false;
-    m_rowCount = 0;
-    m_totals = {};
-    m_pages.clear();
-}
-
 QVariant QuickViewRows::value(int row, int column) const {
     if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount())
         raiseError(err::SubscriptOutOfRange);
@@ -83,10 +75,11 @@ void QuickViewRows::readPage(int page) const {
     const int count = std::min(rowCount(), first + PageSize) - first;
     std::vector<QVariant> cells(size_t(count * columnCount()));
     if (changedSinceLoad()) m_stale = true;
-    RowReader rows(*m_database,
-                   QStringLiteral("SELECT ") + kColumns + QStringLiteral(" FROM Wages WHERE ") + m_where +
-                       (m_dateOrder ? QStringLiteral(" ORDER BY Wages.Date") : QStringLiteral(" ORDER BY Wages.WageID")) +
-                       QStringLiteral(" LIMIT %1 OFFSET %2").arg(count).arg(first));
+    RowReader rows(*m_database, QStringLiteral("SELECT ") + kColumns + QStringLiteral(" FROM Wages WHERE ") +
+                                    m_where +
+                                    (m_dateOrder ? QStringLiteral(" ORDER BY Wages.Date")
+                                                 : QStringLiteral(" ORDER BY Wages.WageID")) +
+                                    QStringLiteral(" LIMIT %1 OFFSET %2").arg(count).arg(first));
     for (int r = 0; r < count && rows.next(); ++r)
         for (int c = 0; c < columnCount(); ++c)
             cells[size_t(r * columnCount() + c)] = rows.value(c);

@@ -21,7 +21,6 @@ public:
     // The pays of Wages that `where` selects ("EmployeeID = 1 AND ..."), by date or in the order of
     // entry (WageID). Failures raise; the rows are then those of the last load that succeeded.
     void load(Database& database, const QString& where, bool dateOrder);
-    void clear();
 
     int rowCount() const { return m_rowCount; }
     int columnCount() const { return 10; }
