@@ -4,6 +4,7 @@
 #include "data/Recordset.h"
 #include "payday/PaydayTables.h"
 #include "runtime/Convert.h"
+#include "runtime/DateFns.h"
 #include "runtime/VbError.h"
 
 namespace ql {
@@ -27,9 +28,9 @@ QString text(const QVariant& v) {
 }
 
 QDate storedDate(const QVariant& v) {
-    if (IsNull(v)) return QDate();
-    const QDate d = QDate::fromString(CStr(v).left(10), Qt::ISODate);
-    return d.isValid() && d != QDate(1899, 12, 30) ? d : QDate();
+    if (IsNull(v) || !IsDate(v)) return QDate();
+    const QDate d = CDate(v);
+    return d == QDate(1899, 12, 30) ? QDate() : d;
 }
 
 QVariant dateValue(const QDate& d) {
@@ -178,11 +179,16 @@ qint32 writeEmployee(Database& wage, Database& farm, const EmployeeDetails& d, q
     return id;
 }
 
+// An empty text is stored as Null: the roster leaves a Null part out of the address it shows.
+QVariant orNull(const QString& text) {
+    return text.trimmed().isEmpty() ? QVariant() : QVariant(text.trimmed());
+}
+
 void writeAddress(Database& farm, qint32 addressID, const EmployeeDetails& d) {
     farm.execute(QStringLiteral("UPDATE Addresses SET ContactFirstName = ?, ContactLastName = ?, BusAddress1 = ?, "
                                 "BusCity = ?, EmailAddress = ?, WageFlag = 1, PayrollPending = 0 WHERE AddressID = ?"),
-                 {d.FirstName.trimmed(), d.LastName.trimmed(), d.Address.trimmed(), d.City.trimmed(),
-                  d.Email.trimmed(), addressID});
+                 {d.FirstName.trimmed(), d.LastName.trimmed(), orNull(d.Address), orNull(d.City), orNull(d.Email),
+                  addressID});
 }
 
 void rollbackBoth(Database& wage, Database& farm) {

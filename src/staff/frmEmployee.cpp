@@ -53,7 +53,8 @@ const char* hint(const QString& option) {
 EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent), m_wage(wage) {
     setObjectName(QStringLiteral("EmployeePanel"));
     auto* grid = new QGridLayout;
-    QString taken = QStringLiteral("sc"); // Save and Cancel keep their own keys
+    // Save and Cancel, and the set-up assistant's Back, Next, Later and Finish, keep their own keys.
+    QString taken = QStringLiteral("scbnlf");
     int row = 0;
     const QList<EmployeeField>& fields = EmployeeFields();
     const int half = static_cast<int>(fields.size() + 1) / 2;

@@ -59,13 +59,13 @@ TEST_F(StaffTest, ABadRowImportsNothingAndEveryBadRowIsNamed) {
     EXPECT_TRUE(r.err.contains(QStringLiteral("Row 5: IRD number: %1 is already on the payroll").arg(irdNumber(1))))
         << r.err.toStdString();
     EXPECT_FALSE(r.err.contains(QStringLiteral("Row 2"))) << r.err.toStdString();
-    EXPECT_EQ(snapshot(), before);
+    EXPECT_EQ(snapshot().toStdString(), before.toStdString());
 
     const QString unknown = docs->writeFile(QStringLiteral("unknown.csv"), "first,last,shoe size\nA,B,9\n");
     const CliResult u = cli({QStringLiteral("employee"), QStringLiteral("import"), unknown});
     EXPECT_EQ(u.exitCode, 1);
     EXPECT_TRUE(u.err.contains(QStringLiteral("Row 1: \"shoe size\" is not a column of an employee.")));
-    EXPECT_EQ(snapshot(), before);
+    EXPECT_EQ(snapshot().toStdString(), before.toStdString());
 }
 
 TEST_F(StaffTest, ExportThenImportRoundTrips) {
