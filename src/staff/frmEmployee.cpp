@@ -62,7 +62,10 @@ EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent),
         const EmployeeField& f = fields.at(i);
         QWidget* w = nullptr;
         if (f.option == QLatin1String("tax-code")) {
-            w = combo(this, KnownTaxCodes(wage), true);
+            auto* c = combo(this, KnownTaxCodes(wage), true);
+            // "S" is a code of its own: no completion to "SB" behind the user's back.
+            c->setCompleter(nullptr);
+            w = c;
         } else if (f.option == QLatin1String("interval")) {
             QStringList names;
             for (const PayIntervalChoice& c : PayIntervalChoices(wage)) names << c.option;

@@ -43,9 +43,9 @@ EmployerPanel::EmployerPanel(Database& wage, int part, QWidget* parent) : QWidge
     cboPayeFiling = new QComboBox(this);
     cboPayeFiling->setObjectName(QStringLiteral("cboPayeFiling"));
     cboPayeFiling->setAccessibleName(QStringLiteral("PAYE filing"));
-    cboPayeFiling->addItem(QStringLiteral("Every month"), 1);
-    cboPayeFiling->addItem(QStringLiteral("Every two months"), 2);
-    cboPayeFiling->addItem(QStringLiteral("Every six months"), 6);
+    cboPayeFiling->addItem(QStringLiteral("month"), 1);
+    cboPayeFiling->addItem(QStringLiteral("two months"), 2);
+    cboPayeFiling->addItem(QStringLiteral("six months"), 6);
 
     auto* form = new QFormLayout;
     const auto row = [&](const QString& caption, QWidget* w) {
@@ -63,7 +63,7 @@ EmployerPanel::EmployerPanel(Database& wage, int part, QWidget* parent) : QWidge
     txtAccount->setVisible(bankPart);
     cboPayeFiling->setVisible(bankPart);
     if (farmPart) {
-        row(QStringLiteral("Farm or business &name:"), txtName);
+        row(QStringLiteral("Farm or business na&me:"), txtName);
         row(QStringLiteral("&Address:"), txtAddress);
         row(QStringLiteral("&Town or city:"), txtCity);
         row(QStringLiteral("Post&code:"), txtPostcode);
@@ -77,8 +77,8 @@ EmployerPanel::EmployerPanel(Database& wage, int part, QWidget* parent) : QWidge
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(form);
     if (bankPart) {
-        row(QStringLiteral("Pays leave from &bank account:"), txtAccount);
-        row(QStringLiteral("PAYE &filed:"), cboPayeFiling);
+        row(QStringLiteral("Pa&ys leave from bank account:"), txtAccount);
+        row(QStringLiteral("PAYE filed e&very:"), cboPayeFiling);
         auto* tax = new QPushButton(QStringLiteral("Ta&x Information (cashbook accounts)..."), this);
         tax->setObjectName(QStringLiteral("cmdTaxInformation"));
         tax->setAccessibleName(QStringLiteral("Tax Information"));
