@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -83,7 +84,10 @@ EmployerPanel::EmployerPanel(Database& wage, int part, QWidget* parent) : QWidge
         tax->setObjectName(QStringLiteral("cmdTaxInformation"));
         tax->setAccessibleName(QStringLiteral("Tax Information"));
         connect(tax, &QPushButton::clicked, this, [this] { runPayeInfoDialog(this); });
-        layout->addWidget(tax);
+        auto* line = new QHBoxLayout;
+        line->addWidget(tax);
+        line->addStretch();
+        layout->addLayout(line);
     }
     lblProblems = new QLabel(this);
     lblProblems->setObjectName(QStringLiteral("lblProblems"));
