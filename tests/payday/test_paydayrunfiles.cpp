@@ -19,8 +19,11 @@ void runAndCheckEveryFile(const QStringList& init, int expectedPays) {
 
     ql::Database wage;
     wage.open(ql::WageFileName());
-    const QString date = wage.scalar(QStringLiteral("SELECT date(max(PaymentDate)) FROM Wages WHERE length(Reference) > 0"))
-                             .toString();
+    // The commit pays each on its own date: the files are made for the date most of the run was paid on.
+    const QString date =
+        wage.scalar(QStringLiteral("SELECT date(PaymentDate) FROM Wages WHERE length(Reference) > 0 GROUP BY "
+                                   "date(PaymentDate) ORDER BY count(*) DESC, date(PaymentDate) DESC LIMIT 1"))
+            .toString();
     const int pays = wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE date(PaymentDate) = '%1'").arg(date))
                          .toInt();
     wage.close();
@@ -56,7 +59,7 @@ TEST(PaydayRunFiles, DemoFarm) {
 TEST(PaydayRunFiles, TwoHundredEmployees) {
     runAndCheckEveryFile({QStringLiteral("init"), QStringLiteral("--demo"), QStringLiteral("--employees"),
                           QStringLiteral("200")},
-                         150);
+                         100);
 }
 
 } // namespace
