@@ -84,6 +84,8 @@ QString json(ql::Database& wage, const ql::EmployeeDetails& d) {
         QStringLiteral("\"DateFinished\": %1").arg(date(d.DateFinished)),
         QStringLiteral("\"KiwiSaverEnrolled\": %1").arg(d.kiwiSaverEnrolled() ? "true" : "false"),
         QStringLiteral("\"KiwiSaverStatus\": %1").arg(cli::jsonString(kiwiSaver)),
+        QStringLiteral("\"KiwiSaverStatusCode\": %1")
+            .arg(d.KiwiSaverStatusCode.isEmpty() ? QStringLiteral("null") : cli::jsonString(d.KiwiSaverStatusCode)),
         QStringLiteral("\"KiwiSaverRate\": %1").arg(d.kiwiSaverEnrolled() ? number(d.KiwiSaverRate) : QStringLiteral("null")),
         QStringLiteral("\"KiwiSaverStartDate\": %1").arg(date(d.kiwiSaverEnrolled() ? d.KiwiSaverStartDate : QDate())),
         QStringLiteral("\"EmployerKiwiSaverRate\": %1")
@@ -180,7 +182,8 @@ const cli::CliCommand employeeCommand(
     "employee add --first T --last T --start YYYY-MM-DD --tax-code CODE "
     "--interval weekly|fortnightly|four-weekly|monthly (--rate R | --salary S) [--ird N] [--birth YYYY-MM-DD] "
     "[--address T] [--city T] [--email T] [--occupation T] [--hours H] [--kiwisaver no|3|3.5|4|6|8|10] "
-    "[--kiwisaver-start YYYY-MM-DD] [--employer-kiwisaver R] [--account A] [--annual-leave DAYS] "
+    ""
+    "[--kiwisaver-status AE|AK|OK|NK|CT] [--kiwisaver-start YYYY-MM-DD] [--employer-kiwisaver R] [--account A] [--annual-leave DAYS] "
     "[--leave-brought-forward DAYS] [--deduction NAME=AMOUNT|NAME=RATE%]...\n"
     "       employee edit EMPLOYEE_ID [any option of add]\n"
     "       employee show EMPLOYEE_ID\n"

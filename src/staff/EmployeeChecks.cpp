@@ -3,6 +3,7 @@
 #include "StaffLookups.h"
 #include "payday/BankAccount.h"
 #include "payday/IrdNumber.h"
+#include "payday/PaydayTables.h"
 #include <QRegularExpression>
 
 namespace ql {
@@ -87,6 +88,11 @@ QList<FieldProblem> EmployeeProblems(Database& wage, const EmployeeDetails& d) {
 
     if (d.kiwiSaverEnrolled() && !KiwiSaverEmployeeRates().contains(d.KiwiSaverRate))
         add(p, "kiwisaver", QStringLiteral("KiwiSaver: the employee's rate is 3, 3.5, 4, 6, 8 or 10."));
+    if (!d.KiwiSaverStatusCode.isEmpty() && !KiwiSaverStatuses().contains(d.KiwiSaverStatusCode))
+        add(p, "kiwisaver-status", QStringLiteral("KiwiSaver status: \"%1\" is not one of AE (auto-enrolled), AK "
+                                                  "(already a member), OK (opting in), NK (not eligible), CT "
+                                                  "(casual or temporary).")
+                                       .arg(d.KiwiSaverStatusCode));
     if (d.EmployerKiwiSaverRate < 0 || d.EmployerKiwiSaverRate > 100)
         add(p, "employer-kiwisaver", QStringLiteral("Employer KiwiSaver rate: between 0 and 100 (0 for the default)."));
     if (d.KiwiSaverStartDate.isValid() && d.Birthdate.isValid() && d.KiwiSaverStartDate < d.Birthdate)

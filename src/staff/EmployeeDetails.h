@@ -37,6 +37,9 @@ struct EmployeeDetails {
     float KiwiSaverRate = 0;         // the employee's rate when enrolled
     QDate KiwiSaverStartDate;        // the start date when empty
     float EmployerKiwiSaverRate = 0; // 0: the default employer rate of the tax data
+    // What the employee gave when hired, for the Employee Details file: AE, AK, OK, NK or CT. Empty
+    // when saved: AE for a member or one who opted out, NK for one not enrolled.
+    QString KiwiSaverStatusCode;
     QString Account;
     float AnnualLeaveDays = 20;
     float LeaveBroughtForward = 0;

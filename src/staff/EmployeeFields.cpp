@@ -187,6 +187,12 @@ QList<EmployeeField> makeFields() {
       << days("hours", "Usual hours a pay", &D::UsualHours);
     f << EmployeeField{QStringLiteral("kiwisaver"), QStringLiteral("KiwiSaver"), false, readKiwiSaver,
                        writeKiwiSaver};
+    f << EmployeeField{QStringLiteral("kiwisaver-status"), QStringLiteral("KiwiSaver status"), false,
+                       [](D& d, const QString& t) {
+                           d.KiwiSaverStatusCode = t.trimmed().toUpper();
+                           return QString();
+                       },
+                       [](const D& d) { return d.KiwiSaverStatusCode; }};
     f << date("kiwisaver-start", "KiwiSaver start date", &D::KiwiSaverStartDate)
       << days("employer-kiwisaver", "Employer KiwiSaver rate", &D::EmployerKiwiSaverRate)
       << text("account", "Bank account", &D::Account)

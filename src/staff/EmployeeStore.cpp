@@ -176,6 +176,10 @@ qint32 writeEmployee(Database& wage, Database& farm, const EmployeeDetails& d, q
     writeStandingLines(wage, id, d);
     writeLeave(wage, id, d, added);
     SetEmployeeBankAccount(wage, id, d.Account);
+    SetEmployeeKiwiSaverStatus(wage, id,
+                               !d.KiwiSaverStatusCode.isEmpty()               ? d.KiwiSaverStatusCode
+                               : d.KiwiSaver == KiwiSaverStatus::NotEnrolled ? QStringLiteral("NK")
+                                                                               : QStringLiteral("AE"));
     return id;
 }
 
@@ -263,6 +267,7 @@ EmployeeDetails readEmployee(Database& wage, Recordset& rs, Database& farm) {
             .arg(AnnualLeave)
             .arg(OpeningBalance)));
     d.Account = EmployeeBankAccount(wage, d.EmployeeID);
+    d.KiwiSaverStatusCode = EmployeeKiwiSaverStatus(wage, d.EmployeeID);
 
     auto a = farm.openRecordset(QStringLiteral("SELECT * FROM Addresses WHERE AddressID = %1").arg(d.AddressID),
                                 RecordsetType::Snapshot);

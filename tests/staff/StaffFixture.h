@@ -86,7 +86,9 @@ protected:
                 QStringLiteral("--tax-code"), QStringLiteral("M SL"), QStringLiteral("--interval"),
                 QStringLiteral("monthly"), QStringLiteral("--salary"), QStringLiteral("78000"), QStringLiteral("--ird"),
                 irdNumber(2), QStringLiteral("--kiwisaver"), QStringLiteral("4"), QStringLiteral("--account"),
-                bankAccount(2), QStringLiteral("--occupation"), QStringLiteral("Farm Manager")};
+                bankAccount(2), QStringLiteral("--occupation"), QStringLiteral("Farm Manager"),
+                QStringLiteral("--address"), QStringLiteral("40 Totara Street"), QStringLiteral("--city"),
+                QStringLiteral("Cambridge")};
     }
     // A fortnightly relief milker on S.
     QStringList milkerArgs() const {
@@ -95,7 +97,9 @@ protected:
                 QStringLiteral("--tax-code"), QStringLiteral("S"), QStringLiteral("--interval"),
                 QStringLiteral("fortnightly"), QStringLiteral("--rate"), QStringLiteral("28"), QStringLiteral("--hours"),
                 QStringLiteral("30"), QStringLiteral("--ird"), irdNumber(3), QStringLiteral("--account"),
-                bankAccount(3), QStringLiteral("--occupation"), QStringLiteral("Relief Milker")};
+                bankAccount(3), QStringLiteral("--occupation"), QStringLiteral("Relief Milker"),
+                QStringLiteral("--address"), QStringLiteral("7 Ohaupo Road"), QStringLiteral("--city"),
+                QStringLiteral("Ohaupo")};
     }
 };
 

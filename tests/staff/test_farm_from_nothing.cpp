@@ -63,7 +63,7 @@ TEST_F(StaffTest, AFarmFromNothingPaysItsPeople) {
 
     const QString bank = docs->path() + QStringLiteral("/bank.txt");
     r = cli({QStringLiteral("bank-file"), QStringLiteral("2026-04-30"), QStringLiteral("--format"),
-             QStringLiteral("auto"), QStringLiteral("--out"), bank});
+             QStringLiteral("auto"), QStringLiteral("--out"), bank, QStringLiteral("--date"), QStringLiteral("today")});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     EXPECT_TRUE(r.out.contains(QStringLiteral(": 3 payments"))) << r.out.toStdString();
 
