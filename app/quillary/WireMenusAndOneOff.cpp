@@ -74,12 +74,20 @@ TitleMenuBar* wireMenusAndOneOff(frmWage& w) {
 
     // Payday: the run of every due pay, the files for Inland Revenue and the bank, and what they need.
     tools->addSeparator();
-    addOwnAction(tools, window, QStringLiteral("&Pay Run..."), QStringLiteral("mnuPayRun"), [window] {
+    const auto payRun = [window] {
         OpenPayRun(
             App().WageDatabase, window,
             [window](qint32 employeeID, qint32 wageID) { openInLedger(window, employeeID, wageID); },
             // The run may have added and committed pays of the shown employee.
             [window] { window->screen().SetEmployee(); });
+    };
+    addOwnAction(tools, window, QStringLiteral("&Pay Run..."), QStringLiteral("mnuPayRun"), payRun);
+    w.setPayRun([payRun] {
+        try {
+            payRun();
+        } catch (const VbError& e) {
+            ReportError(e, QStringLiteral("cmdPayRun_Click"));
+        }
     });
     addOwnAction(tools, window, QStringLiteral("Payday &Files..."), QStringLiteral("mnuPaydayFiles"),
                  [window] { ShowPaydayFiles(App().WageDatabase, window); });

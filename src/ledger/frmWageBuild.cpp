@@ -247,6 +247,15 @@ QWidget* frmWage::buildFooter() {
         {"cmdDelete", "Delete pay"}, {"cmdMemo", "Memo"},          {"cmdQuick", "Quick view"}};
     for (const auto& n : names)
         row->addWidget(button(QString::fromLatin1(n[0]), footer, QString::fromLatin1(n[1])));
+    // Every due pay of the farm at once, beside the pays of one employee.
+    m_cmdPayRun = new QPushButton(QStringLiteral("Pay &Run..."), footer);
+    m_cmdPayRun->setObjectName(QStringLiteral("cmdPayRun"));
+    m_cmdPayRun->setAccessibleName(QStringLiteral("Pay run of every due pay"));
+    m_cmdPayRun->setVisible(false);
+    connect(m_cmdPayRun, &QPushButton::clicked, this, [this] {
+        if (m_payRun) m_payRun();
+    });
+    row->addWidget(m_cmdPayRun);
     row->addStretch(1);
     row->addWidget(button(QStringLiteral("cmdClose"), footer, QStringLiteral("Close")));
     return footer;
@@ -335,12 +344,19 @@ void frmWage::setTabOrders() {
         order << findChild<QPushButton*>(QStringLiteral("datPaysMove%1").arg(i));
     order << m_calendar << m_grid << m_txtPAYE;
     for (const char* n :
-         {"cmdAddPay", "cmdOneOff", "cmdPrintPay", "cmdDelete", "cmdMemo", "cmdQuick", "cmdClose"})
+         {"cmdAddPay", "cmdOneOff", "cmdPrintPay", "cmdDelete", "cmdMemo", "cmdQuick", "cmdClose"}) {
+        if (QLatin1String(n) == QLatin1String("cmdClose")) order << m_cmdPayRun;
         order << m_buttons.value(QString::fromLatin1(n));
+    }
     for (QToolButton* b : m_titleButtons)
         order << b;
     for (int i = 1; i < order.size(); ++i)
         setTabOrder(order.at(i - 1), order.at(i));
+}
+
+void frmWage::setPayRun(std::function<void()> run) {
+    m_payRun = std::move(run);
+    m_cmdPayRun->setVisible(bool(m_payRun));
 }
 
 QToolButton* frmWage::titleButton(int index) const {

@@ -233,7 +233,12 @@ void ScreenActivated(MenuHost& form, qint32 screen) {
 
 void ShowContextHelp(const MenuHost& form) {
     const QString file = applicationHelpFile();
-    if (!file.isEmpty()) showHelp(file, form.HelpContextID);
+    if (!file.isEmpty()) {
+        showHelp(file, form.HelpContextID);
+        return;
+    }
+    // With no help entry in the menu options, F1 still shows the program's own pages.
+    showHelp(ProgramDirectory() + QStringLiteral("/Help/") + kProgramHelpPage, form.HelpContextID);
 }
 
 QString applicationHelpFile() {

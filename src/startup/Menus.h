@@ -62,7 +62,9 @@ void HelpMenu(const QString& name, MenuHost& form);
 // Sets the help numbers of an activated screen and the form's help number.
 void ScreenActivated(MenuHost& form, qint32 screen);
 constexpr qint32 MainScreenNumber = 7;
-// F1: the application's help file at the form's help number; nothing without a help file.
+// The program's own help page in the Help folder.
+inline const QString kProgramHelpPage = QStringLiteral("quillary.html");
+// F1: the application's help file at the form's help number; without one, the program's own page.
 void ShowContextHelp(const MenuHost& form);
 
 // The application's help file: what F1 opens.
