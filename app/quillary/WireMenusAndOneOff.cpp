@@ -1,4 +1,6 @@
 #include "WireMenusAndOneOff.h"
+#include "StandaloneMenus.h"
+#include "taxsettings/frmPayeInfo.h"
 #include "frame/Messages.h"
 #include "ledger/frmWage.h"
 #include "payday/frmBankAccounts.h"
@@ -69,6 +71,8 @@ TitleMenuBar* wireMenusAndOneOff(frmWage& w) {
     // tools.
     QMenu* tools = bar->menu(ToolsButton);
     tools->addSeparator();
+    addOwnAction(tools, window, QStringLiteral("Ta&x Information..."), QStringLiteral("mnuTaxInformation"),
+                 [window] { ShowPayeInfoDialog(window); });
     addOwnAction(tools, window, QStringLiteral("&Rebates..."), QStringLiteral("mnuRebates"),
                  [window] { OpenFarmRebates(window); });
 
@@ -96,6 +100,8 @@ TitleMenuBar* wireMenusAndOneOff(frmWage& w) {
     addOwnAction(tools, window, QStringLiteral("Employee &Bank Accounts..."),
                  QStringLiteral("mnuBankAccounts"),
                  [window] { ShowEmployeeBankAccounts(App().WageDatabase, window); });
+    // Without a suite menu on the bus, its entries are answered here.
+    installStandaloneMenus(w);
     return bar;
 }
 

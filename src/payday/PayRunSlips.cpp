@@ -1,6 +1,7 @@
 #include "PayRunSlips.h"
 #include "frame/Settings.h"
 #include "payengine/AppContext.h"
+#include "payengine/PayView.h"
 #include "reports/PrintPaySlip.h"
 #include "reports/ReportDriver.h"
 #include "reports/ReportScreen.h"
@@ -86,6 +87,8 @@ PayRunSlips::PayRunSlips() {
         slip.reference = request.Reference;
         // The pay stays committed whatever befalls its slip; the run tells what could not be made.
         try {
+            // The slip's lines are made for the pay the screen stands on, as its payslip view makes them.
+            form->openView(6);
             ReportScreen screen;
             PreparePaySlip(screen, *form, request.Description, request.Reference,
                            QVariant(request.PaymentDate), request.ShowMemo);

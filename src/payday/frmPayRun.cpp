@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QFontMetrics>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QHBoxLayout>
@@ -70,7 +71,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     tgrdRun->setSelectionMode(QAbstractItemView::SingleSelection);
     tgrdRun->setWordWrap(false);
     tgrdRun->setTextElideMode(Qt::ElideNone);
-    tgrdRun->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tgrdRun->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     tgrdRun->horizontalHeader()->setStretchLastSection(true);
     // The totals of every column, beneath the list and as wide as its columns.
     tgrdTotals = new QTableWidget(1, static_cast<int>(kColumns.size()), this);
@@ -224,6 +225,13 @@ void frmPayRun::fillTotals() {
         bold.setBold(true);
         item->setFont(bold);
         tgrdTotals->setItem(0, c, item);
+    }
+    // Each column as wide as its widest cell, the totals' included, so that no figure is cut short.
+    tgrdRun->resizeColumnsToContents();
+    for (int c = 0; c + 1 < tgrdRun->columnCount(); ++c) {
+        const QTableWidgetItem* total = tgrdTotals->item(0, c);
+        const int needed = QFontMetrics(total->font()).horizontalAdvance(total->text()) + 16;
+        if (tgrdRun->columnWidth(c) < needed) tgrdRun->setColumnWidth(c, needed);
     }
     tgrdTotals->setAccessibleDescription(QStringLiteral("%1 pays: gross %2, PAYE %3, deductions %4, take-home %5")
                                              .arg(pays)

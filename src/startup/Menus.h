@@ -67,6 +67,11 @@ inline const QString kProgramHelpPage = QStringLiteral("quillary.html");
 // F1: the application's help file at the form's help number; without one, the program's own page.
 void ShowContextHelp(const MenuHost& form);
 
+// What a choice of the Modules, Tools or Reports menu (startMenu 0, 3, 1) does when no client holds
+// the program's object, so that no suite menu hears MenuSelect: true when the handler answered it.
+using StandaloneMenus = std::function<bool(const QString& name, qint32 startMenu)>;
+void setStandaloneMenus(StandaloneMenus handler);
+
 // The application's help file: what F1 opens.
 QString applicationHelpFile();
 void setApplicationHelpFile(const QString& path);

@@ -114,6 +114,11 @@ TEST_F(PayRunSlipsTest, OneConfirmationThenEveryPayslipAsAPdfFile) {
                                       [&](const QString& n) { return QFileInfo(file).fileName().contains(n); });
         ASSERT_NE(who, names.cend()) << file.toStdString();
         EXPECT_TRUE(text.contains(*who)) << text.toStdString();
+        // The slip's lines are its own pay's, not those of the pay shown before it.
+        const ql::PayRunItem& item = d.items().at(static_cast<int>(who - names.cbegin()));
+        const QString takeHome = ql::Format(QVariant::fromValue(item.takeHome), QStringLiteral("0.00"));
+        EXPECT_TRUE(text.contains(takeHome)) << who->toStdString() << " " << takeHome.toStdString() << "\n"
+                                             << text.toStdString();
     }
     EXPECT_EQ(ql::ReadSlipDelivery(), ql::SlipDelivery::PdfFolder); // the choice is kept
     EXPECT_EQ(ql::ReadSlipFolder(), folder);
