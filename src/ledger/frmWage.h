@@ -96,6 +96,7 @@ private:
     QWidget* m_payePanel = nullptr;
     QLineEdit* m_txtPAYE = nullptr;
     QHash<QString, QLabel*> m_labels;
+    QHash<QString, QString> m_labelNames; // each label's accessible name as made, without its amount
     QHash<QString, QPushButton*> m_buttons;
     QPushButton* m_cmdPayRun = nullptr;
     std::function<void()> m_payRun;

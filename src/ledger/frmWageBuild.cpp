@@ -2,6 +2,7 @@
 // the pay list's navigator and the views, and the button row.
 #include "WageGridWidget.h"
 #include "frmWage.h"
+#include "ui/AccessibleNames.h"
 #include "leave/LeaveGridWidget.h"
 #include "leave/LeaveTabWidget.h"
 #include <QCalendarWidget>
@@ -59,6 +60,7 @@ QLabel* frmWage::label(const QString& name, QWidget* parent, const QString& acce
     auto* l = new QLabel(parent);
     l->setObjectName(name);
     l->setAccessibleName(accessibleName.isEmpty() ? name : accessibleName);
+    m_labelNames.insert(name, l->accessibleName());
     m_labels.insert(name, l);
     return l;
 }
@@ -195,6 +197,7 @@ QWidget* frmWage::buildViews(QWidget* parent) {
     m_calendar->setObjectName(QStringLiteral("CalWage"));
     m_calendar->setAccessibleName(QStringLiteral("Pay date calendar"));
     m_calendar->setGridVisible(true);
+    NameCalendarParts(m_calendar);
     m_grid = new WageGridWidget(m_screen, m_stack);
     m_grid->setAccessibleName(QStringLiteral("Pay lines"));
     m_payePanel = new QWidget(m_stack);
