@@ -21,7 +21,9 @@ configure: setup
 build: configure
 	@cmake --build $(BUILD_DIR) -j $(JOBS)
 
-run: build
+# Only the programs it starts (with their help pages and report layouts), not the tests.
+run: configure
+	@cmake --build $(BUILD_DIR) -j $(JOBS) --target quillary quillary-cli quillary_help
 	@bash scripts/run-demo.sh $(BUILD_DIR)
 
 test: build
