@@ -7,6 +7,7 @@
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 #include <QApplication>
+#include <QScreen>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFontMetrics>
@@ -162,7 +163,10 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     setTabOrder(cmdAddPays, cmdCommit);
     setTabOrder(cmdCommit, cmdFiles);
     setTabOrder(cmdFiles, cmdClose);
-    resize(900, 400);
+    QSize size(900, 400);
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        size = size.boundedTo(screen->availableGeometry().size() - QSize(16, 40));
+    resize(size);
 
     connect(cmdPropose, &QPushButton::clicked, this, [this] { propose(); });
     connect(dtpRunDate, &QDateEdit::dateChanged, this, [this] { propose(); });
