@@ -71,10 +71,10 @@ TitleMenuBar* wireMenusAndOneOff(frmWage& w) {
     // tools.
     QMenu* tools = bar->menu(ToolsButton);
     tools->addSeparator();
-    addOwnAction(tools, window, QStringLiteral("Ta&x Information..."), QStringLiteral("mnuTaxInformation"),
-                 [window] { ShowPayeInfoDialog(window); });
     addOwnAction(tools, window, QStringLiteral("&Rebates..."), QStringLiteral("mnuRebates"),
                  [window] { OpenFarmRebates(window); });
+    addOwnAction(tools, window, QStringLiteral("Ta&x Information..."), QStringLiteral("mnuTaxInformation"),
+                 [window] { ShowPayeInfoDialog(window); });
 
     // Payday: the run of every due pay, the files for Inland Revenue and the bank, and what they need.
     tools->addSeparator();
