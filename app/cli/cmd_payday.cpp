@@ -9,6 +9,7 @@
 #include "payday/BankFile.h"
 #include "payday/PayRun.h"
 #include "payday/PayRunCommitter.h"
+#include "payday/PayRunRecord.h"
 #include "payday/PaydayFiles.h"
 #include "payday/PaydayTables.h"
 #include "payengine/AppContext.h"
@@ -16,6 +17,7 @@
 #include "startup/Startup.h"
 #include <QDate>
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -193,15 +195,6 @@ QString payRunJson(const QDate& runDate, const QList<ql::PayRunItem>& items, con
                  : QStringLiteral("\n") + problems.join(QStringLiteral(",\n")) + QStringLiteral("\n  "));
 }
 
-// A file name made of the pay's reference and the employee's name, without characters a folder refuses.
-QString paySlipFileName(const ql::PayRunItem& item) {
-    QString name = QStringLiteral("Payslip %1 %2.pdf").arg(item.reference, item.name);
-    static const QString refused = QStringLiteral("/\\:*?\"<>|");
-    for (QChar& c : name)
-        if (refused.contains(c)) c = u'_';
-    return name;
-}
-
 int payRun(const QStringList& args, QTextStream& out) {
     if (args.isEmpty()) throw cli::CliUsageError();
     const QDate runDate = dateArgument(args.at(0));
@@ -220,10 +213,11 @@ int payRun(const QStringList& args, QTextStream& out) {
     if (!pdfFolder.isEmpty() && !QDir().mkpath(pdfFolder))
         throw cli::CliFailure(QStringLiteral("The folder %1 can't be created.").arg(pdfFolder));
     QStringList failures;
-    QList<ql::PayRunItem> items;
+    QList<ql::PayRunItem> items, slips;
     {
         Session session;
         items = ql::AddPayRunPays(runDate, failures);
+        ql::RecordPayRunPays(session.wage(), runDate, items);
         if (commit && failures.isEmpty()) {
             // Without a screen there is no payslip to look at: the pays are committed and posted, and
             // their payslips written as PDF files when a folder is given.
@@ -233,12 +227,24 @@ int payRun(const QStringList& args, QTextStream& out) {
             if (!result.failure.isEmpty()) failures << result.failure;
             ql::RefreshPayRunItems(session.wage(), items);
         }
+        if (!pdfFolder.isEmpty()) slips = ql::RecordedCommittedPays(session.wage(), runDate);
     }
     // Each payslip opens the pay on a wage screen of its own, so they come after the run's session.
-    if (!pdfFolder.isEmpty())
-        for (const ql::PayRunItem& item : items)
-            if (item.committed())
-                cli::writePaySlipPdf(item.wageID, QDir(pdfFolder).filePath(paySlipFileName(item)));
+    // Every committed pay of the run has its slip, written again only when missing (a slip under its
+    // own name is whole); one that fails does not stop the others.
+    for (const ql::PayRunItem& item : slips) {
+        const QString file = QDir(pdfFolder).filePath(ql::PaySlipFileName(item));
+        if (QFileInfo::exists(file)) continue;
+        try {
+            cli::writePaySlipPdf(item.wageID, file);
+        } catch (const std::exception& e) {
+            const QString why = dynamic_cast<const ql::VbError*>(&e)
+                                    ? static_cast<const ql::VbError&>(e).description()
+                                    : QString::fromStdString(e.what());
+            failures << QStringLiteral("%1: the payslip %2 was not written: %3")
+                            .arg(item.name, QFileInfo(file).fileName(), why.simplified());
+        }
+    }
     out << payRunJson(runDate, items, failures);
     if (!failures.isEmpty()) {
         out.flush();

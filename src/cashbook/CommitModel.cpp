@@ -2,6 +2,7 @@
 #include "PaySlipPrinter.h"
 #include "Posting.h"
 #include "WageAccounts.h"
+#include "data/PayFreeze.h"
 #include "data/Recordset.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
@@ -12,6 +13,7 @@
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 #include "runtime/Trap.h"
+#include "runtime/VbError.h"
 #include <optional>
 
 namespace ql {
@@ -93,6 +95,18 @@ bool CommitModel::cmd_Commit_Click(int index) {
         focusControl = QStringLiteral("txtReference");
         return false;
     }
+    // A committed pay is only shown again: its reference and date stay as they were committed.
+    if (reprint) {
+        if (chkPrint) printSlip(description(), payDate.isValid() ? payDate : Today());
+        return true;
+    }
+    const QString refusal = ReferenceRefusal(txtReference);
+    if (!refusal.isEmpty()) {
+        ShowMessage(refusal, msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"), QString(), msg::Stop,
+                    true);
+        focusControl = QStringLiteral("txtReference");
+        return false;
+    }
     const QString dateLine = description();
     const QDate date = payDate.isValid() ? payDate : Today();
     QString outcome;
@@ -124,23 +138,31 @@ bool CommitModel::cmd_Commit_Click(int index) {
                         msg::Stop, true);
         return false;
     }
-    SaveReference(date);
-    if (chkPrint) {
-        if (onHide) onHide();
-        PaySlipRequest request;
-        request.owner = m_owner;
-        request.screen = &m_screen;
-        {
-            const QVariant id = pays.value(QStringLiteral("WageID"));
-            request.WageID = IsNull(id) ? 0 : CLng(id);
-        }
-        request.Description = dateLine;
-        request.Reference = txtReference;
-        request.PaymentDate = date;
-        request.ShowMemo = chkMemo;
-        PrintPaySlip(request);
+    outcome = SaveReference(date);
+    if (!outcome.isEmpty()) {
+        ShowMessage(outcome, msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"), QString(), msg::Stop,
+                    true);
+        return false;
     }
+    if (chkPrint) printSlip(dateLine, date);
     return true;
+}
+
+void CommitModel::printSlip(const QString& dateLine, const QDate& date) {
+    PayList& pays = m_screen.datPays;
+    if (onHide) onHide();
+    PaySlipRequest request;
+    request.owner = m_owner;
+    request.screen = &m_screen;
+    {
+        const QVariant id = pays.value(QStringLiteral("WageID"));
+        request.WageID = IsNull(id) ? 0 : CLng(id);
+    }
+    request.Description = dateLine;
+    request.Reference = txtReference;
+    request.PaymentDate = date;
+    request.ShowMemo = chkMemo;
+    PrintPaySlip(request);
 }
 
 QString CommitModel::ReadReference() {
@@ -159,14 +181,28 @@ QString CommitModel::ReadReference() {
     return last;
 }
 
-void CommitModel::SaveReference(const QDate& date) {
-    trap(QStringLiteral("SaveReference"), [&] {
-        PayList& pays = m_screen.datPays;
+QString CommitModel::SaveReference(const QDate& date) {
+    PayList& pays = m_screen.datPays;
+    Database& wage = App().WageDatabase;
+    const qint32 wageID = CLng(pays.value(QStringLiteral("WageID")));
+    // One write transaction: the pay must still be uncommitted when its reference is stored, or a
+    // second process committing it at the same time would write its own over the first.
+    try {
+        wage.beginWriteTrans();
+        const QString stored = StoredReference(wage, wageID);
+        if (!stored.isEmpty()) {
+            wage.rollback();
+            // Committed meanwhile with this very reference (a posting adopted): nothing to store.
+            if (stored == txtReference) return QString();
+            return TranslateText(QStringLiteral("This pay was committed meanwhile by another user or "
+                                                "program, with the reference |0|."),
+                                 QStringList{stored});
+        }
         // The date before the reference: a stop between the two leaves the pay open, not committed
         // without its date.
         pays.setValueNow(QStringLiteral("PaymentDate"), date);
         pays.setValueNow(QStringLiteral("Reference"), txtReference);
-        auto rs = App().WageDatabase.openRecordset(QStringLiteral("Reference"), RecordsetType::Dynaset);
+        auto rs = wage.openRecordset(QStringLiteral("Reference"), RecordsetType::Dynaset);
         if (rs->EOF_())
             rs->AddNew();
         else
@@ -174,7 +210,25 @@ void CommitModel::SaveReference(const QDate& date) {
         rs->setValue(QStringLiteral("LastReference"), m_proposed);
         rs->Update();
         rs->Close();
-    });
+        wage.commitTrans();
+    } catch (const std::exception& e) {
+        const VbError error = toVbError(e);
+        skipErrors([&] {
+            if (wage.inTransaction()) wage.rollback();
+        });
+        return error.description();
+    }
+    return QString();
+}
+
+QString ReferenceRefusal(const QString& reference) {
+    if (reference.size() > kReferenceLength)
+        return TranslateText(QStringLiteral("The reference can be at most |0| characters long."),
+                             QStringList{QString::number(kReferenceLength)});
+    for (const QChar c : reference)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            return QStringLiteral("The reference can't hold line breaks or other control characters.");
+    return QString();
 }
 
 } // namespace ql

@@ -189,6 +189,10 @@ void PayList::stage(const QString& column, const QVariant& v) {
 
 bool PayList::hasStaged() const { return !d->staged.isEmpty(); }
 
+void PayList::discardStaged() {
+    d->staged.clear();
+}
+
 void PayList::setValueNow(const QString& column, const QVariant& v) {
     if (!d->onRow())
         noCurrentRecord();
