@@ -17,6 +17,7 @@
 #include "startup/Startup.h"
 #include <QDate>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -228,6 +229,15 @@ int payRun(const QStringList& args, QTextStream& out) {
             ql::RefreshPayRunItems(session.wage(), items);
         }
         if (!pdfFolder.isEmpty()) slips = ql::RecordedCommittedPays(session.wage(), runDate);
+    }
+    // Slips half-written by a run that was stopped (its process gone) are thrown away.
+    if (!pdfFolder.isEmpty()) {
+        const QDir dir(pdfFolder);
+        for (const QString& partial :
+             dir.entryList({QStringLiteral(".*.partial.pdf")}, QDir::Files | QDir::Hidden)) {
+            const QString pid = partial.section(u'.', -3, -3);
+            if (!pid.isEmpty() && !QFileInfo::exists(QStringLiteral("/proc/") + pid)) QFile::remove(dir.filePath(partial));
+        }
     }
     // Each payslip opens the pay on a wage screen of its own, so they come after the run's session.
     // Every committed pay of the run has its slip, written again only when missing (a slip under its
