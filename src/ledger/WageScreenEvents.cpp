@@ -223,6 +223,8 @@ void WageScreen::tgrdwages_AfterRowChange() {
 }
 
 void WageScreen::tgrdwages_LostFocus() {
+    // The grid was saved before the payroll closed; a focus lost while the window goes changes nothing.
+    if (!App().WageDatabase.isOpen()) return;
     if (onGridUpdate) onGridUpdate();
     if (GetPayEditable()) SaveWageGrid(*this);
     changed();
