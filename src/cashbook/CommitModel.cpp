@@ -8,6 +8,7 @@
 #include "frame/SettingGetters.h"
 #include "frame/Texts.h"
 #include "payengine/AppContext.h"
+#include "payengine/PayLineFigures.h"
 #include "payengine/PayView.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
@@ -105,6 +106,21 @@ bool CommitModel::cmd_Commit_Click(int index) {
         ShowMessage(refusal, msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"), QString(), msg::Stop,
                     true);
         focusControl = QStringLiteral("txtReference");
+        return false;
+    }
+    // The pay is committed with the figures its lines give (a PAYE typed on purpose is its tax line),
+    // not with totals a save left behind.
+    try {
+        pays.UpdateRecord();
+        const qint32 wageID = CLng(pays.value(QStringLiteral("WageID")));
+        if (BringFiguresInLine(App().WageDatabase, wageID)) {
+            pays.Refresh();
+            for (pays.MoveFirst(); !pays.EOF_(); pays.MoveNext())
+                if (CLng(pays.value(QStringLiteral("WageID"))) == wageID) break;
+        }
+    } catch (const std::exception& e) {
+        ShowMessage(toVbError(e).description(), msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"),
+                    QString(), msg::Stop, true);
         return false;
     }
     const QString dateLine = description();
