@@ -113,7 +113,8 @@ bool CommitModel::cmd_Commit_Click(int index) {
     try {
         pays.UpdateRecord();
         const qint32 wageID = CLng(pays.value(QStringLiteral("WageID")));
-        if (BringFiguresInLine(App().WageDatabase, wageID)) {
+        // A posted pay keeps the figures it was posted with.
+        if (!PayFrozen(App().WageDatabase, wageID) && BringFiguresInLine(App().WageDatabase, wageID)) {
             pays.Refresh();
             for (pays.MoveFirst(); !pays.EOF_(); pays.MoveNext())
                 if (CLng(pays.value(QStringLiteral("WageID"))) == wageID) break;

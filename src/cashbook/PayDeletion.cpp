@@ -8,6 +8,7 @@
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
+#include "runtime/Trap.h"
 #include "runtime/VbError.h"
 
 namespace ql {
@@ -88,21 +89,7 @@ qint32 reversePosting(Database& farm, const PostedPay& posted) {
 
 void ensureDeletedPaysTable(Database& wage) {
     if (wage.hasTable(QStringLiteral("QuillaryDeletedPays"))) return;
-    wage.executeScript(QStringLiteral("CREATE TABLE IF NOT EXISTS QuillaryDeletedPays (\n"
-                                      "    WageID LONG NOT NULL PRIMARY KEY,\n"
-                                      "    EmployeeID LONG,\n"
-                                      "    [Date] DATETIME,\n"
-                                      "    Reference TEXT(50),\n"
-                                      "    PaymentDate DATETIME,\n"
-                                      "    Hours SINGLE,\n"
-                                      "    TotalTaxable CURRENCY,\n"
-                                      "    PAYE CURRENCY,\n"
-                                      "    NonTaxAllow CURRENCY,\n"
-                                      "    Deductions CURRENCY,\n"
-                                      "    TakeHome CURRENCY,\n"
-                                      "    ReversalID LONG DEFAULT 0,\n"
-                                      "    DeletedAt DATETIME\n"
-                                      ")"));
+    wage.executeScript(deletedPaysTableScript());
 }
 
 void ensureReversedPaysTable(Database& farm) {

@@ -4,6 +4,8 @@
 
 namespace ql {
 
+QString deletedPaysTableScript();
+
 namespace {
 
 const char* const kLineTables[] = {"PaymentDetails",   "TaxAllowDetails",     "NonTaxAllowDetails",
@@ -35,6 +37,7 @@ QString guardScript() {
         "    Reference TEXT(50),\n"
         "    HeldAt DATETIME\n"
         ");\n");
+    script += deletedPaysTableScript() + QStringLiteral(";\n");
     script += QStringLiteral(
                   "CREATE TRIGGER IF NOT EXISTS QuillaryFrozenPay BEFORE UPDATE ON Wages WHEN "
                   "(OLD.Reference IS NOT NULL OR EXISTS (SELECT 1 FROM QuillaryHeldPays WHERE WageID = "
@@ -50,9 +53,10 @@ QString guardScript() {
                                  "%2 OR %3 BEGIN %4 END;\n")
                       .arg(table, frozen(QStringLiteral("NEW.WageID")), frozen(QStringLiteral("OLD.WageID")),
                            raise());
-        // A line goes with its pay when the pay is deleted; by then the pay's row is gone.
+        // A line goes with its pay when the pay is deleted, once the pay's record is kept.
         script += QStringLiteral("CREATE TRIGGER IF NOT EXISTS QuillaryFrozen%1Delete BEFORE DELETE ON %1 WHEN "
-                                 "%2 BEGIN %3 END;\n")
+                                 "%2 AND NOT EXISTS (SELECT 1 FROM QuillaryDeletedPays WHERE WageID = OLD.WageID) "
+                                 "BEGIN %3 END;\n")
                       .arg(table, frozen(QStringLiteral("OLD.WageID")), raise());
     }
     // A deleted pay leaves no hold behind for a pay that might take its number.
@@ -67,6 +71,24 @@ int triggerCount() {
 
 } // namespace
 
+QString deletedPaysTableScript() {
+    return QStringLiteral("CREATE TABLE IF NOT EXISTS QuillaryDeletedPays (\n"
+                          "    WageID LONG NOT NULL PRIMARY KEY,\n"
+                          "    EmployeeID LONG,\n"
+                          "    [Date] DATETIME,\n"
+                          "    Reference TEXT(50),\n"
+                          "    PaymentDate DATETIME,\n"
+                          "    Hours SINGLE,\n"
+                          "    TotalTaxable CURRENCY,\n"
+                          "    PAYE CURRENCY,\n"
+                          "    NonTaxAllow CURRENCY,\n"
+                          "    Deductions CURRENCY,\n"
+                          "    TakeHome CURRENCY,\n"
+                          "    ReversalID LONG DEFAULT 0,\n"
+                          "    DeletedAt DATETIME\n"
+                          ")");
+}
+
 QString frozenPayText() {
     return QStringLiteral("This pay has already been committed or posted to the Cashbook, so its details "
                           "cannot be altered.");
@@ -75,9 +97,9 @@ QString frozenPayText() {
 void EnsurePayFreeze(Database& wage) {
     const QVariant have = wage.scalar(QStringLiteral(
         "SELECT count(*) FROM sqlite_master WHERE (type = 'trigger' AND name LIKE 'QuillaryFrozen%') OR "
-        "(type = 'trigger' AND name = 'QuillaryHeldPayDeleted') OR (type = 'table' AND name = "
-        "'QuillaryHeldPays')"));
-    if (have.toInt() == triggerCount() + 1) return;
+        "(type = 'trigger' AND name = 'QuillaryHeldPayDeleted') OR (type = 'table' AND name IN "
+        "('QuillaryHeldPays', 'QuillaryDeletedPays'))"));
+    if (have.toInt() == triggerCount() + 2) return;
     if (!wage.hasTable(QStringLiteral("Wages"))) return;
     wage.beginTrans();
     try {

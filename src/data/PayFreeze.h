@@ -22,6 +22,10 @@ void HoldPay(Database& wage, qint32 wageID, const QString& reference);
 // Lets the pay go again, after a posting that did not happen.
 void ReleasePay(Database& wage, qint32 wageID);
 
+// The record of deleted pays (their figures and reference), made with the guard: a committed pay's
+// lines go with it only once its record is kept.
+QString deletedPaysTableScript();
+
 // The text the file's guard gives when a change is refused; it is found in the message of the error.
 QString frozenPayText();
 

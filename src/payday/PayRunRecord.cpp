@@ -2,6 +2,7 @@
 #include "PaydayEmployees.h"
 #include "data/Recordset.h"
 #include "runtime/Convert.h"
+#include "runtime/DateFns.h"
 #include <QHash>
 
 namespace ql {

@@ -48,14 +48,37 @@ LineFigures StoredFigures(Database& wage, qint32 wageID) {
     return f;
 }
 
+namespace {
+bool wholeCents(Currency c) {
+    return c.raw() % 100 == 0;
+}
+} // namespace
+
+LineFigures FiguresInLine(const LineFigures& stored, const LineFigures& lines) {
+    // A figure whose lines add up to whole cents is that sum; lines with parts of a cent were rounded
+    // by the save that stored the figure, which stays.
+    LineFigures f = stored;
+    auto take = [](Currency& figure, Currency sum) {
+        if (wholeCents(sum)) figure = sum;
+    };
+    take(f.totalTaxable, lines.totalTaxable);
+    take(f.paye, lines.paye);
+    take(f.nonTaxAllow, lines.nonTaxAllow);
+    take(f.deductions, lines.deductions);
+    f.takeHome = f.totalTaxable - f.paye + f.nonTaxAllow - f.deductions;
+    return f;
+}
+
 bool BringFiguresInLine(Database& wage, qint32 wageID) {
     LineFigures lines;
     wage.beginWriteTrans();
     try {
-        if (!FiguresFromLines(wage, wageID, lines) || StoredFigures(wage, wageID) == lines) {
+        if (!FiguresFromLines(wage, wageID, lines) ||
+            StoredFigures(wage, wageID) == FiguresInLine(StoredFigures(wage, wageID), lines)) {
             wage.commitTrans();
             return false;
         }
+        lines = FiguresInLine(StoredFigures(wage, wageID), lines);
         wage.execute(QStringLiteral("UPDATE Wages SET TotalTaxable = ?, PAYE = ?, NonTaxAllow = ?, Deductions = ?, "
                                     "TakeHome = ? WHERE WageID = ? AND Reference IS NULL"),
                      {lines.totalTaxable.toDouble(), lines.paye.toDouble(), lines.nonTaxAllow.toDouble(),

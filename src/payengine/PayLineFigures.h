@@ -20,6 +20,10 @@ bool FiguresFromLines(Database& wage, qint32 wageID, LineFigures& figures);
 // The figures as stored in the pay's row.
 LineFigures StoredFigures(Database& wage, qint32 wageID);
 
+// The stored figures with each one its lines add up to in whole cents taken from them, and the
+// take-home they leave.
+LineFigures FiguresInLine(const LineFigures& stored, const LineFigures& lines);
+
 // Writes the line figures into the pay's row where they differ (an open pay only); true when it did.
 bool BringFiguresInLine(Database& wage, qint32 wageID);
 
