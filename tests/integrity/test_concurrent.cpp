@@ -35,19 +35,19 @@ TEST(ConcurrentWork, TwoPayRunsOfOneDateAddAndPayEachPayOnce) {
         const auto [a, b] = runPair(docs.path(), run, gap);
         // Either may give way to the other (exit 1 with its reason), but once more finishes the run.
         const CliResult again = runCli(run, docs.path());
-        ASSERT_EQ(again.exitCode, 0) << date << ": " << again.err.toStdString();
+        ASSERT_EQ(again.exitCode, 0) << date.toStdString() << ": " << again.err.toStdString();
         const QJsonArray pays = parseJson(again.out).object().value(QStringLiteral("Pays")).toArray();
-        ASSERT_FALSE(pays.isEmpty()) << date;
+        ASSERT_FALSE(pays.isEmpty()) << date.toStdString();
         for (const QJsonValue& p : pays)
-            EXPECT_FALSE(p.toObject().value(QStringLiteral("Reference")).isNull()) << date;
+            EXPECT_FALSE(p.toObject().value(QStringLiteral("Reference")).isNull()) << date.toStdString();
         ql::Database wage = openWage();
         ql::Database farm = openFarm();
-        ASSERT_EQ(disagreements(wage, farm), QString()) << date << " (gap " << gap << " ms, exits " << a << ", " << b
+        ASSERT_EQ(disagreements(wage, farm), QString()) << date.toStdString() << " (gap " << gap << " ms, exits " << a << ", " << b
                                                         << ")";
         // Each committed pay posted once, and nothing posted that is not committed.
         EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays")).toInt(),
                   wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE Reference IS NOT NULL")).toInt())
-            << date;
+            << date.toStdString();
     }
 }
 
