@@ -96,12 +96,9 @@ bool CommitModel::cmd_Commit_Click(int index) {
         focusControl = QStringLiteral("txtReference");
         return false;
     }
-    // A committed pay is only shown again: its reference and date stay as they were committed.
-    if (reprint) {
-        if (chkPrint) printSlip(description(), payDate.isValid() ? payDate : Today());
-        return true;
-    }
-    const QString refusal = ReferenceRefusal(txtReference);
+    // A reprint stores the same reference and date again (the boxes are disabled); only a new commit
+    // has a reference to check and figures to bring in line.
+    const QString refusal = reprint ? QString() : ReferenceRefusal(txtReference);
     if (!refusal.isEmpty()) {
         ShowMessage(refusal, msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"), QString(), msg::Stop,
                     true);
@@ -110,7 +107,7 @@ bool CommitModel::cmd_Commit_Click(int index) {
     }
     // The pay is committed with the figures its lines give (a PAYE typed on purpose is its tax line),
     // not with totals a save left behind.
-    try {
+    if (!reprint) try {
         pays.UpdateRecord();
         const qint32 wageID = CLng(pays.value(QStringLiteral("WageID")));
         // A posted pay keeps the figures it was posted with.
@@ -207,10 +204,10 @@ QString CommitModel::SaveReference(const QDate& date) {
     try {
         wage.beginWriteTrans();
         const QString stored = StoredReference(wage, wageID);
-        if (!stored.isEmpty()) {
+        // Stored already with this very reference (a reprint, or a posting adopted): the same is
+        // written again. Another reference means another commit got there first.
+        if (!stored.isEmpty() && stored != txtReference) {
             wage.rollback();
-            // Committed meanwhile with this very reference (a posting adopted): nothing to store.
-            if (stored == txtReference) return QString();
             return TranslateText(QStringLiteral("This pay was committed meanwhile by another user or "
                                                 "program, with the reference |0|."),
                                  QStringList{stored});

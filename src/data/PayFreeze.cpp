@@ -12,7 +12,7 @@ const char* const kLineTables[] = {"PaymentDetails",   "TaxAllowDetails",     "N
                                    "DeductionDetails", "ContributionDetails", "TaxDetails"};
 
 QString frozen(const QString& id) {
-    return QStringLiteral("((SELECT Reference FROM Wages WHERE WageID = %1) IS NOT NULL OR EXISTS (SELECT 1 "
+    return QStringLiteral("(coalesce((SELECT Reference FROM Wages WHERE WageID = %1), '') <> '' OR EXISTS (SELECT 1 "
                           "FROM QuillaryHeldPays WHERE WageID = %1))")
         .arg(id);
 }
@@ -40,9 +40,10 @@ QString guardScript() {
     script += deletedPaysTableScript() + QStringLiteral(";\n");
     script += QStringLiteral(
                   "CREATE TRIGGER IF NOT EXISTS QuillaryFrozenPay BEFORE UPDATE ON Wages WHEN "
-                  "(OLD.Reference IS NOT NULL OR EXISTS (SELECT 1 FROM QuillaryHeldPays WHERE WageID = "
-                  "OLD.WageID)) AND (%1 OR (OLD.Reference IS NOT NULL AND (NEW.Reference IS NOT "
-                  "OLD.Reference OR NEW.PaymentDate IS NOT OLD.PaymentDate))) BEGIN %2 END;\n")
+                  "(coalesce(OLD.Reference, '') <> '' OR EXISTS (SELECT 1 FROM QuillaryHeldPays WHERE WageID = "
+                  "OLD.WageID)) AND (%1 OR (coalesce(OLD.Reference, '') <> '' AND (NEW.Reference IS NOT "
+                  "OLD.Reference OR (OLD.PaymentDate IS NOT NULL AND NEW.PaymentDate IS NOT OLD.PaymentDate)))) "
+                  "BEGIN %2 END;\n")
                   .arg(changed.join(QStringLiteral(" OR ")), raise());
     for (const char* t : kLineTables) {
         const QString table = QString::fromLatin1(t);
