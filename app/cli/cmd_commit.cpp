@@ -311,10 +311,15 @@ int commit(const QStringList& args, QTextStream& out) {
     int mark = 0;
     QString alreadyCommitted;
     pressCommit(open, [&](ql::CommitModel& model) {
-        // What is committed never changes: a committed pay is not committed again.
-        if (model.reprint) {
+        // What is committed never changes: OK on a committed pay's slip stores nothing new, and a
+        // reference or date typed for it is refused, as the disabled boxes refuse it on the desktop.
+        if (model.reprint && ((typed && *typed != model.txtReference) || (date && *date != model.payDate))) {
             alreadyCommitted = model.txtReference;
             return;
+        }
+        if (model.reprint) {
+            typed.reset();
+            date.reset();
         }
         if (date) model.setPayDate(*date);
         if (typed) model.txtReference = *typed;

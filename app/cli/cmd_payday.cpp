@@ -100,8 +100,11 @@ int bankFile(const QStringList& args, QTextStream& out) {
     const auto o = options(args, 1, {QStringLiteral("format"), QStringLiteral("out")});
     if (!o.contains(QStringLiteral("format")) || !o.contains(QStringLiteral("out")))
         throw cli::CliUsageError();
-    Session session;
     ql::BankFormat format = ql::BankFormatByName(o.value(QStringLiteral("format")));
+    // A format of no name is wrong usage, whatever the files hold.
+    const bool automatic = o.value(QStringLiteral("format")).compare(QStringLiteral("auto"), Qt::CaseInsensitive) == 0;
+    if (format == ql::BankFormat::None && !automatic) throw cli::CliUsageError();
+    Session session;
     if (o.value(QStringLiteral("format")).compare(QStringLiteral("auto"), Qt::CaseInsensitive) == 0) {
         format = ql::BankFormatForAccount(ql::LoadPaydaySettings(session.wage()).payingAccount);
         if (format == ql::BankFormat::None)
