@@ -22,7 +22,9 @@ QString raise() {
 }
 
 // The figures a committed or held pay keeps.
-const char* const kFigures[] = {"EmployeeID", "Date",       "Rate",        "TaxCode",
+// The pay's Date is not among them: the calendar may move a committed pay to another day, which changes
+// neither its posting nor its payment date.
+const char* const kFigures[] = {"EmployeeID", "Rate",        "TaxCode",
                                 "OneOff",     "Hours",      "Gross",       "TaxAllow",
                                 "TotalTaxable", "PAYE",     "NonTaxAllow", "Deductions",
                                 "TakeHome",   "KiwiSaverContribution", "ESCTDeductions", "TaxCreditKiwiSaver"};
