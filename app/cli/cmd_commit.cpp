@@ -309,7 +309,18 @@ int commit(const QStringList& args, QTextStream& out) {
     }
     bool committed = false;
     int mark = 0;
+    QString alreadyCommitted;
     pressCommit(open, [&](ql::CommitModel& model) {
+        // What is committed never changes: OK on a committed pay's slip stores nothing new, and a
+        // reference or date typed for it is refused, as the disabled boxes refuse it on the desktop.
+        if (model.reprint && ((typed && *typed != model.txtReference) || (date && *date != model.payDate))) {
+            alreadyCommitted = model.txtReference;
+            return;
+        }
+        if (model.reprint) {
+            typed.reset();
+            date.reset();
+        }
         if (date) model.setPayDate(*date);
         if (typed) model.txtReference = *typed;
         if (cashbook) model.setCashbook(*cashbook);
@@ -318,6 +329,10 @@ int commit(const QStringList& args, QTextStream& out) {
         mark = open.dialogs.calls.size();
         committed = model.cmd_Commit_Click(0);
     });
+    if (!alreadyCommitted.isEmpty())
+        throw cli::CliFailure(QStringLiteral("This pay has already been committed with the reference %1; its "
+                                             "reference and payment date can't be changed.")
+                                  .arg(alreadyCommitted));
     if (!committed) throw cli::CliFailure(open.lastMessageSince(mark));
     ql::Database farm;
     farm.open(ql::DataFileName());

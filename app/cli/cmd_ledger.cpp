@@ -74,7 +74,14 @@ int roster(const QStringList& args, QTextStream& out) {
         throw cli::CliUsageError();
     Session session;
     ql::OpenWageDatabase();
+    const int mark = int(session.dialogs.calls.size());
     const qint32 count = ql::FillEmployeeArray();
+    // A roster that could not be read is no empty roster: the exit status says so.
+    for (int i = mark; i < session.dialogs.calls.size(); ++i)
+        if (session.dialogs.calls.at(i).kind == ql::DialogCall::Error) {
+            ql::CloseWageDatabase();
+            throw cli::CliFailure(QStringLiteral("The roster could not be read: %1").arg(session.dialogs.calls.at(i).message));
+        }
     QStringList records;
     for (qint32 i = 1; i <= count && i < session.context.EmployeeArray.size(); ++i)
         records << jsonRecord(session.context.EmployeeArray.at(i));

@@ -10,6 +10,7 @@
 #include "payday/BankFileCheck.h"
 #include "payday/PayRun.h"
 #include "payday/PayRunCommitter.h"
+#include "payday/PayRunRecord.h"
 #include "payday/PaydayFileCheck.h"
 #include "payday/PaydayFiles.h"
 #include "payday/PaydayTables.h"
@@ -20,6 +21,8 @@
 #include "startup/Startup.h"
 #include <QDate>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 namespace {
 
@@ -114,15 +117,18 @@ int bankFile(const QStringList& args, QTextStream& out) {
     const QDate date = dateArgument(args.at(0));
     const auto o = options(args, 1, {QStringLiteral("format"), QStringLiteral("out"), QStringLiteral("date")});
     if (!o.contains(QStringLiteral("format")) || !o.contains(QStringLiteral("out"))) throw cli::CliUsageError();
-    Session session;
+    const QString typed = o.value(QStringLiteral("format"));
+    ql::BankFormat format = ql::BankFormatByName(typed);
+    // A format of no name is wrong usage, whatever the files hold.
+    if (format == ql::BankFormat::None && typed.compare(QStringLiteral("auto"), Qt::CaseInsensitive) != 0)
+        throw cli::CliUsageError();
     // The day the bank pays: the pay date unless --date names today or another day.
     QDate due;
     if (o.contains(QStringLiteral("date")))
         due = o.value(QStringLiteral("date")).compare(QStringLiteral("today"), Qt::CaseInsensitive) == 0
                   ? ql::Today()
                   : dateArgument(o.value(QStringLiteral("date")));
-    const QString typed = o.value(QStringLiteral("format"));
-    ql::BankFormat format = ql::BankFormatByName(typed);
+    Session session;
     if (typed.compare(QStringLiteral("auto"), Qt::CaseInsensitive) == 0) {
         format = ql::BankFormatForAccount(ql::LoadPaydaySettings(session.wage()).payingAccount);
         if (format == ql::BankFormat::None)
@@ -241,15 +247,6 @@ QString payRunJson(const QDate& runDate, const QList<ql::PayRunItem>& items, con
                  : QStringLiteral("\n") + problems.join(QStringLiteral(",\n")) + QStringLiteral("\n  "));
 }
 
-// A file name made of the pay's reference and the employee's name, without characters a folder refuses.
-QString paySlipFileName(const ql::PayRunItem& item) {
-    QString name = QStringLiteral("Payslip %1 %2.pdf").arg(item.reference, item.name);
-    static const QString refused = QStringLiteral("/\\:*?\"<>|");
-    for (QChar& c : name)
-        if (refused.contains(c)) c = u'_';
-    return name;
-}
-
 int payRun(const QStringList& args, QTextStream& out) {
     if (args.isEmpty()) throw cli::CliUsageError();
     const QDate runDate = dateArgument(args.at(0));
@@ -268,10 +265,11 @@ int payRun(const QStringList& args, QTextStream& out) {
     if (!pdfFolder.isEmpty() && !QDir().mkpath(pdfFolder))
         throw cli::CliFailure(QStringLiteral("The folder %1 can't be created.").arg(pdfFolder));
     QStringList failures;
-    QList<ql::PayRunItem> items;
+    QList<ql::PayRunItem> items, slips;
     {
         Session session;
         items = ql::AddPayRunPays(runDate, failures);
+        ql::RecordPayRunPays(session.wage(), runDate, items);
         if (commit && failures.isEmpty()) {
             // Without a screen there is no payslip to look at: the pays are committed and posted, and
             // their payslips written as PDF files when a folder is given.
@@ -281,12 +279,33 @@ int payRun(const QStringList& args, QTextStream& out) {
             if (!result.failure.isEmpty()) failures << result.failure;
             ql::RefreshPayRunItems(session.wage(), items);
         }
+        if (!pdfFolder.isEmpty()) slips = ql::RecordedCommittedPays(session.wage(), runDate);
+    }
+    // Slips half-written by a run that was stopped (its process gone) are thrown away.
+    if (!pdfFolder.isEmpty()) {
+        const QDir dir(pdfFolder);
+        for (const QString& partial :
+             dir.entryList({QStringLiteral(".*.partial.pdf")}, QDir::Files | QDir::Hidden)) {
+            const QString pid = partial.section(u'.', -3, -3);
+            if (!pid.isEmpty() && !QFileInfo::exists(QStringLiteral("/proc/") + pid)) QFile::remove(dir.filePath(partial));
+        }
     }
     // Each payslip opens the pay on a wage screen of its own, so they come after the run's session.
-    if (!pdfFolder.isEmpty())
-        for (const ql::PayRunItem& item : items)
-            if (item.committed())
-                cli::writePaySlipPdf(item.wageID, QDir(pdfFolder).filePath(paySlipFileName(item)));
+    // Every committed pay of the run has its slip, written again only when missing (a slip under its
+    // own name is whole); one that fails does not stop the others.
+    for (const ql::PayRunItem& item : slips) {
+        const QString file = QDir(pdfFolder).filePath(ql::PaySlipFileName(item));
+        if (QFileInfo::exists(file)) continue;
+        try {
+            cli::writePaySlipPdf(item.wageID, file);
+        } catch (const std::exception& e) {
+            const QString why = dynamic_cast<const ql::VbError*>(&e)
+                                    ? static_cast<const ql::VbError&>(e).description()
+                                    : QString::fromStdString(e.what());
+            failures << QStringLiteral("%1: the payslip %2 was not written: %3")
+                            .arg(item.name, QFileInfo(file).fileName(), why.simplified());
+        }
+    }
     out << payRunJson(runDate, items, failures);
     if (!failures.isEmpty()) {
         out.flush();

@@ -1,5 +1,10 @@
 // The printed reports: a payslip as PDF, and an employee's wage history as JSON or PDF.
 #include "CliCommand.h"
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
 #include "JsonRows.h"
 #include "PayScreen.h"
 #include "ReportCommands.h"
@@ -36,15 +41,32 @@ void printToPdf(const QString& file, ql::ScriptedDialogs& dialogs, const std::fu
     ql::installPdfOutput();
     const int mark = dialogs.calls.size();
     bool written = false;
+    // Written beside the file under a passing name, then renamed: a file under its own name is whole.
+    const QFileInfo target(file);
+    const QString partial = target.absoluteDir().filePath(
+        QStringLiteral(".%1.%2.partial.pdf").arg(target.completeBaseName()).arg(QCoreApplication::applicationPid()));
     const ql::ReportScreenShow previous = ql::setReportScreenShow([&](ql::ReportScreen& screen) {
         screen.cry_report.Destination = ql::crpt::ToFile;
-        screen.cry_report.PrintFileName = file;
+        screen.cry_report.PrintFileName = partial;
         screen.PrintIt();
         written = screen.cry_report.runs() > 0;
     });
-    print();
+    try {
+        print();
+    } catch (...) {
+        ql::setReportScreenShow(previous);
+        QFile::remove(partial);
+        throw;
+    }
     ql::setReportScreenShow(previous);
-    if (!written) throw CliFailure(lastTold(dialogs, mark));
+    if (!written || !QFileInfo(partial).isFile()) {
+        QFile::remove(partial);
+        throw CliFailure(written ? QStringLiteral("The file %1 was not written.").arg(file) : lastTold(dialogs, mark));
+    }
+    if (std::rename(QFile::encodeName(partial).constData(), QFile::encodeName(target.absoluteFilePath()).constData()) != 0) {
+        QFile::remove(partial);
+        throw CliFailure(QStringLiteral("The file %1 can't be written.").arg(file));
+    }
 }
 
 void writePaySlipPdf(qint32 wageID, const QString& file) {

@@ -1,5 +1,6 @@
 // quillary-cli: the engine without screens, for scripts and tests.
 #include "CliCommand.h"
+#include "data/Schema.h"
 #include "runtime/VbError.h"
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -75,6 +76,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     int rc = 0;
+    // Only init makes the data files: any other command on a missing file says so.
+    ql::setDataFilesCreated(name == QLatin1String("init"));
     try {
         rc = it->second.handler(args, cli::out());
     } catch (const cli::CliUsageError&) {

@@ -2,16 +2,19 @@
 #include "PaySlipPrinter.h"
 #include "Posting.h"
 #include "WageAccounts.h"
+#include "data/PayFreeze.h"
 #include "data/Recordset.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frame/Texts.h"
 #include "payengine/AppContext.h"
+#include "payengine/PayLineFigures.h"
 #include "payengine/PayView.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 #include "runtime/Trap.h"
+#include "runtime/VbError.h"
 #include <optional>
 
 namespace ql {
@@ -93,6 +96,31 @@ bool CommitModel::cmd_Commit_Click(int index) {
         focusControl = QStringLiteral("txtReference");
         return false;
     }
+    // A reprint stores the same reference and date again (the boxes are disabled); only a new commit
+    // has a reference to check and figures to bring in line.
+    const QString refusal = reprint ? QString() : ReferenceRefusal(txtReference);
+    if (!refusal.isEmpty()) {
+        ShowMessage(refusal, msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"), QString(), msg::Stop,
+                    true);
+        focusControl = QStringLiteral("txtReference");
+        return false;
+    }
+    // The pay is committed with the figures its lines give (a PAYE typed on purpose is its tax line),
+    // not with totals a save left behind.
+    if (!reprint) try {
+        pays.UpdateRecord();
+        const qint32 wageID = CLng(pays.value(QStringLiteral("WageID")));
+        // A posted pay keeps the figures it was posted with.
+        if (!PayFrozen(App().WageDatabase, wageID) && BringFiguresInLine(App().WageDatabase, wageID)) {
+            pays.Refresh();
+            for (pays.MoveFirst(); !pays.EOF_(); pays.MoveNext())
+                if (CLng(pays.value(QStringLiteral("WageID"))) == wageID) break;
+        }
+    } catch (const std::exception& e) {
+        ShowMessage(toVbError(e).description(), msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"),
+                    QString(), msg::Stop, true);
+        return false;
+    }
     const QString dateLine = description();
     const QDate date = payDate.isValid() ? payDate : Today();
     QString outcome;
@@ -124,23 +152,31 @@ bool CommitModel::cmd_Commit_Click(int index) {
                         msg::Stop, true);
         return false;
     }
-    SaveReference(date);
-    if (chkPrint) {
-        if (onHide) onHide();
-        PaySlipRequest request;
-        request.owner = m_owner;
-        request.screen = &m_screen;
-        {
-            const QVariant id = pays.value(QStringLiteral("WageID"));
-            request.WageID = IsNull(id) ? 0 : CLng(id);
-        }
-        request.Description = dateLine;
-        request.Reference = txtReference;
-        request.PaymentDate = date;
-        request.ShowMemo = chkMemo;
-        PrintPaySlip(request);
+    outcome = SaveReference(date);
+    if (!outcome.isEmpty()) {
+        ShowMessage(outcome, msg::OKOnly, Firm(), QStringLiteral("An Error has Occurred"), QString(), msg::Stop,
+                    true);
+        return false;
     }
+    if (chkPrint) printSlip(dateLine, date);
     return true;
+}
+
+void CommitModel::printSlip(const QString& dateLine, const QDate& date) {
+    PayList& pays = m_screen.datPays;
+    if (onHide) onHide();
+    PaySlipRequest request;
+    request.owner = m_owner;
+    request.screen = &m_screen;
+    {
+        const QVariant id = pays.value(QStringLiteral("WageID"));
+        request.WageID = IsNull(id) ? 0 : CLng(id);
+    }
+    request.Description = dateLine;
+    request.Reference = txtReference;
+    request.PaymentDate = date;
+    request.ShowMemo = chkMemo;
+    PrintPaySlip(request);
 }
 
 QString CommitModel::ReadReference() {
@@ -159,14 +195,28 @@ QString CommitModel::ReadReference() {
     return last;
 }
 
-void CommitModel::SaveReference(const QDate& date) {
-    trap(QStringLiteral("SaveReference"), [&] {
-        PayList& pays = m_screen.datPays;
+QString CommitModel::SaveReference(const QDate& date) {
+    PayList& pays = m_screen.datPays;
+    Database& wage = App().WageDatabase;
+    const qint32 wageID = CLng(pays.value(QStringLiteral("WageID")));
+    // One write transaction: the pay must still be uncommitted when its reference is stored, or a
+    // second process committing it at the same time would write its own over the first.
+    try {
+        wage.beginWriteTrans();
+        const QString stored = StoredReference(wage, wageID);
+        // Stored already with this very reference (a reprint, or a posting adopted): the same is
+        // written again. Another reference means another commit got there first.
+        if (!stored.isEmpty() && stored != txtReference) {
+            wage.rollback();
+            return TranslateText(QStringLiteral("This pay was committed meanwhile by another user or "
+                                                "program, with the reference |0|."),
+                                 QStringList{stored});
+        }
         // The date before the reference: a stop between the two leaves the pay open, not committed
         // without its date.
         pays.setValueNow(QStringLiteral("PaymentDate"), date);
         pays.setValueNow(QStringLiteral("Reference"), txtReference);
-        auto rs = App().WageDatabase.openRecordset(QStringLiteral("Reference"), RecordsetType::Dynaset);
+        auto rs = wage.openRecordset(QStringLiteral("Reference"), RecordsetType::Dynaset);
         if (rs->EOF_())
             rs->AddNew();
         else
@@ -174,7 +224,25 @@ void CommitModel::SaveReference(const QDate& date) {
         rs->setValue(QStringLiteral("LastReference"), m_proposed);
         rs->Update();
         rs->Close();
-    });
+        wage.commitTrans();
+    } catch (const std::exception& e) {
+        const VbError error = toVbError(e);
+        skipErrors([&] {
+            if (wage.inTransaction()) wage.rollback();
+        });
+        return error.description();
+    }
+    return QString();
+}
+
+QString ReferenceRefusal(const QString& reference) {
+    if (reference.size() > kReferenceLength)
+        return TranslateText(QStringLiteral("The reference can be at most |0| characters long."),
+                             QStringList{QString::number(kReferenceLength)});
+    for (const QChar c : reference)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            return QStringLiteral("The reference can't hold line breaks or other control characters.");
+    return QString();
 }
 
 } // namespace ql

@@ -58,7 +58,9 @@ public:
 
 private:
     QString ReadReference();
-    void SaveReference(const QDate& date);
+    // Stores the reference and date; the failure's description, or empty.
+    QString SaveReference(const QDate& date);
+    void printSlip(const QString& dateLine, const QDate& date);
     PayView& m_screen;
     QObject* m_owner;
     QString m_proposed;
@@ -67,5 +69,10 @@ private:
 // The reference proposed after last: a number grows by 1 (through the runtime's number-to-text
 // conversion), any other text stays as it is, and none gives "1".
 QString NextReference(const QString& last);
+
+// The length of a pay's reference, as its column holds it.
+constexpr int kReferenceLength = 50;
+// Why a reference can't be stored; empty when it can.
+QString ReferenceRefusal(const QString& reference);
 
 } // namespace ql

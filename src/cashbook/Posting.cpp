@@ -1,5 +1,6 @@
 #include "Posting.h"
 #include "CashbookLookups.h"
+#include "data/PayFreeze.h"
 #include "data/PayeInfo.h"
 #include "data/Recordset.h"
 #include "frame/SettingGetters.h"
@@ -100,7 +101,17 @@ QString PostPayToCashbook(PayList& pays, const QString& Reference, const QString
                           const QDate& Date) {
     Database farm;
     std::unique_ptr<Recordset> transactions, details;
+    Database& wage = App().WageDatabase;
+    const qint32 heldID = longOf(pays.value(QStringLiteral("WageID")));
+    bool held = false, posted = false;
     try {
+        // The pay is held before anything is posted, so that its figures can't change from here on,
+        // and they are read from the file, as another process or screen may have changed them.
+        HoldPay(wage, heldID, Reference);
+        held = true;
+        auto stored = wage.openRecordset(QStringLiteral("SELECT * FROM Wages WHERE WageID = %1").arg(heldID),
+                                         RecordsetType::Snapshot);
+        Recordset& pay = *stored;
         // 1 to 4: the accounts, the label and the pay's figures.
         farm.open(DataFileName());
         const qint32 payeAccount = CLng(LoadPayeInfo(farm, QStringLiteral("PAYEAccount"), PAYEAccount()));
@@ -108,24 +119,24 @@ QString PostPayToCashbook(PayList& pays, const QString& Reference, const QString
         const qint32 adjustAccount =
             CLng(LoadPayeInfo(farm, QStringLiteral("AdjustAccount"), AdjustAccount()));
         const qint32 wageAccount = CLng(LoadPayeInfo(farm, QStringLiteral("WageAccount"), WageAccount()));
-        const QVariant details_ = pays.value(QStringLiteral("Details"));
+        const QVariant details_ = pay.value(QStringLiteral("Details"));
         const QString memo = IsNull(details_) ? QString() : details_.toString();
-        const QVariant hours = pays.value(QStringLiteral("Hours"));
+        const QVariant hours = pay.value(QStringLiteral("Hours"));
         const float quantity = IsNull(hours) ? 0.0f : CSng(hours);
-        const Currency payAmount = -moneyOrZero(pays.value(QStringLiteral("TakeHome")));
-        const Currency wageAmount = -moneyOrZero(pays.value(QStringLiteral("TotalTaxable")));
-        const Currency allowAmount = -moneyOrZero(pays.value(QStringLiteral("NonTaxAllow")));
-        const Currency deductAmount = moneyOrZero(pays.value(QStringLiteral("Deductions")));
-        Currency taxAmount = moneyOrZero(pays.value(QStringLiteral("PAYE")));
+        const Currency payAmount = -moneyOrZero(pay.value(QStringLiteral("TakeHome")));
+        const Currency wageAmount = -moneyOrZero(pay.value(QStringLiteral("TotalTaxable")));
+        const Currency allowAmount = -moneyOrZero(pay.value(QStringLiteral("NonTaxAllow")));
+        const Currency deductAmount = moneyOrZero(pay.value(QStringLiteral("Deductions")));
+        Currency taxAmount = moneyOrZero(pay.value(QStringLiteral("PAYE")));
         const bool nonCash = CBool(LoadPayeInfo(farm, QStringLiteral("PayeNonCash"), PAYENonCash()));
         const qint32 paymentAccount =
             CLng(LoadPayeInfo(farm, QStringLiteral("PaymentAccount"), PaymentAccount()));
         taxAmount = -taxAmount;
-        const qint32 wageID = longOf(pays.value(QStringLiteral("WageID")));
+        const qint32 wageID = longOf(pay.value(QStringLiteral("WageID")));
 
         // 5 to 7: the parties, the banks and their balances, all read before anything is written.
         qint32 addressID = 0;
-        const QVariant employeeID = pays.value(QStringLiteral("EmployeeID"));
+        const QVariant employeeID = pay.value(QStringLiteral("EmployeeID"));
         if (!IsNull(employeeID)) addressID = getEmployeeAddressID(CLng(employeeID));
         qint32 banksID = 0, enterpriseID = 0;
         getcashbookIDs(App().WageDatabase, banksID, enterpriseID);
@@ -148,8 +159,10 @@ QString PostPayToCashbook(PayList& pays, const QString& Reference, const QString
         details = farm.openRecordset(QStringLiteral("SELECT * FROM TransactionDetails WHERE 1 = 0"),
                                      RecordsetType::Dynaset);
         farm.beginTrans();
-        if (const auto posted = findPostedPay(farm, wageID))
-            raiseError(err::DuplicateKey, QStringLiteral("Quillary"), alreadyPostedMessage(*posted));
+        if (const auto earlier = findPostedPay(farm, wageID)) {
+            held = false; // posted before: the hold stays
+            raiseError(err::DuplicateKey, QStringLiteral("Quillary"), alreadyPostedMessage(*earlier));
+        }
 
         // 9 to 11: the pay's withdrawal and its lines.
         const qint32 payID = addTransaction(*transactions, Date, addressID, Reference, payAmount, banksID,
@@ -182,6 +195,7 @@ QString PostPayToCashbook(PayList& pays, const QString& Reference, const QString
 
         // 13
         farm.commitTrans();
+        posted = true;
         details->Close();
         transactions->Close();
         farm.close();
@@ -198,6 +212,7 @@ QString PostPayToCashbook(PayList& pays, const QString& Reference, const QString
             if (transactions) transactions->Close();
         });
         skipErrors([&] { farm.close(); });
+        if (held && !posted) skipErrors([&] { ReleasePay(wage, heldID); });
         return error.description();
     }
 }

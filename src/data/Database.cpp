@@ -69,17 +69,20 @@ void Database::open(const QString& path) {
                        .arg(path));
     }
     sqlite3_extended_result_codes(db, 1);
+    // Before the first statement: another program's lock is waited for, not taken for damage.
+    sqlite3_busy_timeout(db, 5000);
     // Connection settings only; the journal mode belongs to the file, chosen when it is created.
     // Setting synchronous reads the schema: the first moment SQLite looks at the file's contents.
     rc = sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK) {
+        const int primary = rc & 0xff;
         sqlite3_close_v2(db);
+        if (primary != SQLITE_NOTADB && primary != SQLITE_CORRUPT) raiseOpenFailure(path, rc);
         raiseError(err::NotADatabase, kSource,
                    QStringLiteral("Cannot open database '%1'. It is not a database this program "
                                   "recognizes, or the file is corrupt.")
                        .arg(path));
     }
-    sqlite3_busy_timeout(db, 5000);
     // Foreign keys through the C interface: the same switch as the PRAGMA, without compiling one.
     sqlite3_db_config(db, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
     registerSqlFunctions(db);
@@ -221,6 +224,16 @@ void Database::beginTrans() {
     } else {
         transactionControl(handle(), QStringLiteral("SAVEPOINT ql_%1").arg(m_transDepth));
     }
+    ++m_transDepth;
+}
+
+void Database::beginWriteTrans() {
+    if (m_transDepth > 0) {
+        beginTrans();
+        return;
+    }
+    transactionControl(handle(), QStringLiteral("BEGIN IMMEDIATE"));
+    m_conn->transaction = nextTransaction();
     ++m_transDepth;
 }
 

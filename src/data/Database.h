@@ -70,6 +70,9 @@ public:
     ChangeMark changeMark() const;
 
     void beginTrans();
+    // A transaction that holds the file's write lock from its start, so that what it reads first
+    // stays as read until it commits (inside another transaction: a savepoint of that one).
+    void beginWriteTrans();
     void commitTrans();
     void rollback();
     bool inTransaction() const;

@@ -1,4 +1,6 @@
 #include "Schema.h"
+#include "PayFreeze.h"
+#include "SqlSupport.h"
 #include "runtime/VbError.h"
 #include <QDir>
 #include <QFile>
@@ -45,6 +47,8 @@ void checkExisting(DatabaseKind kind, const QString& path) {
         sqlite3_close_v2(db);
         notOurs(kind, path, QStringLiteral("it cannot be opened"));
     }
+    // Another program's lock is waited for, and named when it outlasts the wait.
+    sqlite3_busy_timeout(db, 5000);
     sqlite3_stmt* st = nullptr;
     rc = sqlite3_prepare_v2(
         db, "SELECT count(*) FROM sqlite_master WHERE type='table' AND name = ? COLLATE NOCASE", -1, &st,
@@ -58,6 +62,10 @@ void checkExisting(DatabaseKind kind, const QString& path) {
     }
     sqlite3_finalize(st);
     sqlite3_close_v2(db);
+    const int primary = rc & 0xff;
+    if (primary == SQLITE_BUSY || primary == SQLITE_LOCKED || primary == SQLITE_IOERR || primary == SQLITE_FULL ||
+        primary == SQLITE_READONLY || primary == SQLITE_PERM || primary == SQLITE_CANTOPEN || primary == SQLITE_NOMEM)
+        raiseOpenFailure(path, rc);
     if (rc != SQLITE_ROW)
         notOurs(kind, path, QStringLiteral("it is not a database file, or the file is damaged"));
     if (!found) notOurs(kind, path, QStringLiteral("it has no table '%1'").arg(markerTable(kind)));
@@ -159,17 +167,41 @@ QString databaseKindName(DatabaseKind kind) {
     return QString();
 }
 
+namespace {
+bool& createsDataFiles() {
+    static bool creates = true;
+    return creates;
+}
+} // namespace
+
+void setDataFilesCreated(bool created) {
+    createsDataFiles() = created;
+}
+
 Database openOrCreate(DatabaseKind kind, const QString& path, bool* created) {
     Database db;
     if (created) *created = false;
+    if (!QFileInfo::exists(path) && kind != DatabaseKind::Modules && !createsDataFiles())
+        raiseError(3024, kSource,
+                   QStringLiteral("The %1 file '%2' is missing. It is not made again empty here: restore it "
+                                  "from a backup, or create new files with init.")
+                       .arg(databaseKindName(kind), QDir::toNativeSeparators(path)));
     if (!QFileInfo::exists(path)) {
         createNew(kind, path, db);
+        if (kind == DatabaseKind::Wage) EnsurePayFreeze(db);
         if (created) *created = true;
         return db;
     }
     checkExisting(kind, path);
     db.open(path);
     upgrade(kind, db);
+    // A file that can't be written now needs no guard against writes; the next open adds it.
+    if (kind == DatabaseKind::Wage) {
+        try {
+            EnsurePayFreeze(db);
+        } catch (const VbError&) {
+        }
+    }
     return db;
 }
 

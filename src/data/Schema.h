@@ -21,6 +21,9 @@ QString databaseKindName(DatabaseKind kind);
 // the template rows (created is set true). A file that exists but is not a database of this kind
 // (not SQLite, or without the kind's tables) raises a VbError naming the file, which is left untouched.
 Database openOrCreate(DatabaseKind kind, const QString& path, bool* created = nullptr);
+// Whether openOrCreate makes a missing payroll or farm file (it does unless told otherwise); when
+// not, a missing file is an error that names it.
+void setDataFilesCreated(bool created);
 
 // The tables of each kind on an empty open database (no rows).
 void createWageSchema(Database& db);

@@ -176,7 +176,11 @@ void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& so
                        .arg(file));
     }
     if (primary == SQLITE_BUSY || primary == SQLITE_LOCKED)
-        raiseError(3260, source, QStringLiteral("Couldn't update; currently locked") + tail + u'.');
+        raiseError(3260, source,
+                   QStringLiteral("Couldn't update; currently locked by another program or process") +
+                       tail + u'.');
+    if (primary == SQLITE_FULL)
+        raiseError(3026, source, QStringLiteral("Not enough space on disk: the changes were not written."));
     if (primary == SQLITE_READONLY || primary == SQLITE_PERM || primary == SQLITE_CANTOPEN)
         raiseError(3051, source,
                    QStringLiteral("The database file cannot be opened or written; check its permissions") +
@@ -200,6 +204,36 @@ void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& so
                    QStringLiteral("Syntax error in query expression '%1'").arg(sql) + tail + u'.');
     }
     raiseError(3000 + primary, source, message + QStringLiteral(" in '%1'.").arg(sql));
+}
+
+void raiseOpenFailure(const QString& path, int rc) {
+    const QString source = QStringLiteral("DAO.Database");
+    switch (rc & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        raiseError(3260, source,
+                   QStringLiteral("The database file '%1' is locked by another program or process; try "
+                                  "again when it has finished.")
+                       .arg(path));
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+        raiseError(3051, source,
+                   QStringLiteral("The database file '%1' is read-only, or on a medium that can't be "
+                                  "written.")
+                       .arg(path));
+    case SQLITE_FULL:
+        raiseError(3026, source,
+                   QStringLiteral("Not enough space on disk to open the database file '%1'.").arg(path));
+    case SQLITE_CANTOPEN:
+        raiseError(3051, source,
+                   QStringLiteral("The database file '%1' cannot be opened; check that it exists and that "
+                                  "you may write to it.")
+                       .arg(path));
+    default:
+        raiseError(3000 + (rc & 0xff), source,
+                   QStringLiteral("The database file '%1' cannot be read: %2.")
+                       .arg(path, QString::fromUtf8(sqlite3_errstr(rc))));
+    }
 }
 
 namespace {

@@ -30,6 +30,8 @@ QString rewriteJetSql(const QString& sql);
 
 // Raises the run-time error for the connection's last failure (code rc), naming the SQL text.
 [[noreturn]] void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& source);
+// The failure of opening the file at path, named by its cause (locked, read-only, disk full, ...).
+[[noreturn]] void raiseOpenFailure(const QString& path, int rc);
 
 // Prepared statements are kept per open connection for reuse, keyed by their final SQL text. A
 // connection takes part from openStatementCache until closeStatementCache, which finalizes the kept

@@ -1,4 +1,5 @@
 #include "WageScreen.h"
+#include "cashbook/PayDeletion.h"
 #include "data/Recordset.h"
 #include "data/Schema.h"
 #include "frame/Messages.h"
@@ -278,8 +279,9 @@ void WageScreen::datPays_Reposition() {
 void WageScreen::cmdDelete_Click() {
     hourglass(true);
     if (datPays.RecordCount() > 0 && !datPays.EOF_()) {
-        const bool committed = datPays.value(QStringLiteral("Reference")).toString().length() > 0;
-        DeletePayment(committed, employeeName());
+        // As the file holds the pay now, not as the screen last read it.
+        const bool committed = committedNow();
+        if (datPays.RecordCount() > 0 && !datPays.EOF_()) DeletePayment(committed, employeeName());
     }
     if (datPays.RecordCount() > 0 && !datPays.EOF_())
         control(lblpayment(10)).caption = intervalCaption(datPays);
@@ -302,7 +304,16 @@ void WageScreen::DeletePayment(bool committed, const QString& name) {
         subHeading = QStringLiteral("Delete from Quillary?");
     }
     if (ShowMessage(text, 4, Firm(), QStringLiteral("Please Confirm"), subHeading, 9, true) != 6) return;
-    datPays.Delete();
+    const qint32 wageID = CLng(datPays.value(QStringLiteral("WageID")));
+    // What the labels staged for the pay goes with it.
+    datPays.discardStaged();
+    const PayDeletion deletion = DeletePay(App().WageDatabase, wageID);
+    if (!deletion.deleted) {
+        ShowMessage(deletion.failure, 0, Firm(), QStringLiteral("An Error has Occurred"), QString(), 16, true);
+    } else if (!deletion.notice().isEmpty()) {
+        ShowMessage(deletion.notice(), 0, Firm(), QStringLiteral("Pay Deleted"), QString(), 64, true);
+    }
+    datPays.Refresh();
     if (datPays.RecordCount() > 0) datPays.MoveLast();
 }
 

@@ -133,6 +133,9 @@ private:
     void hourglass(bool on);
     void notYet(const QString& what);
     void committedMessage();
+    // True when the pay shown is committed or held, as the file holds it now: another process may
+    // have committed it since it was shown, and then the list is read again to show it so.
+    bool committedNow();
     qint32 m_addressID = 0;
 };
 

@@ -1,6 +1,7 @@
 // The wage screen's events: summary labels and views, the detail grid, the PAYE box, the buttons, the
 // calendar and the tabs.
 #include "WageScreen.h"
+#include "data/PayFreeze.h"
 #include "data/RoundCurrency.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
@@ -140,8 +141,26 @@ bool WageScreen::tgrdwages_BeforeColEdit(int /*column*/) {
     return tgrdwages_BeforeRowChange();
 }
 
+bool WageScreen::committedNow() {
+    if (!IsNull(datPays.value(QStringLiteral("Reference")))) return true;
+    const QVariant id = datPays.value(QStringLiteral("WageID"));
+    if (IsNull(id)) return false;
+    bool frozen = false;
+    skipErrors([&] { frozen = PayFrozen(App().WageDatabase, CLng(id)); });
+    if (!frozen) return false;
+    // Stale: stand on the same pay again, read as it is now.
+    const qint32 wageID = CLng(id);
+    skipErrors([&] {
+        datPays.Refresh();
+        for (datPays.MoveFirst(); !datPays.EOF_(); datPays.MoveNext())
+            if (CLng(datPays.value(QStringLiteral("WageID"))) == wageID) break;
+        if (datPays.EOF_() && datPays.RecordCount() > 0) datPays.MoveLast();
+    });
+    return true;
+}
+
 bool WageScreen::tgrdwages_BeforeRowChange() {
-    if (IsNull(datPays.value(QStringLiteral("Reference")))) return false;
+    if (!committedNow()) return false;
     committedMessage();
     return true;
 }
@@ -150,7 +169,7 @@ bool WageScreen::storeCell(int row, int column, const QString& typed) {
     if (row < 0 || row >= WageGridArray.rowCount() || column < 0 || column >= WageGridArray.columnCount())
         return false;
     const QVariant old = WageGridArray.value(row, column);
-    if (!IsNull(datPays.value(QStringLiteral("Reference")))) {
+    if (committedNow()) {
         committedMessage();
         WageGridArray.setValue(row, column, old);
         refreshGrid();
@@ -211,6 +230,8 @@ void WageScreen::tgrdwages_AfterRowChange() {
 }
 
 void WageScreen::tgrdwages_LostFocus() {
+    // The grid was saved before the payroll closed; a focus lost while the window goes changes nothing.
+    if (!App().WageDatabase.isOpen()) return;
     if (onGridUpdate) onGridUpdate();
     if (GetPayEditable()) SaveWageGrid(*this);
     changed();

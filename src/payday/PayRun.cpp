@@ -173,6 +173,18 @@ bool PayRunAdder::add(const PayRunItem& item, QString& failure) {
     setDialogs(&answer);
     bool added = false;
     try {
+        // The whole add holds the payroll's write lock, and the pay is looked for again under it:
+        // another run adding the same pay at the same time waits, then finds it there.
+        wage.beginWriteTrans();
+        const QVariant there = wage.scalar(
+            QStringLiteral("SELECT min(WageID) FROM Wages WHERE EmployeeID = %1 AND OneOff = 0 AND [Date] >= '%2'")
+                .arg(item.employeeID)
+                .arg(item.payDate.toString(Qt::ISODate)));
+        if (!IsNull(there)) {
+            wage.commitTrans();
+            setDialogs(&outer);
+            return true;
+        }
         const QVariant highest = wage.scalar(QStringLiteral("SELECT max(WageID) FROM Wages"));
         const qint32 before = IsNull(highest) ? 0 : CLng(highest);
         m_screen->selectEmployeeItem(index);
@@ -202,8 +214,17 @@ bool PayRunAdder::add(const PayRunItem& item, QString& failure) {
                 added = true;
             }
         }
+        if (added)
+            wage.commitTrans();
+        else
+            wage.rollback();
     } catch (const VbError& e) {
         failure = QStringLiteral("%1: %2").arg(item.name, e.description());
+        added = false;
+        try {
+            if (wage.inTransaction()) wage.rollback();
+        } catch (const VbError&) {
+        }
     }
     setDialogs(&outer);
     return added;
@@ -275,6 +296,8 @@ PayRunCommit CommitPayRun(const QList<PayRunItem>& items, const QSet<qint32>& le
         }
         const QString reference = text(
             wage.scalar(QStringLiteral("SELECT Reference FROM Wages WHERE WageID = %1").arg(item.wageID)));
+        // Committed by another process while this one tried: it stands committed, once.
+        if (!message.isEmpty() && !reference.isEmpty()) continue;
         if (!message.isEmpty() || reference.isEmpty()) {
             result.failure = QStringLiteral("%1: %2").arg(
                 item.name,

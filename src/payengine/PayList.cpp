@@ -1,4 +1,6 @@
 #include "PayList.h"
+#include "data/PayFreeze.h"
+#include "runtime/VbError.h"
 #include "data/Recordset.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
@@ -113,6 +115,11 @@ void PayList::UpdateRecord() {
             rs->setValue(it.key(), v);
         }
         rs->Update();
+    } catch (const VbError& e) {
+        rs->CancelUpdate();
+        // What the labels show of a committed or posted pay is never written over its figures.
+        if (e.description().contains(frozenPayText())) return;
+        throw;
     } catch (...) {
         rs->CancelUpdate();
         throw;
@@ -188,6 +195,10 @@ void PayList::stage(const QString& column, const QVariant& v) {
 }
 
 bool PayList::hasStaged() const { return !d->staged.isEmpty(); }
+
+void PayList::discardStaged() {
+    d->staged.clear();
+}
 
 void PayList::setValueNow(const QString& column, const QVariant& v) {
     if (!d->onRow())

@@ -43,6 +43,8 @@ public:
     bool hasStaged() const;
     // Writes staged values into the current row now ("the list stores its current record").
     void UpdateRecord();
+    // Forgets the values staged for the current row (its row is going).
+    void discardStaged();
     // Edits one column of the current row and stores it at once (Edit, set, Update).
     void setValueNow(const QString& column, const QVariant& v);
     // Deletes the current row (the cascade removes its details); the list stands on the row that

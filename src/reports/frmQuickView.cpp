@@ -200,6 +200,10 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
 frmQuickView::~frmQuickView() {
     unregisterOpenForm(this);
     m_view.onChanged = nullptr;
+    // The header and the scroll bar go with the children, after this object's members: their signals
+    // must no longer reach the totals, which go first.
+    m_grid->horizontalHeader()->disconnect(this);
+    m_grid->horizontalScrollBar()->disconnect(this);
     // The grid's model reads the view, which goes before the child widgets do.
     m_grid->setModel(nullptr);
 }

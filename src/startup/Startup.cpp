@@ -1,6 +1,7 @@
 #include "Startup.h"
 #include "ledger/AddressBook.h"
 #include "ledger/Roster.h"
+#include "ledger/WageScreen.h"
 #include "data/Schema.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
@@ -109,6 +110,10 @@ void UnloadWageForm() {
     skipErrors([] {
         if (QCoreApplication::instance())
             QCoreApplication::processEvents();
+    });
+    // An edit still in the grid is saved, with the pay's totals, while the payroll is open.
+    skipErrors([&] {
+        if (auto* wage = form ? dynamic_cast<WageScreen*>(&form->view()) : nullptr) wage->tgrdwages_LostFocus();
     });
     // The pay list stores what its bound labels hold before the database goes, as a data source does
     // when its form unloads.

@@ -33,6 +33,7 @@ TEST_F(DocumentsTest, CheckEmployeesIsEmptyWhenTheProgramCanStart) {
 }
 
 TEST_F(DocumentsTest, CheckEmployeesOnAnEmptyPayrollSaysWhy) {
+    ASSERT_EQ(runCli({QStringLiteral("init")}, docs->path()).exitCode, 0);
     const CliResult r = runCli({QStringLiteral("check-employees")}, docs->path());
     EXPECT_EQ(r.exitCode, 0);
     EXPECT_EQ(r.out, QStringLiteral("No employees who have been hired and are still working\n"

@@ -30,6 +30,7 @@ TEST(CliPay, WrongUsage) {
 
 TEST(CliPay, UnknownPayAndEmployee) {
     qltest::TempDocuments docs;
+    ASSERT_EQ(runCli({QStringLiteral("init")}, docs.path()).exitCode, 0);
     const auto none = runCli({QStringLiteral("pay"), QStringLiteral("424242")}, docs.path());
     EXPECT_EQ(none.exitCode, 1);
     EXPECT_TRUE(none.err.contains(QStringLiteral("There is no pay 424242.")));

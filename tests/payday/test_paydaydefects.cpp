@@ -2,6 +2,7 @@
 // command line: pay cycle codes, the new employee's KiwiSaver status, the payroll contact, hours paid,
 // the banks' character sets and due dates, ANZ's two import formats, and counts in messages.
 #include "PaydayFixture.h"
+#include "PayGuard.h"
 #include "runtime/DateFns.h"
 #include <QFile>
 
@@ -56,8 +57,8 @@ TEST_F(PaydayDefectTest, PayCycleCodesOfEveryInterval) {
     const CliResult r = cli({QStringLiteral("one-off"), QStringLiteral("1"), QStringLiteral("2026-12-03"),
                              QStringLiteral("250"), QStringLiteral("1"), QStringLiteral("0")});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    wage.execute(QStringLiteral("UPDATE Wages SET Reference = 'ONE' || WageID, PaymentDate = '2026-12-04' "
-                                "WHERE WageID = (SELECT max(WageID) FROM Wages)"));
+    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET Reference = 'ONE' || WageID, PaymentDate = '2026-12-04' "
+                                "WHERE WageID = (SELECT max(WageID) FROM Wages)")); });
     const QHash<QString, QStringList> oneOff = deiLines(QDate(2026, 12, 4));
     ASSERT_EQ(oneOff.size(), 1);
     EXPECT_EQ(oneOff.value(QStringLiteral("Aroha Testington")).value(8), QStringLiteral("AH"));
@@ -145,7 +146,7 @@ TEST_F(PaydayDefectTest, BankFilesCarryPlainLetters) {
 
 // 5: a pay date already past is said, and today offered; the bank file is not written until chosen.
 TEST_F(PaydayDefectTest, PastPayDateSaidAndTodayOffered) {
-    wage.execute(QStringLiteral("UPDATE Wages SET PaymentDate = '2026-11-06' WHERE Reference IS NOT NULL"));
+    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET PaymentDate = '2026-11-06' WHERE Reference IS NOT NULL")); });
     const QDate today = QDate::currentDate();
     ASSERT_LT(QDate(2026, 11, 6), today);
     const QString bank = path(QStringLiteral("bank.txt"));
@@ -195,8 +196,8 @@ TEST_F(PaydayDefectTest, AnzBothImportsAndBankElevenIsAnz) {
 
 // 7: one of a thing is said in the singular.
 TEST_F(PaydayDefectTest, OneIsSingular) {
-    wage.execute(QStringLiteral("UPDATE Wages SET PaymentDate = '2026-12-02' WHERE Reference IS NOT NULL AND "
-                                "EmployeeID = 1"));
+    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET PaymentDate = '2026-12-02' WHERE Reference IS NOT NULL AND "
+                                "EmployeeID = 1")); });
     const QString date = QStringLiteral("2026-12-02");
     CliResult r = cli({QStringLiteral("payday-file"), date, QStringLiteral("--out"), path(QStringLiteral("ei.csv"))});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();

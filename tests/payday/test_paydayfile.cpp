@@ -1,6 +1,7 @@
 // The Employment Information and Employee Details files against their layouts, field by field, from
 // the demo farm's committed pays.
 #include "PaydayFixture.h"
+#include "PayGuard.h"
 #include "data/Recordset.h"
 #include "payday/PaydayFiles.h"
 #include "payday/PaydayPays.h"
@@ -71,7 +72,7 @@ TEST_F(PaydayTest, NoCommittedPayOnTheDay) {
     const ql::PaydayFile file = ql::EmploymentInformationFile(wage, kPaymentDate.addDays(1));
     EXPECT_EQ(file.refusal, QStringLiteral("No committed pay was paid on 2/12/2026."));
     // A pay with an empty reference is not committed, whatever its payment date.
-    wage.execute(QStringLiteral("UPDATE Wages SET Reference = '' WHERE EmployeeID = 1"));
+    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET Reference = '' WHERE EmployeeID = 1")); });
     EXPECT_EQ(ql::EmploymentInformationFile(wage, kPaymentDate).lines, 4);
 }
 
@@ -80,10 +81,12 @@ TEST_F(PaydayTest, EmploymentInformationFieldByField) {
     // A child support line on the tractor driver's pay.
     const qint32 driverPay =
         scalar(QStringLiteral("SELECT max(WageID) FROM Wages WHERE EmployeeID = 4")).toInt();
-    wage.execute(
-        QStringLiteral("INSERT INTO DeductionDetails (WageID, DeductNameID, AmountCalcon, Percentage, "
-                       "Deductions) VALUES (%1, 5, 25, 100, 25)")
-            .arg(driverPay));
+    qltest::withoutPayGuard(wage, [&] {
+        wage.execute(
+            QStringLiteral("INSERT INTO DeductionDetails (WageID, DeductNameID, AmountCalcon, Percentage, "
+                           "Deductions) VALUES (%1, 5, 25, 100, 25)")
+                .arg(driverPay));
+    });
     const ql::PaydayFile file = ql::EmploymentInformationFile(wage, kPaymentDate);
     ASSERT_TRUE(file.ok()) << file.refusal.toStdString();
     const QList<QStringList> lines = csvLines(file.text);

@@ -2,6 +2,7 @@
 // macrons and forty characters; a zero take-home; a nine-digit IRD number; every pay interval and a
 // one-off pay. Each file is written through its check, and what it says of each employee is read back.
 #include "PaydayFixture.h"
+#include "PayGuard.h"
 #include "payday/BankFile.h"
 #include "payday/BankFileCheck.h"
 #include "payday/PaydayFileCheck.h"
@@ -83,9 +84,9 @@ TEST_F(HostileTest, HostileNamesEveryIntervalZeroTakeHomeNineDigitIrd) {
     // Every interval: the four of the template, a daily and a half-monthly one added by the user.
     wage.execute(QStringLiteral("INSERT INTO PayInterval (PayIntervalID, IntervalName, PaysPerYear, NumberOfDays) "
                                 "VALUES (6, 'Daily', 260, 1), (7, 'Half-monthly', 24, 0)"));
-    wage.execute(QStringLiteral("UPDATE Wages SET PayInterval = 'Daily' WHERE WageID = ") + wageOf(4));
-    wage.execute(QStringLiteral("UPDATE Wages SET PayInterval = 'Half-monthly', TakeHome = 0 WHERE WageID = ") +
-                 wageOf(3));
+    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET PayInterval = 'Daily' WHERE WageID = ") + wageOf(4)); });
+    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET PayInterval = 'Half-monthly', TakeHome = 0 WHERE WageID = ") +
+                 wageOf(3)); });
     // A nine-digit IRD number from the extended range.
     QString nine;
     for (qint64 n = 100000000; nine.isEmpty(); ++n)
@@ -97,8 +98,8 @@ TEST_F(HostileTest, HostileNamesEveryIntervalZeroTakeHomeNineDigitIrd) {
                      docs->path())
                   .exitCode,
               0);
-    wage.execute(QStringLiteral("UPDATE Wages SET Reference = 'ONE', PaymentDate = '%1' WHERE WageID = %2")
-                     .arg(kPaymentDate.toString(Qt::ISODate), wageOf(5)));
+    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET Reference = 'ONE', PaymentDate = '%1' WHERE WageID = %2")
+                     .arg(kPaymentDate.toString(Qt::ISODate), wageOf(5))); });
 
     const ql::PaydayFile ei = ql::EmploymentInformationFile(wage, kPaymentDate);
     ASSERT_TRUE(ei.ok()) << ei.refusal.toStdString();

@@ -1,6 +1,7 @@
 // The payday screens offscreen: numbers checked where they are typed, files refused with the
 // employees to fix, then written.
 #include "../PaydayFixture.h"
+#include "PayGuard.h"
 #include "cashbook/PaySlipPrinter.h"
 #include "payday/frmBankAccounts.h"
 #include "payday/frmPayRun.h"
@@ -120,7 +121,7 @@ TEST_F(PaydayTest, FilesDialogOffersTodayForAPastPayDate) {
     ql::SavePaydaySettings(wage, s);
     for (int id = 1; id <= 5; ++id)
         ql::SetEmployeeBankAccount(wage, id, validAccount(id));
-    wage.execute(QStringLiteral("UPDATE Wages SET PaymentDate = '2026-11-06' WHERE Reference IS NOT NULL"));
+    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET PaymentDate = '2026-11-06' WHERE Reference IS NOT NULL")); });
     ql::frmPaydayFiles d(wage);
     d.dtpPaymentDate->setDate(QDate(2026, 11, 6));
     QString written;
