@@ -1,4 +1,5 @@
 #include "Contributions.h"
+#include "IrdPay.h"
 #include "AddPay.h"
 #include "AppContext.h"
 #include "PayTotals.h"
@@ -40,6 +41,15 @@ Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency bas
     const bool bearsESCT = !name->EOF_() && !IsNull(name->value(QStringLiteral("TaxName"))) &&
                            CStr(name->value(QStringLiteral("TaxName"))).toLower() == QLatin1String("kiwisaver");
     name->Close();
+    if (bearsESCT) {
+        AppContext& app = App();
+        if (const auto c = IrdContextForPay(app.CurrentEmployeeID, app.CurrentWageID, paysPerYear)) {
+            // Inland Revenue: the employee's ESCT rate on the contribution's whole dollars, cut to cents.
+            const qint32 esctRate =
+                EsctRateForPay(db, app.CurrentEmployeeID, c->figures, base, paysPerYear);
+            return CentsToCurrency(ird::EsctCents(CurrencyToCents(contribution), esctRate));
+        }
+    }
     if (bearsESCT) {
         // Strictly below; the number goes into the text as the runtime prints it.
         auto rs = db.openRecordset(QStringLiteral("SELECT Max(Rate) AS RatePercent  FROM ESCT WHERE Salary < ") +
