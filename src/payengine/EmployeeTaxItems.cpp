@@ -1,7 +1,9 @@
 #include "EmployeeTaxItems.h"
 #include "IrdMethod.h"
+#include "TaxYearStore.h"
 #include "data/Database.h"
 #include "runtime/Convert.h"
+#include "runtime/DateFns.h"
 #include "runtime/VbError.h"
 #include <cmath>
 
@@ -97,6 +99,12 @@ bool ParseRatePercent(const QString& text, qint32& thousandths) {
     return true;
 }
 
+void SetEsctRate(Database& wage, EmployeeTaxItems& items, qint32 rate, const QDate& on) {
+    items.esctRate = rate;
+    const auto year = rate > 0 ? TaxYearInForce(wage, on) : std::nullopt;
+    items.esctRateYear = year ? year->taxYear : QString();
+}
+
 qint32 EsctRateForPay(Database& wage, qint32 employeeID, const TaxYearFigures& f, Currency taxable,
                       float paysPerYear) {
     EmployeeTaxItems items = LoadEmployeeTaxItems(wage, employeeID);
@@ -110,7 +118,7 @@ qint32 EsctRateForPay(Database& wage, qint32 employeeID, const TaxYearFigures& f
                        "(SELECT Count(*) FROM Wages WHERE EmployeeID = %1 AND date([Date]) BETWEEN '%2' AND '%3')")
             .arg(employeeID)
             .arg(ps, pe));
-    const QDate hired = held.isEmpty() || IsNull(held.at(0)) ? QDate() : CDate(held.at(0)).date();
+    const QDate hired = held.isEmpty() || IsNull(held.at(0)) ? QDate() : CDate(held.at(0));
     qint64 dollars = 0;
     bool settled = true;
     if (hired.isValid() && hired <= previousStart && held.value(1).toInt() > 0) {

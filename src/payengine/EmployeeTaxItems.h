@@ -43,6 +43,11 @@ void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& items);
 // three decimals.
 bool ParseRatePercent(const QString& text, qint32& thousandths);
 
+// Sets an ESCT rate chosen by the employer for the tax year in force on a date (today, when it is
+// entered): rate in thousandths of a per cent, 0 to go back to the rule. No tax year in force on the
+// date leaves the rate without a year, and the rule works it out again at the next pay.
+void SetEsctRate(Database& wage, EmployeeTaxItems& items, qint32 rate, const QDate& on);
+
 // The ESCT rate of an employee's pay dated in the period f: the rate stored for f's tax year; else, when
 // the payroll holds the employee's whole previous tax year, by its salary and wages plus employer
 // contributions; else by the estimate; else by this pay's taxable amount times the pays in a year. A

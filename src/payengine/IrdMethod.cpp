@@ -157,7 +157,7 @@ qint64 PayrollGivingCreditCents(qint64 donationCents, qint64 taxElementCents) {
     return qMin(floorDiv(donationCents * 333333, 1000000), qMax<qint64>(taxElementCents, 0));
 }
 
-qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 fourWeeksCents,
+qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents,
                          qint64 extraCents, qint64 liableCents, qint32 tailoredRate) {
     if (extraCents <= 0) return 0;
     if (code.kind == CodeKind::Flat || code.kind == CodeKind::Tailored) {
@@ -166,8 +166,8 @@ qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 fo
         return floorDiv(extraCents * rate + liableCents * f.accLevyRate, UnitsPerDollar);
     }
     if (code.kind == CodeKind::Unknown) return 0;
-    const qint64 annualised = floorDiv(fourWeeksCents * 13, 100);
-    const qint64 grossedUp = floorDiv(fourWeeksCents * 13 + extraCents, 100);
+    const qint64 annualised = floorDiv(annualisedCents, 100);
+    const qint64 grossedUp = floorDiv(annualisedCents + extraCents, 100);
     qint32 rate = 0;
     for (const TaxBand& b : f.extraPayBands.isEmpty() ? f.bands : f.extraPayBands) {
         rate = b.rate;

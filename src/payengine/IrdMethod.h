@@ -49,11 +49,11 @@ qint64 ChildSupportCents(qint64 earningsCents, qint64 taxElementCents, qint64 as
 // The payroll giving credit: a third of the donations (0.333333, cut), at most the tax element.
 qint64 PayrollGivingCreditCents(qint64 donationCents, qint64 taxElementCents);
 
-// The extra-pay method: the yearly figure is the last four weeks' earnings times 13 plus the extra
-// pay; the tax on it less the tax on the four weeks' figure alone is the extra pay's tax. liableCents:
-// the part of the extra pay liable for the levy. Main codes only (the flat codes tax an extra pay at
-// their own rate).
-qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 fourWeeksCents,
+// The extra-pay method: the grossed-up figure is the yearly figure of the last four weeks' earnings
+// (annualisedCents: their total times 13, or one monthly pay times 12) plus the extra pay, cents
+// dropped; the extra pay takes the one rate of the band it falls in, plus the levy on the part
+// liableCents up to the levy's maximum. Flat and tailored codes take their own rate and the levy.
+qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents,
                          qint64 extraCents, qint64 liableCents, qint32 tailoredRate = 0);
 
 } // namespace ql::ird

@@ -2,28 +2,33 @@
 #include "AppContext.h"
 #include "TaxYearStore.h"
 #include "data/Database.h"
-#include "frame/SettingGetters.h"
+#include "frame/Settings.h"
 #include "runtime/Convert.h"
+#include "runtime/DateFns.h"
 #include <cmath>
 
 namespace ql {
 
-std::optional<IrdPayContext> IrdContextForPay(qint32 employeeID, qint32 wageID, float paysPerYear) {
-    if (CountryPhone() != 64 || paysPerYear <= 0.0f || paysPerYear != std::floor(paysPerYear)) return std::nullopt;
+std::optional<IrdPayContext> IrdContextOn(qint32 employeeID, const QDate& date, int pays) {
+    if (CountryPhone() != 64 || !date.isValid()) return std::nullopt;
     Database& db = App().WageDatabase;
-    const QVariantList row = db.firstRow(
-        QStringLiteral("SELECT w.[Date], e.TaxCode FROM Wages w JOIN Employees e ON e.EmployeeID = w.EmployeeID "
-                       "WHERE w.WageID = %1 AND w.EmployeeID = %2")
-            .arg(wageID)
-            .arg(employeeID));
-    if (row.size() < 2 || IsNull(row.at(0)) || !IsDate(row.at(0))) return std::nullopt;
-    const ird::TaxCode code = ird::ParseTaxCode(IsNull(row.at(1)) ? QString() : CStr(row.at(1)));
+    const QVariant taxCode =
+        db.scalar(QStringLiteral("SELECT TaxCode FROM Employees WHERE EmployeeID = %1").arg(employeeID));
+    const ird::TaxCode code = ird::ParseTaxCode(IsNull(taxCode) || !taxCode.isValid() ? QString() : CStr(taxCode));
     if (code.kind == ird::CodeKind::Unknown) return std::nullopt;
-    std::optional<TaxYearFigures> figures = TaxYearInForce(db, CDate(row.at(0)).date());
+    std::optional<TaxYearFigures> figures = TaxYearInForce(db, date);
     if (!figures) return std::nullopt;
-    IrdPayContext c{*figures, code, int(paysPerYear), LoadEmployeeTaxItems(db, employeeID)};
+    IrdPayContext c{*figures, code, pays, LoadEmployeeTaxItems(db, employeeID)};
     if (code.kind == ird::CodeKind::Tailored && c.items.tailoredRate <= 0) return std::nullopt;
     return c;
+}
+
+std::optional<IrdPayContext> IrdContextForPay(qint32 employeeID, qint32 wageID, float paysPerYear) {
+    if (CountryPhone() != 64 || paysPerYear <= 0.0f || paysPerYear != std::floor(paysPerYear)) return std::nullopt;
+    const QVariant date = App().WageDatabase.scalar(
+        QStringLiteral("SELECT [Date] FROM Wages WHERE WageID = %1 AND EmployeeID = %2").arg(wageID).arg(employeeID));
+    if (!date.isValid() || IsNull(date) || !IsDate(date)) return std::nullopt;
+    return IrdContextOn(employeeID, CDate(date), int(paysPerYear));
 }
 
 Currency CentsToCurrency(qint64 cents) {

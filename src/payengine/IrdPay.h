@@ -18,6 +18,8 @@ struct IrdPayContext {
 };
 
 std::optional<IrdPayContext> IrdContextForPay(qint32 employeeID, qint32 wageID, float paysPerYear);
+// The same for a pay not yet made, by the employee and the date (pays 0: no interval asked for).
+std::optional<IrdPayContext> IrdContextOn(qint32 employeeID, const QDate& date, int pays);
 
 // Cents to Currency and back (amounts of Inland Revenue's method are whole cents).
 Currency CentsToCurrency(qint64 cents);
