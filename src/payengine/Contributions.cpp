@@ -30,6 +30,10 @@ void CalcContribution(float specialRate, Currency fixedAmount, Currency base, qi
 }
 
 Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency base) {
+    return CalcESCT(contributionNameID, contribution, base, App().CurrentWageID);
+}
+
+Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency base, qint32 wageID) {
     const float paysPerYear = GetPaysPerYear();
     // The rate goes by this pay's earnings over a year, not by what was earned so far.
     const Currency yearlySalary = Currency::fromDouble(base.toDouble() * static_cast<double>(paysPerYear));
@@ -43,7 +47,7 @@ Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency bas
     name->Close();
     if (bearsESCT) {
         AppContext& app = App();
-        if (const auto c = IrdContextForPay(app.CurrentEmployeeID, app.CurrentWageID, paysPerYear)) {
+        if (const auto c = IrdContextForPay(app.CurrentEmployeeID, wageID, paysPerYear)) {
             // Inland Revenue: the employee's ESCT rate on the contribution's whole dollars, cut to cents.
             const qint32 esctRate =
                 EsctRateForPay(db, app.CurrentEmployeeID, c->figures, base, paysPerYear);
@@ -97,7 +101,7 @@ void AddDefaultContribution(qint32 wageID, Currency taxable, bool /*firstPay*/, 
                 details->setValue(QStringLiteral("Contributions"), QVariant::fromValue(contribution));
                 details->setValue(QStringLiteral("WageID"), QVariant(wageID));
                 details->setValue(QStringLiteral("ESCT"),
-                                  QVariant::fromValue(CalcESCT(CLng(id), contribution, taxable)));
+                                  QVariant::fromValue(CalcESCT(CLng(id), contribution, taxable, wageID)));
                 details->Update();
             }
             rows->MoveNext();

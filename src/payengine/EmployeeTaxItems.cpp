@@ -112,16 +112,19 @@ qint32 EsctRateForPay(Database& wage, qint32 employeeID, const TaxYearFigures& f
 
     const QDate previousStart = f.starts.addYears(-1), previousEnd = f.starts.addDays(-1);
     const QString ps = previousStart.toString(Qt::ISODate), pe = previousEnd.toString(Qt::ISODate);
-    // A whole previous year: hired by its start and paid in it.
+    // A whole previous year: hired by its start, and paid by this payroll from its first month on.
     const QVariantList held = wage.firstRow(
         QStringLiteral("SELECT (SELECT DateHired FROM Employees WHERE EmployeeID = %1), "
-                       "(SELECT Count(*) FROM Wages WHERE EmployeeID = %1 AND date([Date]) BETWEEN '%2' AND '%3')")
+                       "(SELECT Min(date([Date])) FROM Wages WHERE EmployeeID = %1 AND date([Date]) <= '%2')")
             .arg(employeeID)
-            .arg(ps, pe));
+            .arg(pe));
     const QDate hired = held.isEmpty() || IsNull(held.at(0)) ? QDate() : CDate(held.at(0));
+    const QDate firstPay = held.size() < 2 || IsNull(held.at(1)) ? QDate() : QDate::fromString(CStr(held.at(1)), Qt::ISODate);
+    const bool wholeYear = hired.isValid() && hired <= previousStart && firstPay.isValid() &&
+                           firstPay <= previousStart.addDays(31);
     qint64 dollars = 0;
     bool settled = true;
-    if (hired.isValid() && hired <= previousStart && held.value(1).toInt() > 0) {
+    if (wholeYear) {
         const QVariantList sums = wage.firstRow(
             QStringLiteral("SELECT (SELECT Total(TotalTaxable) FROM Wages WHERE EmployeeID = %1 AND date([Date]) "
                            "BETWEEN '%2' AND '%3'), (SELECT Total(c.Contributions) FROM ContributionDetails c "

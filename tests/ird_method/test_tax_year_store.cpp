@@ -34,6 +34,12 @@ const QByteArray kOtherYear = R"({
 
 class TaxYearStoreTest : public PayeTest {
 protected:
+    void SetUp() override {
+        PayeTest::SetUp();
+        // The shipped years, as a payroll has them (the base fixture works without).
+        db().execute(QStringLiteral("DROP TABLE TaxYearFigures"));
+        EnsureTaxYearTables(db());
+    }
     qint32 wageOn(qint32 employeeID, const char* date) {
         db().execute(QStringLiteral("INSERT INTO Wages (EmployeeID, [Date]) VALUES (?, ?)"),
                      {employeeID, QString::fromLatin1(date)});
