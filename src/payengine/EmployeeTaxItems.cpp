@@ -76,9 +76,9 @@ QString EmployeeTaxItemsProblem(const EmployeeTaxItems& i) {
     return QString();
 }
 
-void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& i) {
-    const QString problem = EmployeeTaxItemsProblem(i);
-    if (!problem.isEmpty()) throw VbError(5, QStringLiteral("EmployeeTaxItems"), problem);
+namespace {
+
+void storeItems(Database& wage, const EmployeeTaxItems& i) {
     EnsureEmployeeTaxItemsTable(wage);
     wage.execute(QStringLiteral("INSERT OR REPLACE INTO %1 (EmployeeID, EsctRate, EsctRateYear, EsctEstimate, "
                                 "ChildSupport, PayrollGiving, SlSpecialRate, SlExtra, TailoredRate) "
@@ -87,6 +87,34 @@ void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& i) {
                  {i.employeeID, i.esctRate, i.esctRateYear.isEmpty() ? QVariant() : QVariant(i.esctRateYear),
                   qint64(i.esctEstimate.raw()), qint64(i.childSupport.raw()), qint64(i.payrollGiving.raw()),
                   i.slSpecialRate, qint64(i.slExtra.raw()), i.tailoredRate});
+}
+
+} // namespace
+
+void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& i) {
+    const QString problem = EmployeeTaxItemsProblem(i);
+    if (!problem.isEmpty()) throw VbError(5, QStringLiteral("EmployeeTaxItems"), problem);
+    storeItems(wage, i);
+    // A child support amount puts the child support deduction among the employee's standing lines, so
+    // every new pay has it; taking the amount away removes a line the amount had put there.
+    const QVariant childSupport = wage.scalar(
+        QStringLiteral("SELECT DeductNameID FROM DeductNames WHERE lower(TaxName) = 'childsupport' "
+                       "OR lower(DeductionName) = 'child support' ORDER BY DeductNameID LIMIT 1"));
+    if (!childSupport.isValid() || IsNull(childSupport)) return;
+    const qint32 id = CLng(childSupport);
+    const bool has = wage.scalar(QStringLiteral("SELECT count(*) FROM EmployeeDeductions WHERE EmployeeID = %1 AND "
+                                                "DeductID = %2")
+                                     .arg(i.employeeID)
+                                     .arg(id))
+                         .toInt() > 0;
+    if (i.childSupport > Currency() && !has)
+        wage.execute(QStringLiteral("INSERT INTO EmployeeDeductions (EmployeeID, DeductID, FixedAmount, SpecialRate) "
+                                    "VALUES (?, ?, 0, 0)"),
+                     {i.employeeID, id});
+    else if (i.childSupport <= Currency() && has)
+        wage.execute(QStringLiteral("DELETE FROM EmployeeDeductions WHERE EmployeeID = ? AND DeductID = ? AND "
+                                    "Coalesce(FixedAmount, 0) = 0 AND Coalesce(SpecialRate, 0) = 0"),
+                     {i.employeeID, id});
 }
 
 bool ParseRatePercent(const QString& text, qint32& thousandths) {
@@ -144,7 +172,7 @@ qint32 EsctRateForPay(Database& wage, qint32 employeeID, const TaxYearFigures& f
     if (settled) {
         items.esctRate = rate;
         items.esctRateYear = f.taxYear;
-        SaveEmployeeTaxItems(wage, items);
+        storeItems(wage, items);
     }
     return rate;
 }

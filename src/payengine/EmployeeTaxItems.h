@@ -36,7 +36,9 @@ EmployeeTaxItems LoadEmployeeTaxItems(Database& wage, qint32 employeeID);
 // 100 per cent or with more than three decimals, a negative or too large amount.
 QString EmployeeTaxItemsProblem(const EmployeeTaxItems& items);
 
-// Validates (VbError 5 with the problem's text, nothing written) and stores the items.
+// Validates (VbError 5 with the problem's text, nothing written) and stores the items. A child support
+// amount above 0 also puts the child support deduction among the employee's standing lines (so each new
+// pay has it); an amount of 0 takes away such a line that has no fixed amount or rate of its own.
 void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& items);
 
 // A per cent as typed ("17.5") to thousandths; false when it is not a number from 0 to 100 with at most

@@ -46,22 +46,35 @@ qint32 RateThousandths(float percent) {
 bool IrdPercentLine(const QString& nameTable, qint32 nameID, Currency base, float paysPerYear, float& percentage,
                     Currency& amountCalcOn, Currency& amount) {
     AppContext& app = App();
-    const QString keyColumn = nameTable == QLatin1String("DeductNames") ? QStringLiteral("DeductNameID")
-                                                                          : QStringLiteral("ContributionNameID");
-    const QString taxName =
-        CStr(app.WageDatabase.scalar(
-                 QStringLiteral("SELECT TaxName FROM %1 WHERE %2 = %3").arg(nameTable, keyColumn).arg(nameID)))
-            .toLower();
+    const bool deduction = nameTable == QLatin1String("DeductNames");
+    const QVariantList names = app.WageDatabase.firstRow(
+        deduction ? QStringLiteral("SELECT TaxName, DeductionName FROM DeductNames WHERE DeductNameID = %1").arg(nameID)
+                  : QStringLiteral("SELECT TaxName, ContributionName FROM ContributionNames WHERE ContributionNameID = %1")
+                        .arg(nameID));
+    const QString taxName = names.isEmpty() || IsNull(names.at(0)) ? QString() : CStr(names.at(0)).toLower();
+    const QString lineName = names.size() < 2 || IsNull(names.at(1)) ? QString() : CStr(names.at(1)).toLower();
     const bool kiwiSaver = taxName == QLatin1String("kiwisaver");
-    const bool studentLoan = taxName == QLatin1String("studentloan") && nameTable == QLatin1String("DeductNames");
-    if (!kiwiSaver && !studentLoan) return false;
-    const std::optional<IrdPayContext> c =
-        IrdContextForPay(app.CurrentEmployeeID, app.CurrentWageID, paysPerYear);
+    const bool studentLoan = deduction && taxName == QLatin1String("studentloan");
+    const bool childSupport =
+        deduction && (taxName == QLatin1String("childsupport") || lineName == QLatin1String("child support"));
+    if (!kiwiSaver && !studentLoan && !childSupport) return false;
+    const std::optional<IrdPayContext> c = IrdContextForPay(app.CurrentEmployeeID, app.CurrentWageID, paysPerYear);
     if (!c) return false;
     const qint64 cents = CurrencyToCents(base);
     if (kiwiSaver) {
         amountCalcOn = base;
         amount = CentsToCurrency(ird::PercentCutCents(cents, RateThousandths(percentage)));
+        return true;
+    }
+    if (childSupport) {
+        // The amount asked, at most 40% of the net pay (the taxable pay less the tax without the levy), so
+        // that 60% stays protected. Shown as calculated on the net pay, at the share taken.
+        if (c->items.childSupport <= Currency()) return false;
+        const qint64 net = cents - ird::TaxElementCents(c->figures, c->code, cents, c->pays, c->items.tailoredRate);
+        const qint64 taken = ird::ChildSupportCents(cents, cents - net, CurrencyToCents(c->items.childSupport));
+        amountCalcOn = CentsToCurrency(qMax<qint64>(net, 0));
+        percentage = net > 0 ? float(double(taken) * 100.0 / double(net)) : 0.0f;
+        amount = CentsToCurrency(taken);
         return true;
     }
     // Student loan: the whole dollars of the pay less the per-pay threshold (none on secondary codes).

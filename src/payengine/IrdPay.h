@@ -28,9 +28,10 @@ qint64 CurrencyToCents(Currency c); // cut toward zero
 // A Single per cent to thousandths (3.5 stored as a Single is 3500).
 qint32 RateThousandths(float percent);
 
-// The exact line of a percentage deduction or contribution named kiwisaver or studentloan (TaxName, in
-// any case) of the current pay: sets the base, the percentage and the amount and returns true; false
-// when the line is not one of these or the pay has no context.
+// The exact line of a percentage deduction or contribution of the current pay whose TaxName is
+// kiwisaver or studentloan, or a child support deduction (TaxName childsupport or the name "Child
+// Support") of an employee with a child support amount: sets the base, the percentage and the amount
+// and returns true; false when the line is none of these or the pay has no context.
 bool IrdPercentLine(const QString& nameTable, qint32 nameID, Currency base, float paysPerYear, float& percentage,
                     Currency& amountCalcOn, Currency& amount);
 
