@@ -33,6 +33,9 @@ QString rateProblem(qint32 rate, const QString& what) {
 } // namespace
 
 void EnsureEmployeeTaxItemsTable(Database& wage) {
+    const QVariant found = wage.scalar(
+        QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = '%1' COLLATE NOCASE").arg(kTable));
+    if (found.isValid() && !IsNull(found)) return;
     // Amounts are stored in ten-thousandths, rates in thousandths of a per cent: exact, as entered.
     wage.executeScript(QStringLiteral("CREATE TABLE IF NOT EXISTS %1 ("
                                       " EmployeeID LONG PRIMARY KEY REFERENCES Employees(EmployeeID) ON DELETE CASCADE,"

@@ -9,13 +9,13 @@
 
 namespace ql {
 
-std::optional<IrdPayContext> IrdContextOn(qint32 employeeID, const QDate& date, int pays) {
-    if (CountryPhone() != 64 || !date.isValid()) return std::nullopt;
-    Database& db = App().WageDatabase;
-    const QVariant taxCode =
-        db.scalar(QStringLiteral("SELECT TaxCode FROM Employees WHERE EmployeeID = %1").arg(employeeID));
+namespace {
+
+std::optional<IrdPayContext> contextFor(qint32 employeeID, const QDate& date, int pays, const QVariant& taxCode) {
+    if (!date.isValid()) return std::nullopt;
     const ird::TaxCode code = ird::ParseTaxCode(IsNull(taxCode) || !taxCode.isValid() ? QString() : CStr(taxCode));
     if (code.kind == ird::CodeKind::Unknown) return std::nullopt;
+    Database& db = App().WageDatabase;
     std::optional<TaxYearFigures> figures = TaxYearInForce(db, date);
     if (!figures) return std::nullopt;
     IrdPayContext c{*figures, code, pays, LoadEmployeeTaxItems(db, employeeID)};
@@ -23,12 +23,25 @@ std::optional<IrdPayContext> IrdContextOn(qint32 employeeID, const QDate& date, 
     return c;
 }
 
+} // namespace
+
+std::optional<IrdPayContext> IrdContextOn(qint32 employeeID, const QDate& date, int pays) {
+    if (CountryPhone() != 64) return std::nullopt;
+    return contextFor(employeeID, date, pays,
+                      App().WageDatabase.scalar(
+                          QStringLiteral("SELECT TaxCode FROM Employees WHERE EmployeeID = %1").arg(employeeID)));
+}
+
 std::optional<IrdPayContext> IrdContextForPay(qint32 employeeID, qint32 wageID, float paysPerYear) {
     if (CountryPhone() != 64 || paysPerYear <= 0.0f || paysPerYear != std::floor(paysPerYear)) return std::nullopt;
-    const QVariant date = App().WageDatabase.scalar(
-        QStringLiteral("SELECT [Date] FROM Wages WHERE WageID = %1 AND EmployeeID = %2").arg(wageID).arg(employeeID));
-    if (!date.isValid() || IsNull(date) || !IsDate(date)) return std::nullopt;
-    return IrdContextOn(employeeID, CDate(date), int(paysPerYear));
+    // The pay's date and the employee's code in one reading.
+    const QVariantList row = App().WageDatabase.firstRow(
+        QStringLiteral("SELECT w.[Date], e.TaxCode FROM Wages w JOIN Employees e ON e.EmployeeID = w.EmployeeID "
+                       "WHERE w.WageID = %1 AND w.EmployeeID = %2")
+            .arg(wageID)
+            .arg(employeeID));
+    if (row.size() < 2 || IsNull(row.at(0)) || !IsDate(row.at(0))) return std::nullopt;
+    return contextFor(employeeID, CDate(row.at(0)), int(paysPerYear), row.at(1));
 }
 
 Currency CentsToCurrency(qint64 cents) {

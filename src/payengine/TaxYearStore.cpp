@@ -6,6 +6,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QHash>
+#include <QMutex>
 
 namespace ql {
 
@@ -18,7 +20,7 @@ const QString kTable = QStringLiteral("TaxYearFigures");
 }
 
 // A stored period back to its figures: the row's JSON is one full period of its year.
-TaxYearFigures fromRow(const QString& taxYear, const QString& starts, const QString& ends, const QString& figures) {
+TaxYearFigures parseRow(const QString& taxYear, const QString& starts, const QString& ends, const QString& figures) {
     QJsonObject root;
     root.insert(QStringLiteral("taxYear"), taxYear);
     root.insert(QStringLiteral("starts"), starts);
@@ -29,6 +31,22 @@ TaxYearFigures fromRow(const QString& taxYear, const QString& starts, const QStr
     root.insert(QStringLiteral("periods"), QJsonArray{period});
     TaxYearFigures f = ParseTaxYear(QJsonDocument(root).toJson(QJsonDocument::Compact)).first();
     f.starts = QDate::fromString(starts, Qt::ISODate);
+    return f;
+}
+
+// Every pay asks for its period several times; a row's text parsed once is kept, keyed by the text.
+TaxYearFigures fromRow(const QString& taxYear, const QString& starts, const QString& ends, const QString& figures) {
+    static QMutex lock;
+    static QHash<QString, TaxYearFigures> parsed;
+    const QString key = taxYear + QLatin1Char('\n') + starts + QLatin1Char('\n') + ends + QLatin1Char('\n') + figures;
+    {
+        QMutexLocker hold(&lock);
+        if (auto it = parsed.constFind(key); it != parsed.constEnd()) return *it;
+    }
+    TaxYearFigures f = parseRow(taxYear, starts, ends, figures);
+    QMutexLocker hold(&lock);
+    if (parsed.size() >= 256) parsed.clear();
+    parsed.insert(key, f);
     return f;
 }
 
@@ -66,7 +84,10 @@ QList<TaxYearFigures> readRows(Database& wage, const QString& where) {
 } // namespace
 
 void EnsureTaxYearTables(Database& wage) {
-    if (wage.hasTable(kTable)) return;
+    // Asked at every pay's calculation: one look at the schema, not a list of every table.
+    const QVariant found = wage.scalar(
+        QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = '%1' COLLATE NOCASE").arg(kTable));
+    if (found.isValid() && !IsNull(found)) return;
     wage.executeScript(QStringLiteral("CREATE TABLE IF NOT EXISTS %1 ("
                                       " EffectiveDate TEXT(10) PRIMARY KEY,"
                                       " TaxYear TEXT(20) NOT NULL, Starts TEXT(10) NOT NULL, Ends TEXT(10) NOT NULL,"
