@@ -32,10 +32,14 @@ QString rateProblem(qint32 rate, const QString& what) {
 
 } // namespace
 
-void EnsureEmployeeTaxItemsTable(Database& wage) {
+static bool hasItemsTable(Database& wage) {
     const QVariant found = wage.scalar(
         QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = '%1' COLLATE NOCASE").arg(kTable));
-    if (found.isValid() && !IsNull(found)) return;
+    return found.isValid() && !IsNull(found);
+}
+
+void EnsureEmployeeTaxItemsTable(Database& wage) {
+    if (hasItemsTable(wage)) return;
     // Amounts are stored in ten-thousandths, rates in thousandths of a per cent: exact, as entered.
     wage.executeScript(QStringLiteral("CREATE TABLE IF NOT EXISTS %1 ("
                                       " EmployeeID LONG PRIMARY KEY REFERENCES Employees(EmployeeID) ON DELETE CASCADE,"
@@ -47,9 +51,10 @@ void EnsureEmployeeTaxItemsTable(Database& wage) {
 }
 
 EmployeeTaxItems LoadEmployeeTaxItems(Database& wage, qint32 employeeID) {
-    EnsureEmployeeTaxItemsTable(wage);
     EmployeeTaxItems items;
     items.employeeID = employeeID;
+    // Reading writes nothing: a payroll without the table has no items.
+    if (!hasItemsTable(wage)) return items;
     const QVariantList row = wage.firstRow(
         QStringLiteral("SELECT EsctRate, EsctRateYear, EsctEstimate, ChildSupport, PayrollGiving, SlSpecialRate, "
                        "SlExtra, TailoredRate FROM %1 WHERE EmployeeID = %2")
