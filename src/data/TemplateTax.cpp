@@ -82,6 +82,8 @@ void addTaxTypes(Database& db) {
                    {5, QStringLiteral("ST"), 5},
                    {6, QStringLiteral("SA"), 6},
                    {7, QStringLiteral("ND"), 7},
+                   // The one-off pay's extra-pay method: the tax year's figures work out its tax.
+                   {8, QStringLiteral("Extra pay"), 8},
                });
     // The main type carries the levy in its steps: each band's rate plus the levy, and an edge at the
     // levy's maximum above which the levy stops.
@@ -102,6 +104,7 @@ void addTaxTypes(Database& db) {
                    {10, 5, OpenLimit, rate(RateST + AccLevyRate)},
                    {11, 6, OpenLimit, rate(RateSA + AccLevyRate)},
                    {12, 7, OpenLimit, rate(RateND + AccLevyRate)},
+                   {13, 8, OpenLimit, rate(0)},
                });
 }
 

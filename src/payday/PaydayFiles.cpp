@@ -167,7 +167,7 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
             QString::number(t),
             QStringLiteral("0"), // prior period PAYE adjustment
             QString::number(cs),
-            QString(), // child support code
+            p.childSupportCode,
             QString::number(sl),
             QStringLiteral("0"), // SLCIR
             QStringLiteral("0"), // SLBOR

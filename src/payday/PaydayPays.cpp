@@ -1,4 +1,5 @@
 #include "PaydayPays.h"
+#include "payengine/EmployeeTaxItems.h"
 #include "data/Recordset.h"
 #include "frame/SettingGetters.h"
 #include "runtime/Convert.h"
@@ -150,6 +151,11 @@ QList<PaydayPay> LoadCommittedPays(Database& wage, const QDate& paymentDate) {
             lineSum(wage, deductions + QStringLiteral("lower(DeductNames.TaxName) = 'studentloan'"));
         p.childSupport =
             lineSum(wage, deductions + QStringLiteral("lower(DeductNames.DeductionName) = 'child support'"));
+        // Less than the employee's standing amount asked: held down by the protected net earnings.
+        if (p.childSupport > Currency()) {
+            const EmployeeTaxItems items = LoadEmployeeTaxItems(wage, p.employeeID);
+            if (items.childSupport > p.childSupport) p.childSupportCode = QStringLiteral("P");
+        }
         p.employerKiwiSaver = lineSum(
             wage, QStringLiteral(
                       "SELECT sum(ContributionDetails.Contributions) FROM ContributionDetails INNER JOIN "

@@ -32,6 +32,7 @@ struct PaydayPay {
     Currency gross; // total taxable: payments and taxable allowances
     Currency paye;
     Currency childSupport;      // deduction lines named "Child Support"
+    QString childSupportCode;   // "P" when the protected net earnings held the deduction below the amount asked
     Currency studentLoan;       // deduction lines marked "studentloan"
     Currency kiwiSaver;         // deduction lines marked "kiwisaver"
     Currency employerKiwiSaver; // contribution lines marked "kiwisaver", before ESCT

@@ -1,4 +1,5 @@
 #include "Contributions.h"
+#include "IrdPay.h"
 #include "AddPay.h"
 #include "AppContext.h"
 #include "PayTotals.h"
@@ -29,6 +30,10 @@ void CalcContribution(float specialRate, Currency fixedAmount, Currency base, qi
 }
 
 Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency base) {
+    return CalcESCT(contributionNameID, contribution, base, App().CurrentWageID);
+}
+
+Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency base, qint32 wageID) {
     const float paysPerYear = GetPaysPerYear();
     // The rate goes by this pay's earnings over a year, not by what was earned so far.
     const Currency yearlySalary = Currency::fromDouble(base.toDouble() * static_cast<double>(paysPerYear));
@@ -40,6 +45,15 @@ Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency bas
     const bool bearsESCT = !name->EOF_() && !IsNull(name->value(QStringLiteral("TaxName"))) &&
                            CStr(name->value(QStringLiteral("TaxName"))).toLower() == QLatin1String("kiwisaver");
     name->Close();
+    if (bearsESCT) {
+        AppContext& app = App();
+        if (const auto c = IrdContextForPay(app.CurrentEmployeeID, wageID, paysPerYear)) {
+            // Inland Revenue: the employee's ESCT rate on the contribution's whole dollars, cut to cents.
+            const qint32 esctRate =
+                EsctRateForPay(db, app.CurrentEmployeeID, c->figures, base, paysPerYear);
+            return CentsToCurrency(ird::EsctCents(CurrencyToCents(contribution), esctRate));
+        }
+    }
     if (bearsESCT) {
         // Strictly below; the number goes into the text as the runtime prints it.
         auto rs = db.openRecordset(QStringLiteral("SELECT Max(Rate) AS RatePercent  FROM ESCT WHERE Salary < ") +
@@ -87,7 +101,7 @@ void AddDefaultContribution(qint32 wageID, Currency taxable, bool /*firstPay*/, 
                 details->setValue(QStringLiteral("Contributions"), QVariant::fromValue(contribution));
                 details->setValue(QStringLiteral("WageID"), QVariant(wageID));
                 details->setValue(QStringLiteral("ESCT"),
-                                  QVariant::fromValue(CalcESCT(CLng(id), contribution, taxable)));
+                                  QVariant::fromValue(CalcESCT(CLng(id), contribution, taxable, wageID)));
                 details->Update();
             }
             rows->MoveNext();

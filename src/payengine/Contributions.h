@@ -15,6 +15,8 @@ void CalcContribution(float specialRate, Currency fixedAmount, Currency base, qi
                       float paysPerYear, float& percentage, Currency& amountCalcOn, Currency& contribution);
 // No trap: a yearly salary with no ESCT row below it fails, and the error goes to the caller.
 Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency base);
+// The same for the pay wageID, which need not be the current one yet (a pay being added).
+Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency base, qint32 wageID);
 void AddDefaultContribution(qint32 wageID, Currency taxable, bool firstPay, qint32 employeeID,
                             float paysPerYear);
 void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QString& totalLabel,

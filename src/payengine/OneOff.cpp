@@ -1,6 +1,7 @@
 #include "OneOff.h"
 #include "AddPay.h"
 #include "AppContext.h"
+#include "ExtraPay.h"
 #include "PayView.h"
 #include "data/Recordset.h"
 #include "data/RoundCurrency.h"
@@ -41,6 +42,7 @@ bool OneOffForm::selectByItemData(ComboModel& combo, qint32 id) {
 
 void OneOffForm::Form_Load(const QVariant& date) {
     Database& db = App().WageDatabase;
+    skipErrors([&] { EnsureExtraPayTaxType(db); });
     FillDaoVBCombo(QStringLiteral("SELECT PaymentNameID, PayUnitname FROM PaymentNames "), cmbPayName, db, 0,
                    false, QString(), false, true, false);
     FillDaoVBCombo(kTaxTypes, cmbTaxType, db, 0, false, QString(), false, true, false);
@@ -97,6 +99,13 @@ void OneOffForm::CALCOneOffPAYE() {
         // Neither spread over a year nor tied to a pay interval: one pay a year, rounding alone.
         qint32 closingProcess = 3;
         CalcTaxSteps(query, amount, 1.0f, record, PAYE, closingProcess);
+        // An extra pay of a New Zealand employee: Inland Revenue's extra-pay method.
+        if (IsExtraPayTaxType(App().WageDatabase, taxType) && IsDate(Text1[0])) {
+            if (const auto paye = ExtraPayPaye(App().CurrentEmployeeID, CDate(Text1[0]), amount)) {
+                PAYE = *paye;
+                record.PAYE = *paye;
+            }
+        }
         record.TaxableAmount = amount;
         record.TaxTypeID = taxType;
         const QVariant interval = App().WageDatabase.scalar(

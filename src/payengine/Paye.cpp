@@ -2,6 +2,7 @@
 #include "AppContext.h"
 #include "CountryEquations.h"
 #include "EditChecks.h"
+#include "IrdPay.h"
 #include "PayView.h"
 #include "data/Database.h"
 #include "data/Recordset.h"
@@ -161,6 +162,16 @@ QString CalcPAYE(qint32 employeeID, qint32 wageID, Currency taxable, float paysP
             }
         }
         rs->Close();
+        // A New Zealand pay with a tax year in force: Inland Revenue's method, exactly.
+        if (const auto c = IrdContextForPay(employeeID, wageID, paysPerYear)) {
+            record.PAYE = CentsToCurrency(
+                ird::PayeCents(c->figures, c->code, CurrencyToCents(taxable), c->pays, c->items.tailoredRate));
+            App().WageDatabase.execute(
+                QStringLiteral("Delete FROM TaxDetails WHERE TaxDetails.WageID = %1").arg(wageID));
+            AddTaxDetail(wageID, record);
+            result = Format(QVariant::fromValue(record.PAYE), QStringLiteral("currency"));
+            return;
+        }
         const Currency annual =
             paysPerYear <= 0.0f ? taxable
                                 : CountrySpecificEquation(taxable, paysPerYear, openingProcess, Currency());

@@ -1,6 +1,7 @@
 #include "PercentLines.h"
 #include "AppContext.h"
 #include "CountryEquations.h"
+#include "IrdPay.h"
 #include "data/GridArray.h"
 #include "data/Recordset.h"
 #include "data/RoundCurrency.h"
@@ -94,6 +95,8 @@ void calcPercentLine(const PercentLineKind& k, float specialRate, Currency fixed
                 amountCalcOn = Currency();
         }
         percentage = specialRate > 0 ? specialRate : limitValue(limits[3]);
+        // A New Zealand pay's KiwiSaver and student loan lines follow Inland Revenue's method exactly.
+        if (IrdPercentLine(k.nameTable, nameID, base, paysPerYear, percentage, amountCalcOn, amount)) return;
     }
     if (fixedAmount > Currency()) {
         amountCalcOn = fixedAmount;

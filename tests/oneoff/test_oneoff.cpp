@@ -86,7 +86,7 @@ TEST_F(OneOffTest, OnlyFlatTaxTypesAreOfferedInTheirOrder) {
                             .arg(form.cmbTaxType.itemData(i))),
                   1);
     }
-    EXPECT_EQ(names, QStringList({"SB", "S", "SH", "ST", "SA", "ND", "Flat 33"}));
+    EXPECT_EQ(names, QStringList({"SB", "S", "SH", "ST", "SA", "ND", "Extra pay", "Flat 33"}));
     // The main type has several steps; a second step makes a flat type no longer flat.
     EXPECT_FALSE(ql::OneOffForm::selectByItemData(form.cmbTaxType, 1));
     db().execute(QStringLiteral(

@@ -12,6 +12,7 @@
 #include "payengine/AddPay.h"
 #include "payengine/AppContext.h"
 #include "payengine/PayView.h"
+#include "payengine/TaxYearStore.h"
 #include "runtime/Convert.h"
 #include "runtime/Currency.h"
 #include "runtime/DateFns.h"
@@ -43,6 +44,10 @@ protected:
         QDir().mkpath(QFileInfo(ql::WageFileName()).absolutePath());
         QDir().mkpath(QFileInfo(ql::ModuleFileName()).absolutePath());
         app.WageDatabase = ql::openOrCreate(ql::DatabaseKind::Wage, ql::WageFileName());
+        // The lines' own arithmetic (thresholds, caps, the ESCT table): a payroll without tax years, so
+        // that no line takes Inland Revenue's method from the year in force.
+        ql::EnsureTaxYearTables(app.WageDatabase);
+        app.WageDatabase.execute(QStringLiteral("DELETE FROM TaxYearFigures"));
         { ql::Database modules = ql::openOrCreate(ql::DatabaseKind::Modules, ql::ModuleFileName()); }
         exec("INSERT INTO EmployeeAwardType VALUES (100, 'Test hand', 'Hour'), (101, 'Test manager', ''), "
              "(102, 'Nothing set up', 'Hour'), (103, 'Units but none set', 'Hour')");

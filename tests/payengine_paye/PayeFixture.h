@@ -10,6 +10,7 @@
 #include "frame/SettingGetters.h"
 #include "payengine/AppContext.h"
 #include "payengine/PayView.h"
+#include "payengine/TaxYearStore.h"
 #include <QDir>
 #include <QFileInfo>
 #include <utility>
@@ -36,6 +37,10 @@ protected:
         QDir().mkpath(QFileInfo(ql::WageFileName()).absolutePath());
         QDir().mkpath(QFileInfo(ql::ModuleFileName()).absolutePath());
         app.WageDatabase = ql::openOrCreate(ql::DatabaseKind::Wage, ql::WageFileName());
+        // These tests work the tax steps and equations themselves: a payroll without tax years, so that
+        // no pay takes Inland Revenue's method from the year in force.
+        ql::EnsureTaxYearTables(app.WageDatabase);
+        app.WageDatabase.execute(QStringLiteral("DELETE FROM TaxYearFigures"));
         ql::Database modules = ql::openOrCreate(ql::DatabaseKind::Modules, ql::ModuleFileName());
         modules.close();
     }

@@ -25,8 +25,9 @@ TEST_F(RoadTest, FarmHandFirstPayHasItsLinesAndNoTaxYet) {
     EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM TaxDetails WHERE WageID = %1").arg(first)).toInt(), 0);
     EXPECT_EQ(amounts("DeductionDetails", "Deductions", first), (QList<ql::Currency>{cur("0")}));
     // The employer's line was made on the lines' taxable 1022.7462: 3.5% of 1022.74 (cut) = 35.7959,
-    // cut 35.79; its ESCT on 35 whole dollars at 17.5% (yearly 53,182.80) = 6.125, kept on the row.
-    EXPECT_EQ(amounts("ContributionDetails", "ESCT", first), (QList<ql::Currency>{cur("6.125")}));
+    // cut 35.79; its ESCT on 35 whole dollars at 17.5% (yearly 53,182.80) = 6.125, cut to cents as
+    // Inland Revenue does, kept on the row.
+    EXPECT_EQ(amounts("ContributionDetails", "ESCT", first), (QList<ql::Currency>{cur("6.12")}));
 
     // The next save (leaving a view, even unchanged) brings the tax: the labels now hold the gross.
     screen->cmdSelect_Click(1);
@@ -89,7 +90,7 @@ TEST_F(RoadTest, FarmHandNextPayAndAnAccommodationEdit) {
     EXPECT_EQ(wageColumn(wage, "Deductions"), cur("35.79"));
     EXPECT_EQ(wageColumn(wage, "TakeHome"), cur("845.97"));
     EXPECT_EQ(wageColumn(wage, "KiwiSaverContribution"), cur("35.79"));
-    EXPECT_EQ(wageColumn(wage, "ESCTDeductions"), cur("6.125"));
+    EXPECT_EQ(wageColumn(wage, "ESCTDeductions"), cur("6.12"));
     EXPECT_EQ(paySlip(), slip({heading("Gross"), line("Ordinary Time (x1)", "40.11", "25.50", "1022.75"),
                                total("", "1022.75"), heading("Taxable Allowances"),
                                line("Accommodation", "50.00", "1.00", "50.00"), total("", "50.00"), blank(),

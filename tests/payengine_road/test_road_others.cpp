@@ -23,25 +23,24 @@ TEST_F(RoadTest, ManagerOnSalaryWithOwnKiwiSaverRateAndStudentLoan) {
     // = 7,295.75 + 24,600 x 31.75% = 7,810.50 + 6,899 x 34.75% = 2,397.4025: 19,414.6525; / 52 =
     // 373.3587, cut 373.35; x 52 / 12 = 1,617.85.
     EXPECT_EQ(label("lblPaye"), QStringLiteral("$1,617.85"));
-    // KiwiSaver at the employee's 4%: 283.3332, cut 283.33. Student loan: the per-pay threshold is the
-    // yearly threshold / 12 divided in Single (both are Single), 2,010.6583, a fraction of a cent below
-    // Inland Revenue's 2,010.66, so the base is 7,083.33 - 2,010.6583 = 5,072.6717, cut to 5,072.67
-    // before the 12%: 608.7204, cut 608.72, as Inland Revenue's table gives.
-    EXPECT_EQ(amounts("DeductionDetails", "Deductions", wage), (QList<ql::Currency>{cur("283.33"), cur("608.72")}));
-    EXPECT_EQ(amounts("DeductionDetails", "AmountCalcon", wage), (QList<ql::Currency>{cur("7083.33"), cur("5072.6717")}));
+    // KiwiSaver at the employee's 4%: 283.3332, cut 283.33. Student loan by Inland Revenue's method: the
+    // pay's whole dollars 7,083 less the monthly threshold 2,010.66 = 5,072.34; 12% = 608.6808, cut
+    // 608.68.
+    EXPECT_EQ(amounts("DeductionDetails", "Deductions", wage), (QList<ql::Currency>{cur("283.33"), cur("608.68")}));
+    EXPECT_EQ(amounts("DeductionDetails", "AmountCalcon", wage), (QList<ql::Currency>{cur("7083.33"), cur("5072.34")}));
     // Employer 3.5%: 247.91655, cut 247.91; ESCT on 247 whole dollars at 30% (yearly 84,999.96) = 74.10.
     EXPECT_EQ(amounts("ContributionDetails", "Contributions", wage), (QList<ql::Currency>{cur("247.91")}));
     EXPECT_EQ(amounts("ContributionDetails", "ESCT", wage), (QList<ql::Currency>{cur("74.1")}));
     EXPECT_EQ(label("lblESCT"), QStringLiteral("$74.10"));
-    // Take-home 7,083.33 - 1,617.85 - 283.33 - 608.72 = 4,573.43.
-    EXPECT_EQ(label("lblTakehome"), QStringLiteral("$4,573.43"));
+    // Take-home 7,083.33 - 1,617.85 - 283.33 - 608.68 = 4,573.47.
+    EXPECT_EQ(label("lblTakehome"), QStringLiteral("$4,573.47"));
     const QStringList top{heading("Gross"), line("Salary", "217.25", "32.60", "7083.33"), total("", "7083.33"),
                           heading("Taxable Allowances", "0.00"), blank(), total("Total Taxable", "7083.33"),
                           total("PAYE", "-1617.85"), total("Net", "5465.48"), blank()};
     const QStringList bottom{blank(), heading("Deductions"), line("KiwiSaver", "7083.33", "4.00", "283.33"),
-                             line("Student Loan", "5072.67", "12.00", "608.72"), total("", "-892.05"), blank()};
+                             line("Student Loan", "5072.34", "12.00", "608.68"), total("", "-892.01"), blank()};
     EXPECT_EQ(paySlip(), slip(top + QStringList{heading("Non Taxable Allowances", "0.00")} + bottom +
-                              QStringList{total("Take Home Pay", "4573.43"), blank(), heading("Employer Contributions"),
+                              QStringList{total("Take Home Pay", "4573.47"), blank(), heading("Employer Contributions"),
                                           line("Employer KiwiSaver", "7083.33", "3.50", "247.91")}));
 
     // Vehicle reimbursement on 120 km at 1.00: 120 on top after tax. The stored cell shows the
@@ -50,18 +49,18 @@ TEST_F(RoadTest, ManagerOnSalaryWithOwnKiwiSaverRateAndStudentLoan) {
     ASSERT_EQ(screen->WageGridArray.rowCount(), 1);
     ASSERT_TRUE(screen->storeCell(0, 2, QStringLiteral("120")));
     EXPECT_EQ(label("lblNonTax"), QStringLiteral("$120.00"));
-    EXPECT_EQ(label("lblTakehome"), QStringLiteral("$4,693.43"));
+    EXPECT_EQ(label("lblTakehome"), QStringLiteral("$4,693.47"));
     leaveView();
     EXPECT_EQ(wageColumn(wage, "NonTaxAllow"), cur("120"));
     EXPECT_EQ(wageColumn(wage, "PAYE"), cur("1617.85"));
-    // The slip adds 283.33 and 608.72 in Single: 892.04993, which the label keeps to four decimals.
-    EXPECT_EQ(wageColumn(wage, "Deductions"), cur("892.0499"));
-    EXPECT_EQ(wageColumn(wage, "TakeHome"), cur("4693.43"));
+    // The slip adds 283.33 and 608.68 in Single: 892.01001, which the label keeps to four decimals.
+    EXPECT_EQ(wageColumn(wage, "Deductions"), cur("892.01"));
+    EXPECT_EQ(wageColumn(wage, "TakeHome"), cur("4693.47"));
     EXPECT_EQ(paySlip(), slip(top + QStringList{heading("Non Taxable Allowances"),
                                                 line("Vehicle Reimbursement", "120.00", "1.00", "120.00"),
                                                 total("", "120.00")} +
                               bottom +
-                              QStringList{total("Take Home Pay", "4693.43"), blank(), heading("Employer Contributions"),
+                              QStringList{total("Take Home Pay", "4693.47"), blank(), heading("Employer Contributions"),
                                           line("Employer KiwiSaver", "7083.33", "3.50", "247.91")}));
     EXPECT_TRUE(errorsReported().isEmpty()) << errorsReported().join('\n').toStdString();
 }
@@ -72,16 +71,17 @@ TEST_F(RoadTest, ReliefMilkerOnSecondaryCodeGetsAnOvertimeLine) {
     EXPECT_EQ(payDate(db(), wage), QDate(2026, 4, 20)); // fortnightly: 14 days on
     // 20 standard hours x (52.14 / 26) = 40.107693 (Single) x 28.00 = 1,123.0154.
     EXPECT_EQ(amounts("PaymentDetails", "Payment", wage), (QList<ql::Currency>{cur("1123.0154")}));
-    // S is one flat step: 1,123.02 x (17.5% + 1.75%) = 216.18135, cut 216.18. Not in KiwiSaver: no
-    // contributions, no section for them. Take-home 1,123.02 - 216.18 = 906.84.
-    EXPECT_EQ(label("lblPaye"), QStringLiteral("$216.18"));
-    EXPECT_EQ(label("lblTakehome"), QStringLiteral("$906.84"));
+    // S by Inland Revenue's method: the pay's whole dollars, 1,123 x (17.5% + 1.75%) = 216.1775, cut
+    // 216.17. Not in KiwiSaver: no contributions, no section for them. Take-home 1,123.02 - 216.17 =
+    // 906.85.
+    EXPECT_EQ(label("lblPaye"), QStringLiteral("$216.17"));
+    EXPECT_EQ(label("lblTakehome"), QStringLiteral("$906.85"));
     EXPECT_EQ(label("lblKiwiSaver"), QStringLiteral("$0.00"));
     EXPECT_EQ(paySlip(), slip({heading("Gross"), line("Ordinary Time (x1)", "40.11", "28.00", "1123.02"),
                                total("", "1123.02"), heading("Taxable Allowances", "0.00"), blank(),
-                               total("Total Taxable", "1123.02"), total("PAYE", "-216.18"), total("Net", "906.84"),
+                               total("Total Taxable", "1123.02"), total("PAYE", "-216.17"), total("Net", "906.85"),
                                blank(), heading("Non Taxable Allowances", "0.00"), blank(), heading("Deductions", "0.00"),
-                               blank(), total("Take Home Pay", "906.84")}));
+                               blank(), total("Take Home Pay", "906.85")}));
 
     // A new line: overtime picked by name takes the name's bare multiplier 1.5 as its rate; 4 hours
     // give 6.00, then the rate typed as 42 gives 168.00.
@@ -97,18 +97,18 @@ TEST_F(RoadTest, ReliefMilkerOnSecondaryCodeGetsAnOvertimeLine) {
     EXPECT_EQ(ql::CCur(screen->WageGridArray.value(1, 4)), cur("168"));
     leaveView();
     // The grid holds its money in the "currency" format, so the save stores the first line at
-    // 1,123.02. Gross 1,123.02 + 168.00 = 1,291.02; PAYE 1,291.02 x 19.25% = 248.52135, cut 248.52;
-    // take-home 1,042.50.
+    // 1,123.02. Gross 1,123.02 + 168.00 = 1,291.02; PAYE on its whole dollars 1,291 x 19.25% = 248.5175,
+    // cut 248.51; take-home 1,042.51.
     EXPECT_EQ(amounts("PaymentDetails", "Payment", wage), (QList<ql::Currency>{cur("1123.02"), cur("168")}));
     EXPECT_EQ(wageColumn(wage, "Gross"), cur("1291.02"));
-    EXPECT_EQ(wageColumn(wage, "PAYE"), cur("248.52"));
-    EXPECT_EQ(wageColumn(wage, "TakeHome"), cur("1042.5"));
+    EXPECT_EQ(wageColumn(wage, "PAYE"), cur("248.51"));
+    EXPECT_EQ(wageColumn(wage, "TakeHome"), cur("1042.51"));
     EXPECT_EQ(paySlip(), slip({heading("Gross"), line("Ordinary Time (x1)", "40.11", "28.00", "1123.02"),
                                line("Overtime (x1.5)", "4.00", "42.00", "168.00"), total("", "1291.02"),
                                heading("Taxable Allowances", "0.00"), blank(), total("Total Taxable", "1291.02"),
-                               total("PAYE", "-248.52"), total("Net", "1042.50"), blank(),
+                               total("PAYE", "-248.51"), total("Net", "1042.51"), blank(),
                                heading("Non Taxable Allowances", "0.00"), blank(), heading("Deductions", "0.00"), blank(),
-                               total("Take Home Pay", "1042.50")}));
+                               total("Take Home Pay", "1042.51")}));
     EXPECT_TRUE(errorsReported().isEmpty()) << errorsReported().join('\n').toStdString();
 }
 
@@ -125,23 +125,24 @@ TEST_F(RoadTest, TractorDriverOnMEGetsTheCreditAndAToolAllowance) {
     EXPECT_EQ(label("lblTakehome"), QStringLiteral("$711.13"));
 
     // Tool allowance on 3 at 10.00 = 30.00, saved at once. Yearly 872.26 x 52 = 45,357.52, whole
-    // 45,357: credit 520 - 1,357 x 0.13 = 343.59. Tax 1,911 + 29,757 x 19.25% = 5,728.2225:
-    // 7,639.2225; less 343.59 = 7,295.6325; / 52 = 140.3006, cut 140.30. Take-home 872.26 - 140.30.
+    // 45,357: still the whole credit of 520 (it abates only above 66,000). Tax 1,911 + 29,757 x 19.25%
+    // = 5,728.2225: 7,639.2225; less 520 = 7,119.2225; / 52 = 136.9081, cut 136.90. Take-home
+    // 872.26 - 136.90.
     screen->cmdSelect_Click(2);
     ASSERT_EQ(screen->WageGridArray.rowCount(), 1);
     ASSERT_TRUE(screen->storeCell(0, 2, QStringLiteral("3")));
-    EXPECT_EQ(label("lblPaye"), QStringLiteral("$140.30"));
+    EXPECT_EQ(label("lblPaye"), QStringLiteral("$136.90"));
     leaveView();
     EXPECT_EQ(wageColumn(wage, "TaxAllow"), cur("30"));
     EXPECT_EQ(wageColumn(wage, "TotalTaxable"), cur("872.26"));
-    EXPECT_EQ(wageColumn(wage, "PAYE"), cur("140.3"));
-    EXPECT_EQ(wageColumn(wage, "TakeHome"), cur("731.96"));
+    EXPECT_EQ(wageColumn(wage, "PAYE"), cur("136.9"));
+    EXPECT_EQ(wageColumn(wage, "TakeHome"), cur("735.36"));
     EXPECT_EQ(paySlip(), slip({heading("Gross"), line("Ordinary Time (x1)", "35.09", "24.00", "842.26"),
                                total("", "842.26"), heading("Taxable Allowances"),
                                line("Tool Allowance", "3.00", "10.00", "30.00"), total("", "30.00"), blank(),
-                               total("Total Taxable", "872.26"), total("PAYE", "-140.30"), total("Net", "731.96"),
+                               total("Total Taxable", "872.26"), total("PAYE", "-136.90"), total("Net", "735.36"),
                                blank(), heading("Non Taxable Allowances", "0.00"), blank(), heading("Deductions", "0.00"),
-                               blank(), total("Take Home Pay", "731.96")}));
+                               blank(), total("Take Home Pay", "735.36")}));
     EXPECT_TRUE(errorsReported().isEmpty()) << errorsReported().join('\n').toStdString();
 }
 

@@ -64,7 +64,7 @@ TEST_F(OneOffDialogTest, ControlsHaveNamesAndAccessKeys) {
     EXPECT_FALSE(d.cmdOK()->isEnabled());
     EXPECT_EQ(d.cmbPayName()->count(), 7);
     EXPECT_EQ(d.cmbPayName()->currentIndex(), -1);
-    EXPECT_EQ(d.cmbTaxType()->count(), 7);
+    EXPECT_EQ(d.cmbTaxType()->count(), 8);
     // Tab goes down the form.
     EXPECT_EQ(d.text1(0)->nextInFocusChain(), d.picker());
 }
