@@ -1,0 +1,184 @@
+#include "LeavePay.h"
+#include <algorithm>
+#include <cmath>
+
+namespace ql::holidays {
+
+namespace {
+
+struct KindName {
+    LeaveKind kind;
+    const char* code;
+    EarningKind earning;
+    const char* caption;
+};
+
+constexpr KindName kLeaveKinds[] = {
+    {LeaveKind::Annual, "annual", EarningKind::AnnualLeavePay, "Holiday Pay"},
+    {LeaveKind::Public, "public", EarningKind::PublicHolidayPay, "Public Holiday Pay"},
+    {LeaveKind::Sick, "sick", EarningKind::SickLeavePay, "Sick Pay"},
+    {LeaveKind::Bereavement, "bereavement", EarningKind::BereavementLeavePay, "Bereavement Leave Pay"},
+    {LeaveKind::FamilyViolence, "family-violence", EarningKind::FamilyViolenceLeavePay, "Family Violence Leave Pay"},
+    {LeaveKind::Alternative, "alternative", EarningKind::AlternativeHolidayPay, "Alternative Holiday Pay"},
+};
+
+const KindName& kindName(LeaveKind k) {
+    for (const KindName& n : kLeaveKinds)
+        if (n.kind == k) return n;
+    return kLeaveKinds[0];
+}
+
+// The daily rate of a day: relevant daily pay unless it cannot be found or the terms ask for the average.
+Currency dailyRate(const DailyRate& rdp, const DailyRate& adp, DailyPayChoice choice, QString* used) {
+    const bool useAverage = choice == DailyPayChoice::Average || !rdp.available;
+    if (useAverage && adp.available) {
+        *used = QStringLiteral("ADP");
+        return adp.amount;
+    }
+    if (rdp.available) {
+        *used = QStringLiteral("RDP");
+        return rdp.amount;
+    }
+    *used = QStringLiteral("none");
+    return Currency();
+}
+
+} // namespace
+
+Currency ToCents(Currency c) {
+    const std::int64_t raw = c.raw();
+    std::int64_t q = raw / 100, rem = raw % 100;
+    if (rem < 0) {
+        rem += 100;
+        q -= 1;
+    }
+    if (rem > 50 || (rem == 50 && (q % 2 != 0))) q += 1;
+    return Currency::fromRaw(q * 100);
+}
+
+LeaveKind LeaveKindFromCode(const QString& code, bool* ok) {
+    for (const KindName& n : kLeaveKinds)
+        if (code == QLatin1String(n.code)) {
+            *ok = true;
+            return n.kind;
+        }
+    *ok = false;
+    return LeaveKind::Annual;
+}
+
+QString LeaveKindCode(LeaveKind kind) { return QString::fromLatin1(kindName(kind).code); }
+EarningKind EarningKindOf(LeaveKind kind) { return kindName(kind).earning; }
+QString LeaveLineCaption(LeaveKind kind) { return QString::fromLatin1(kindName(kind).caption); }
+
+LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind, const QDate& from, double days,
+                               float workedHours) {
+    const Employee e = LoadEmployee(wage, employeeID);
+    const QList<PayRecord> pays = LoadPays(wage, employeeID);
+    const HolidayTerms terms = TermsOf(wage, employeeID);
+    const auto pattern = PatternOn(wage, employeeID, from);
+
+    LeavePayResult r;
+    r.kind = kind;
+    r.from = from;
+    r.days = days;
+    r.owp = OrdinaryWeeklyPay(e, pays, pattern, from);
+    r.awe = AverageWeeklyEarnings(e, pays, from);
+    r.rdp = RelevantDailyPay(e, pattern, from);
+    r.adp = AverageDailyPay(wage, e, pays, from);
+    if (!pattern) r.notes << QStringLiteral("No work pattern is kept for the employee: every day counts as an "
+                                            "otherwise working day and relevant daily pay cannot be found.");
+
+    if (kind == LeaveKind::Annual) {
+        const bool aweGreater = r.awe.amount > r.owp.amount;
+        r.rateUsed = aweGreater ? QStringLiteral("AWE") : QStringLiteral("OWP");
+        r.rate = aweGreater ? r.awe.amount : r.owp.amount;
+        r.daysPerWeek = pattern && pattern->daysPerWeek() > 0 ? pattern->daysPerWeek() : 5;
+        r.amount = ToCents(Currency::fromDouble(r.rate.toDouble() * days / r.daysPerWeek));
+        if (!pattern) r.notes << QStringLiteral("A week of annual holidays is taken as 5 working days.");
+        if (e.hired.addYears(1) > from)
+            r.notes << QStringLiteral("The employee has not yet completed 12 months of employment on the first day "
+                                      "of the holiday: these are holidays in advance.");
+        return r;
+    }
+
+    const QList<PublicHoliday> thisYear = PublicHolidaysOf(from.year(), terms.region);
+    const QList<PublicHoliday> nextYear = PublicHolidaysOf(from.year() + 1, terms.region);
+    const bool worksSat = pattern && pattern->hours.at(5) > 0, worksSun = pattern && pattern->hours.at(6) > 0;
+    auto holidayOn = [&](const QDate& d) {
+        const PublicHoliday* h = HolidayOn(d.year() == from.year() ? thisYear : nextYear, d, worksSat, worksSun);
+        return h;
+    };
+    auto otherwiseWorking = [&](const QDate& d) {
+        const auto p = PatternOn(wage, employeeID, d);
+        return !p || p->works(d);
+    };
+
+    Currency total;
+    const int wanted = int(std::ceil(days));
+    if (kind == LeaveKind::Public) {
+        // The calendar days from the first day: each public holiday on an otherwise working day is paid.
+        for (int i = 0; i < wanted; ++i) {
+            const QDate d = from.addDays(i);
+            const PublicHoliday* h = holidayOn(d);
+            if (!h) continue;
+            if (!otherwiseWorking(d)) {
+                r.dayList << LeaveDay{d, Currency(), h->name + QStringLiteral(": not an otherwise working day, not paid")};
+                continue;
+            }
+            if (workedHours > 0) {
+                // Worked: time and a half of what the hours earn, and an alternative holiday.
+                r.workedHours = workedHours;
+                const Currency hourly = r.rdp.available && r.rdp.hours > 0 ? r.rdp.hourlyRate : e.payRate;
+                r.workedPay = ToCents(Currency::fromDouble(hourly.toDouble() * double(workedHours) * 1.5));
+                r.alternativeEarned = true;
+                r.dayList << LeaveDay{d, r.workedPay,
+                                      h->name + QStringLiteral(": worked, time and a half and an alternative holiday")};
+                total += r.workedPay;
+                r.rateUsed = QStringLiteral("time and a half");
+                r.rate = Currency::fromDouble(hourly.toDouble() * 1.5);
+                continue;
+            }
+            const DailyRate rdp = RelevantDailyPay(e, PatternOn(wage, employeeID, d), d);
+            const DailyRate adp = AverageDailyPay(wage, e, pays, d);
+            QString used;
+            const Currency rate = dailyRate(rdp, adp, terms.dailyPay, &used);
+            if (r.rateUsed.isEmpty()) {
+                r.rateUsed = used;
+                r.rate = rate;
+            }
+            r.dayList << LeaveDay{d, ToCents(rate), h->name + QStringLiteral(": otherwise working day, paid at ") + used};
+            total += ToCents(rate);
+        }
+        if (r.rateUsed.isEmpty()) r.rateUsed = QStringLiteral("none");
+        r.amount = total;
+        return r;
+    }
+
+    // Sick, bereavement, family violence and alternative holidays: the otherwise working days from the first day.
+    QDate d = from;
+    for (int paid = 0, guard = 0; paid < wanted && guard < 3660; d = d.addDays(1), ++guard) {
+        if (!otherwiseWorking(d)) continue;
+        if (holidayOn(d)) {
+            r.dayList << LeaveDay{d, Currency(), holidayOn(d)->name + QStringLiteral(": a public holiday, paid as one")};
+            continue;
+        }
+        const DailyRate rdp = RelevantDailyPay(e, PatternOn(wage, employeeID, d), d);
+        const DailyRate adp = AverageDailyPay(wage, e, pays, d);
+        QString used;
+        const Currency rate = dailyRate(rdp, adp, terms.dailyPay, &used);
+        const double share = std::min(1.0, days - paid);
+        const Currency amount = ToCents(Currency::fromDouble(rate.toDouble() * share));
+        if (r.rateUsed.isEmpty()) {
+            r.rateUsed = used;
+            r.rate = rate;
+        }
+        r.dayList << LeaveDay{d, amount, QStringLiteral("otherwise working day, paid at ") + used};
+        total += amount;
+        ++paid;
+    }
+    if (r.rateUsed.isEmpty()) r.rateUsed = QStringLiteral("none");
+    r.amount = total;
+    return r;
+}
+
+} // namespace ql::holidays
