@@ -5,6 +5,7 @@
 #include "data/Database.h"
 #include "frame/ScriptedDialogs.h"
 #include "payengine/AppContext.h"
+#include "runtime/Convert.h"
 #include "runtime/Currency.h"
 #include <QDate>
 #include <QHash>

@@ -56,7 +56,7 @@ QList<PayRecord> LoadPays(Database& wage, qint32 employeeID) {
     QHash<qint32, int> index;
     {
         auto rs = wage.openRecordset(
-            QStringLiteral("SELECT w.WageID, w.Date, w.OneOff, p.NumberOfDays FROM Wages w LEFT JOIN PayInterval p "
+            QStringLiteral("SELECT w.WageID, w.Date, w.OneOff, p.NumberOfDays, p.PaysPerYear FROM Wages w LEFT JOIN PayInterval p "
                            "ON p.IntervalName = w.PayInterval WHERE w.EmployeeID = %1 ORDER BY w.Date, w.WageID")
                 .arg(employeeID),
             RecordsetType::Snapshot);
@@ -66,7 +66,16 @@ QList<PayRecord> LoadPays(Database& wage, qint32 employeeID) {
             p.end = dateOf(rs->value(1));
             p.oneOff = !IsNull(rs->value(2)) && CBool(rs->value(2));
             const int days = IsNull(rs->value(3)) ? 0 : int(CSng(rs->value(3)));
-            p.start = p.oneOff || days <= 0 ? p.end : p.end.addDays(1 - days);
+            const float perYear = IsNull(rs->value(4)) ? 0.0f : CSng(rs->value(4));
+            if (p.oneOff || (days <= 0 && perYear <= 0))
+                p.start = p.end;
+            else if (days > 0)
+                p.start = p.end.addDays(1 - days);
+            else if (perYear >= 1 && 12 % int(perYear) == 0)
+                // Monthly intervals have no number of days: whole months back.
+                p.start = p.end.addMonths(-12 / int(perYear)).addDays(1);
+            else
+                p.start = p.end.addDays(1 - qRound(365.0 / perYear));
             if (p.end.isValid()) {
                 index.insert(p.wageID, int(pays.size()));
                 pays << p;
