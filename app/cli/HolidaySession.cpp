@@ -1,5 +1,7 @@
 #include "HolidaySession.h"
+#include "PayScreen.h"
 #include "frame/Messages.h"
+#include "ledger/Roster.h"
 #include "startup/Startup.h"
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -18,6 +20,23 @@ HolidaySession::~HolidaySession() {
     ql::CloseWageDatabase();
     ql::setDialogs(nullptr);
     ql::setApp(nullptr);
+}
+
+QString HolidaySession::employeeName(qint32 employeeID) {
+    if (!m_rosterFilled) {
+        ql::FillEmployeeArray();
+        m_rosterFilled = true;
+    }
+    for (int i = 1; i < context.EmployeeArray.size(); ++i)
+        if (context.EmployeeArray.at(i).EmployeeID == employeeID) return context.EmployeeArray.at(i).NameLastFirst;
+    return QString();
+}
+
+void RecalculatePay(qint32 wageID) {
+    PayScreen open(wageID);
+    open.screen.cmdSelect_Click(1);
+    open.screen.tgrdwages_LostFocus();
+    open.screen.datPays.UpdateRecord();
 }
 
 QDate isoDateArgument(const QString& text) {

@@ -20,11 +20,19 @@ public:
     HolidaySession(const HolidaySession&) = delete;
     HolidaySession& operator=(const HolidaySession&) = delete;
     ql::Database& wage() { return context.WageDatabase; }
+    // The employee's name as the roster shows it (last, first); empty when not on it.
+    QString employeeName(qint32 employeeID);
+
+    ql::AppContext context;
 
 private:
-    ql::AppContext context;
     ql::ScriptedDialogs dialogs;
+    bool m_rosterFilled = false;
 };
+
+// Opens the pay as the wage screen does and leaves its payment view: the lines are saved and the pay's
+// totals, tax and payslip recalculated, as after an edit of its payment lines. No session may be open.
+void RecalculatePay(qint32 wageID);
 
 // A YYYY-MM-DD argument; wrong usage otherwise.
 QDate isoDateArgument(const QString& text);

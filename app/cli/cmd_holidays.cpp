@@ -89,7 +89,7 @@ int leavePay(const QStringList& args, QTextStream& out) {
     const LeaveKind kind = LeaveKindFromCode(args.at(1), &ok);
     if (!ok) throw cli::CliUsageError();
     const auto o = cli::holidayOptions(args, 2, {QStringLiteral("from"), QStringLiteral("days"),
-                                                 QStringLiteral("worked-hours")});
+                                                 QStringLiteral("worked-hours"), QStringLiteral("add-to")});
     if (!o.contains(QStringLiteral("from")) || !o.contains(QStringLiteral("days"))) throw cli::CliUsageError();
     const QDate from = cli::isoDateArgument(o.value(QStringLiteral("from")));
     bool daysOk = false;
@@ -103,13 +103,18 @@ int leavePay(const QStringList& args, QTextStream& out) {
         if (!wOk || worked <= 0 || worked > 24 || kind != LeaveKind::Public)
             throw cli::CliFailure(QStringLiteral("Hours worked are given for a public holiday only, above 0 and up to 24."));
     }
-    cli::HolidaySession session;
+    const int addTo = o.contains(QStringLiteral("add-to")) ? cli::wholeArgument(o.value(QStringLiteral("add-to"))) : 0;
     LeavePayResult r;
-    try {
-        r = ComputeLeavePay(session.wage(), employeeID, kind, from, days, worked);
-    } catch (const ql::VbError& e) {
-        throw cli::CliFailure(e.description());
+    {
+        cli::HolidaySession session;
+        try {
+            r = ComputeLeavePay(session.wage(), employeeID, kind, from, days, worked);
+            if (addTo > 0) AddLeaveToPay(session.wage(), addTo, employeeID, r);
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
     }
+    if (addTo > 0) cli::RecalculatePay(addTo);
     QJsonObject j;
     j.insert(QStringLiteral("EmployeeID"), employeeID);
     j.insert(QStringLiteral("Leave"), LeaveKindCode(kind));
@@ -144,6 +149,7 @@ int leavePay(const QStringList& args, QTextStream& out) {
         j.insert(QStringLiteral("AlternativeHolidayEarned"), r.alternativeEarned);
     }
     j.insert(QStringLiteral("Notes"), QJsonArray::fromStringList(r.notes));
+    if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
     cli::printJson(out, j);
     return 0;
 }
@@ -152,7 +158,7 @@ const cli::CliCommand publicHolidaysCommand("public-holidays", "public-holidays 
 const cli::CliCommand leavePayCommand(
     "leave-pay",
     "leave-pay EMPLOYEE_ID annual|public|sick|bereavement|family-violence|alternative --from YYYY-MM-DD --days N "
-    "[--worked-hours H]",
+    "[--worked-hours H] [--add-to WAGE_ID]",
     leavePay);
 
 } // namespace

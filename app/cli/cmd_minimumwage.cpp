@@ -2,7 +2,6 @@
 // the pay recalculated as after an edit of its payment lines.
 #include "CliCommand.h"
 #include "HolidaySession.h"
-#include "PayScreen.h"
 #include "holidays/MinimumWage.h"
 #include "runtime/VbError.h"
 #include <QJsonObject>
@@ -31,15 +30,6 @@ QJsonObject checkJson(const MinimumWageCheck& c) {
     return j;
 }
 
-// Opens the pay as the wage screen does and leaves its payment view: the lines are saved and the
-// pay's totals, tax and payslip recalculated.
-void recalculate(qint32 wageID) {
-    cli::PayScreen open(wageID);
-    open.screen.cmdSelect_Click(1);
-    open.screen.tgrdwages_LostFocus();
-    open.screen.datPays.UpdateRecord();
-}
-
 int minimumWage(const QStringList& args, QTextStream& out) {
     if (args.isEmpty() || args.size() > 2) throw cli::CliUsageError();
     const qint32 wageID = cli::wholeArgument(args.at(0));
@@ -55,7 +45,7 @@ int minimumWage(const QStringList& args, QTextStream& out) {
             throw cli::CliFailure(e.description());
         }
     }
-    if (apply) recalculate(wageID);
+    if (apply) cli::RecalculatePay(wageID);
     QJsonObject j = checkJson(c);
     if (apply) {
         cli::HolidaySession session;

@@ -1,4 +1,7 @@
 #include "LeavePay.h"
+#include "Entitlements.h"
+#include "runtime/Convert.h"
+#include "runtime/VbError.h"
 #include <algorithm>
 #include <cmath>
 
@@ -179,6 +182,43 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
     if (r.rateUsed.isEmpty()) r.rateUsed = QStringLiteral("none");
     r.amount = total;
     return r;
+}
+
+void AddLeaveToPay(Database& wage, qint32 wageID, qint32 employeeID, const LeavePayResult& r) {
+    const QVariantList row =
+        wage.firstRow(QStringLiteral("SELECT EmployeeID, Reference FROM Wages WHERE WageID = %1").arg(wageID));
+    if (row.isEmpty()) throw VbError(5, QStringLiteral("LeavePay"), QStringLiteral("There is no pay %1.").arg(wageID));
+    if (CLng(row.at(0)) != employeeID)
+        throw VbError(5, QStringLiteral("LeavePay"),
+                      QStringLiteral("Pay %1 is not a pay of employee %2.").arg(wageID).arg(employeeID));
+    if (!IsNull(row.at(1)) && !CStr(row.at(1)).isEmpty())
+        throw VbError(5, QStringLiteral("LeavePay"),
+                      QStringLiteral("Pay %1 is committed and cannot be changed.").arg(wageID));
+    if (r.amount <= Currency())
+        throw VbError(5, QStringLiteral("LeavePay"), QStringLiteral("The leave is worth nothing: no line is added."));
+    auto addLine = [&](qint32 name, double units, Currency amount) {
+        wage.execute(QStringLiteral("INSERT INTO PaymentDetails (WageID, PaymentNameID, DetailHours, EquivPayRate, "
+                                    "Payment) VALUES (?, ?, ?, ?, ?)"),
+                     {wageID, name, units, ToCents(Currency::fromDouble(amount.toDouble() / units)).toDouble(),
+                      amount.toDouble()});
+    };
+    if (r.workedHours > 0) {
+        const qint32 name = PaymentNameForKind(wage, EarningKind::PublicHolidayWorked, QStringLiteral("Public Holiday Worked"));
+        addLine(name, double(r.workedHours), r.workedPay);
+        if (r.alternativeEarned)
+            for (const LeaveDay& d : r.dayList)
+                if (d.amount > Currency())
+                    EarnAlternativeHoliday(wage, employeeID, d.date, QStringLiteral("Worked ") + d.note.section(u':', 0, 0));
+        return;
+    }
+    int paidDays = 0;
+    for (const LeaveDay& d : r.dayList)
+        if (d.amount > Currency()) ++paidDays;
+    const double units = r.kind == LeaveKind::Annual ? r.days : std::max(1, paidDays);
+    addLine(PaymentNameForKind(wage, EarningKindOf(r.kind), LeaveLineCaption(r.kind)), units, r.amount);
+    if (r.kind == LeaveKind::Alternative)
+        for (const LeaveDay& d : r.dayList)
+            if (d.amount > Currency()) CloseAlternativeHoliday(wage, employeeID, d.date, false);
 }
 
 } // namespace ql::holidays

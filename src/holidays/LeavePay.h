@@ -49,6 +49,12 @@ struct LeavePayResult {
 LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind, const QDate& from, double days,
                                float workedHours = 0);
 
+// Puts the leave on an uncommitted pay of the employee as a payment line of the leave's kind (the
+// hours worked on a public holiday as a line of their own), records an alternative holiday earned by
+// working a public holiday, and marks alternative holidays taken. Refuses (VbError) a committed pay,
+// a pay of another employee, or a leave worth nothing.
+void AddLeaveToPay(Database& wage, qint32 wageID, qint32 employeeID, const LeavePayResult& result);
+
 // Money to the cent, exact halves to the even cent.
 Currency ToCents(Currency c);
 
