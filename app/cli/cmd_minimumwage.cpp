@@ -3,6 +3,7 @@
 #include "CliCommand.h"
 #include "HolidaySession.h"
 #include "holidays/MinimumWage.h"
+#include "holidays/PayAsYouGo.h"
 #include "runtime/VbError.h"
 #include <QJsonObject>
 #include <cmath>
@@ -60,5 +61,38 @@ int minimumWage(const QStringList& args, QTextStream& out) {
 }
 
 const cli::CliCommand minimumWageCommand("minimum-wage", "minimum-wage WAGE_ID [--apply]", minimumWage);
+
+} // namespace
+
+namespace {
+
+// pay-as-you-go WAGE_ID [--apply]
+int payAsYouGo(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty() || args.size() > 2) throw cli::CliUsageError();
+    const qint32 wageID = cli::wholeArgument(args.at(0));
+    const bool apply = args.size() == 2;
+    if (apply && args.at(1) != QLatin1String("--apply")) throw cli::CliUsageError();
+    ql::holidays::PayAsYouGoResult r;
+    {
+        cli::HolidaySession session;
+        try {
+            r = ql::holidays::PayAsYouGoOf(session.wage(), wageID);
+            if (apply) ql::holidays::ApplyPayAsYouGo(session.wage(), r);
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+    }
+    if (apply) cli::RecalculatePay(wageID);
+    QJsonObject j;
+    j.insert(QStringLiteral("WageID"), wageID);
+    j.insert(QStringLiteral("PayAsYouGo"), r.allowed);
+    j.insert(QStringLiteral("GrossEarnings"), cli::money(r.grossEarnings));
+    j.insert(QStringLiteral("HolidayPay"), cli::money(r.holidayPay));
+    j.insert(QStringLiteral("OnPay"), cli::money(apply ? r.holidayPay : r.onPay));
+    cli::printJson(out, j);
+    return 0;
+}
+
+const cli::CliCommand payAsYouGoCommand("pay-as-you-go", "pay-as-you-go WAGE_ID [--apply]", payAsYouGo);
 
 } // namespace

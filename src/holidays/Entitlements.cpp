@@ -70,11 +70,11 @@ AnnualBalance AnnualBalanceOn(Database& wage, qint32 employeeID, const QDate& da
         yearStart = anniversary;
     }
     b.entitledWeeks = 4.0 * b.completedYears;
-    const auto pattern = PatternOn(wage, employeeID, day);
+    const auto pattern = EffectivePattern(wage, employeeID, day);
     b.daysPerWeek = pattern && pattern->daysPerWeek() > 0 ? pattern->daysPerWeek() : 5;
     for (const LedgerRow& r : takenRows(wage, employeeID, kAnnualLeave, day)) {
         b.takenDays += r.days;
-        const auto p = PatternOn(wage, employeeID, r.from);
+        const auto p = EffectivePattern(wage, employeeID, r.from);
         b.takenWeeks += r.days / (p && p->daysPerWeek() > 0 ? p->daysPerWeek() : 5);
     }
     b.balanceWeeks = b.entitledWeeks - b.takenWeeks;

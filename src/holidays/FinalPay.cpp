@@ -1,4 +1,5 @@
 #include "FinalPay.h"
+#include "LeavePay.h"
 #include "Entitlements.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
@@ -8,7 +9,7 @@ namespace ql::holidays {
 
 namespace {
 
-QString money2(Currency c) { return c.toFixed4().chopped(2); }
+QString money2(Currency c) { return ToCents(c).toFixed4().chopped(2); }
 
 } // namespace
 
@@ -19,7 +20,7 @@ FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& l
                       QStringLiteral("The last day %1 is before the employee was hired.").arg(lastDay.toString(Qt::ISODate)));
     const QList<PayRecord> pays = LoadPays(wage, employeeID);
     const QDate after = lastDay.addDays(1);
-    const auto pattern = PatternOn(wage, employeeID, lastDay);
+    const auto pattern = EffectivePattern(wage, employeeID, lastDay);
     const HolidayTerms terms = TermsOf(wage, employeeID);
 
     FinalPayResult r;

@@ -21,6 +21,12 @@ Currency patternWeek(const Employee& e, const std::optional<WorkPattern>& patter
 WeeklyRate OrdinaryWeeklyPay(const Employee& e, const QList<PayRecord>& pays,
                              const std::optional<WorkPattern>& pattern, const QDate& day) {
     WeeklyRate r;
+    if (e.yearlySalary > Currency()) {
+        // A salary says what an ordinary week is worth.
+        r.amount = divide(e.yearlySalary, 52.0);
+        r.source = QStringLiteral("yearly salary divided by 52");
+        return r;
+    }
     const PayRecord* last = LastPayBefore(pays, day);
     if (last) {
         // Four calendar weeks back from the end of the last pay period, or that period when longer.
@@ -40,8 +46,8 @@ WeeklyRate OrdinaryWeeklyPay(const Employee& e, const QList<PayRecord>& pays,
     const Currency agreed = patternWeek(e, pattern);
     if (!last || r.wageIDs.isEmpty()) {
         r.amount = agreed;
-        r.source = e.yearlySalary > Currency() ? QStringLiteral("yearly salary divided by 52")
-                                               : QStringLiteral("hours of the work pattern at the pay rate");
+        r.source = pattern ? QStringLiteral("hours of the work pattern at the pay rate")
+                           : QStringLiteral("no pay in the 4 weeks and no work pattern");
     }
     return r;
 }
@@ -108,7 +114,7 @@ DailyRate AverageDailyPay(Database& wage, const Employee& e, const QList<PayReco
             r.days += *p->daysEntered;
             continue;
         }
-        const auto pattern = PatternOn(wage, e.employeeID, p->end);
+        const auto pattern = EffectivePattern(wage, e.employeeID, p->end);
         if (!pattern) continue;
         ++r.daysEstimated;
         for (QDate d = std::max(p->start, r.from); d <= p->end; d = d.addDays(1))

@@ -1,6 +1,7 @@
 #include "LeaveLiability.h"
 #include "Entitlements.h"
 #include "FinalPay.h"
+#include "LeavePay.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 
@@ -8,7 +9,7 @@ namespace ql::holidays {
 
 namespace {
 
-QString money2(Currency c) { return c.toFixed4().chopped(2); }
+QString money2(Currency c) { return ToCents(c).toFixed4().chopped(2); }
 
 QString csvField(const QString& s) {
     if (!s.contains(QLatin1Char(',')) && !s.contains(QLatin1Char('"'))) return s;

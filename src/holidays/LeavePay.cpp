@@ -78,7 +78,8 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
     const Employee e = LoadEmployee(wage, employeeID);
     const QList<PayRecord> pays = LoadPays(wage, employeeID);
     const HolidayTerms terms = TermsOf(wage, employeeID);
-    const auto pattern = PatternOn(wage, employeeID, from);
+    bool assumed = false;
+    const auto pattern = EffectivePattern(wage, employeeID, from, &assumed);
 
     LeavePayResult r;
     r.kind = kind;
@@ -88,8 +89,12 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
     r.awe = AverageWeeklyEarnings(e, pays, from);
     r.rdp = RelevantDailyPay(e, pattern, from);
     r.adp = AverageDailyPay(wage, e, pays, from);
-    if (!pattern) r.notes << QStringLiteral("No work pattern is kept for the employee: every day counts as an "
-                                            "otherwise working day and relevant daily pay cannot be found.");
+    if (assumed)
+        r.notes << QStringLiteral("No work pattern is kept for the employee: Monday to Friday with the occupation's "
+                                  "standard hours is assumed.");
+    else if (!pattern)
+        r.notes << QStringLiteral("No work pattern is kept for the employee and the occupation has no standard hours: "
+                                  "every day counts as an otherwise working day and relevant daily pay cannot be found.");
 
     if (kind == LeaveKind::Annual) {
         const bool aweGreater = r.awe.amount > r.owp.amount;
@@ -112,7 +117,7 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
         return h;
     };
     auto otherwiseWorking = [&](const QDate& d) {
-        const auto p = PatternOn(wage, employeeID, d);
+        const auto p = EffectivePattern(wage, employeeID, d);
         return !p || p->works(d);
     };
 
@@ -141,7 +146,7 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
                 r.rate = Currency::fromDouble(hourly.toDouble() * 1.5);
                 continue;
             }
-            const DailyRate rdp = RelevantDailyPay(e, PatternOn(wage, employeeID, d), d);
+            const DailyRate rdp = RelevantDailyPay(e, EffectivePattern(wage, employeeID, d), d);
             const DailyRate adp = AverageDailyPay(wage, e, pays, d);
             QString used;
             const Currency rate = dailyRate(rdp, adp, terms.dailyPay, &used);
@@ -165,7 +170,7 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
             r.dayList << LeaveDay{d, Currency(), holidayOn(d)->name + QStringLiteral(": a public holiday, paid as one")};
             continue;
         }
-        const DailyRate rdp = RelevantDailyPay(e, PatternOn(wage, employeeID, d), d);
+        const DailyRate rdp = RelevantDailyPay(e, EffectivePattern(wage, employeeID, d), d);
         const DailyRate adp = AverageDailyPay(wage, e, pays, d);
         QString used;
         const Currency rate = dailyRate(rdp, adp, terms.dailyPay, &used);

@@ -84,7 +84,7 @@ MinimumWageCheck CheckMinimumWage(Database& wage, qint32 wageID) {
         c.topUp = upToCent(c.minimum - c.payThatCounts);
         c.message = QStringLiteral("The pay for %1 hours is %2, below the minimum wage of %3 an hour (%4). A minimum "
                                    "wage top-up of %5 is due.")
-                        .arg(QString::number(double(c.hours), 'f', 2), c.payThatCounts.toFixed4().chopped(2),
+                        .arg(QString::number(double(c.hours), 'f', 2), ToCents(c.payThatCounts).toFixed4().chopped(2),
                              c.hourlyMinimum.toFixed4().chopped(2), c.minimum.toFixed4().chopped(2),
                              c.topUp.toFixed4().chopped(2));
     }

@@ -49,6 +49,24 @@ std::optional<WorkPattern> PatternOn(Database& wage, qint32 employeeID, const QD
     return out;
 }
 
+std::optional<WorkPattern> EffectivePattern(Database& wage, qint32 employeeID, const QDate& day, bool* assumed) {
+    if (assumed) *assumed = false;
+    auto kept = PatternOn(wage, employeeID, day);
+    if (kept) return kept;
+    const QVariant hours = wage.scalar(
+        QStringLiteral("SELECT sum(t.Standardhours) FROM PaymentTypes t JOIN PaymentNames n ON n.PaymentNameID = "
+                       "t.PaymentNameID JOIN Employees e ON e.EmployeeTypeID = t.EmployeeTypeID WHERE e.EmployeeID = %1 "
+                       "AND (n.EarningKind = 'ordinary-time' OR n.EarningKind = 'overtime-regular')")
+            .arg(employeeID));
+    const float week = IsNull(hours) ? 0.0f : CSng(hours);
+    if (week <= 0) return std::nullopt;
+    WorkPattern p;
+    for (std::size_t i = 0; i < 5; ++i)
+        p.hours.at(i) = week / 5.0f;
+    if (assumed) *assumed = true;
+    return p;
+}
+
 void SetWorkPattern(Database& wage, qint32 employeeID, const WorkPattern& p) {
     EnsureHolidayTables(wage);
     QVariantList values{employeeID, p.from.toString(Qt::ISODate)};

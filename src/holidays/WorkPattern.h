@@ -21,6 +21,10 @@ struct WorkPattern {
 
 // The pattern that holds on a day: the latest one from on or before it; none when none is kept.
 std::optional<WorkPattern> PatternOn(Database& wage, qint32 employeeID, const QDate& day);
+// The pattern kept for the day, or else Monday to Friday with the weekly hours of the employee's
+// occupation (its standard hours) spread evenly; none when the occupation has no standard hours.
+// assumed is set true for the second.
+std::optional<WorkPattern> EffectivePattern(Database& wage, qint32 employeeID, const QDate& day, bool* assumed = nullptr);
 // Keeps a pattern from its date (replacing one of the same date).
 void SetWorkPattern(Database& wage, qint32 employeeID, const WorkPattern& pattern);
 
