@@ -171,3 +171,21 @@ TEST_F(FinalPayTest, EmploymentNewZealandsPayAsYouGoExample) {
     EXPECT_EQ(PayAsYouGoOf(wage, pay).holidayPay, cur("24"));
     EXPECT_EQ(PayAsYouGoOf(wage, pay).onPay, cur("24"));
 }
+
+// Inland Revenue's example of a seasonal fruit packer: ten weeks at $25 an hour, a final week's gross of
+// $1,000, and $800 of 8% holiday pay in the final pay (the tax on it, $96.80, is the tax engine's).
+// Payroll Calculations and Business Rules Specification 2025 V1.3, 5.5, from
+// https://github.com/InlandRevenue/File_Upload_Services-Returns-and-Information/tree/master/Service%20-%20Payday%20Filing
+// The example does not give the weekly hours; 40 hours ($1,000 a week) are what its figures imply.
+TEST_F(FinalPayTest, InlandRevenuesFruitPackerGetsEightPercentOfTenWeeks) {
+    addEmployee(4, QDate(2026, 2, 2), 25.0);
+    QDate end(2026, 2, 8);
+    for (int week = 0; week < 10; ++week, end = end.addDays(7))
+        addPay(4, end, {{kOrdinary, 40, 25}});
+    const FinalPayResult r = ComputeFinalPay(wage, 4, QDate(2026, 4, 12));
+    EXPECT_EQ(r.grossSinceAnniversary, cur("10000"));
+    ASSERT_EQ(r.lines.size(), 1u);
+    EXPECT_EQ(r.lines.at(0).component, QStringLiteral("eight-percent"));
+    EXPECT_EQ(r.lines.at(0).amount, cur("800"));
+    EXPECT_EQ(r.total, cur("800"));
+}
