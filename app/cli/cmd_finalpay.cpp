@@ -1,6 +1,7 @@
 // The holiday part of a final pay, the leave liability of a day, and alternative holidays.
 #include "CliCommand.h"
 #include "HolidaySession.h"
+#include "holidays/CashUp.h"
 #include "holidays/Entitlements.h"
 #include "holidays/FinalPay.h"
 #include "holidays/LeaveLiability.h"
@@ -153,5 +154,48 @@ const cli::CliCommand alternativeHolidaysCommand(
     "alternative-holidays",
     "alternative-holidays EMPLOYEE_ID [--earned YYYY-MM-DD | --taken YYYY-MM-DD | --paid-out YYYY-MM-DD]",
     alternativeHolidays);
+
+} // namespace
+
+namespace {
+
+// cash-up EMPLOYEE_ID YYYY-MM-DD --weeks W [--add-to WAGE_ID]
+int cashUp(const QStringList& args, QTextStream& out) {
+    if (args.size() < 2) throw cli::CliUsageError();
+    const int employeeID = cli::wholeArgument(args.at(0));
+    const QDate day = cli::isoDateArgument(args.at(1));
+    const auto o = cli::holidayOptions(args, 2, {QStringLiteral("weeks"), QStringLiteral("add-to")});
+    bool ok = false;
+    const double weeks = o.value(QStringLiteral("weeks")).toDouble(&ok);
+    if (!ok) throw cli::CliUsageError();
+    const int addTo = o.contains(QStringLiteral("add-to")) ? cli::wholeArgument(o.value(QStringLiteral("add-to"))) : 0;
+    ql::holidays::CashUpResult r;
+    {
+        cli::HolidaySession session;
+        try {
+            r = ql::holidays::ComputeCashUp(session.wage(), employeeID, day, weeks);
+            if (addTo > 0) ql::holidays::ApplyCashUp(session.wage(), addTo, r);
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+    }
+    if (addTo > 0) cli::RecalculatePay(addTo);
+    QJsonObject j;
+    j.insert(QStringLiteral("EmployeeID"), employeeID);
+    j.insert(QStringLiteral("Requested"), cli::isoDate(day));
+    j.insert(QStringLiteral("Weeks"), weeks);
+    j.insert(QStringLiteral("BalanceWeeks"), r.balanceWeeks);
+    j.insert(QStringLiteral("CashedUpThisYear"), r.cashedUpThisYear);
+    j.insert(QStringLiteral("OWP"), cli::money(r.owp.amount));
+    j.insert(QStringLiteral("AWE"), cli::money(r.awe.amount));
+    j.insert(QStringLiteral("RateUsed"), r.rateUsed);
+    j.insert(QStringLiteral("Amount"), cli::money(r.amount));
+    j.insert(QStringLiteral("Refusal"), r.refusal.isEmpty() ? QJsonValue() : QJsonValue(r.refusal));
+    if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
+    cli::printJson(out, j);
+    return 0;
+}
+
+const cli::CliCommand cashUpCommand("cash-up", "cash-up EMPLOYEE_ID YYYY-MM-DD --weeks W [--add-to WAGE_ID]", cashUp);
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -41,7 +42,7 @@ HolidayPayWidget::HolidayPayWidget(QWidget* parent) : QWidget(parent) {
     m_days->setRange(0.5, 366);
     m_days->setDecimals(1);
     m_days->setValue(1);
-    m_workOut = new QPushButton(QStringLiteral("&Work out"), this);
+    m_workOut = new QPushButton(QStringLiteral("Work out"), this);
     m_workOut->setAccessibleName(QStringLiteral("Work out the leave's pay"));
     m_add = new QPushButton(QStringLiteral("Add leave to this pay"), this);
     m_add->setAccessibleName(QStringLiteral("Add leave to this pay"));
@@ -50,12 +51,19 @@ HolidayPayWidget::HolidayPayWidget(QWidget* parent) : QWidget(parent) {
     m_working->setReadOnly(true);
     m_working->setMaximumHeight(120);
 
+    // The editing boxes inside the date and number boxes carry their names too. No access keys: the
+    // leave tab's own use the letters.
+    for (QLineEdit* inner : m_from->findChildren<QLineEdit*>())
+        inner->setAccessibleName(m_from->accessibleName());
+    for (QLineEdit* inner : m_days->findChildren<QLineEdit*>())
+        inner->setAccessibleName(m_days->accessibleName());
+
     auto* row = new QHBoxLayout;
-    auto* kindLabel = new QLabel(QStringLiteral("&Leave"), this);
+    auto* kindLabel = new QLabel(QStringLiteral("Leave"), this);
     kindLabel->setBuddy(m_kind);
-    auto* fromLabel = new QLabel(QStringLiteral("&From"), this);
+    auto* fromLabel = new QLabel(QStringLiteral("From"), this);
     fromLabel->setBuddy(m_from);
-    auto* daysLabel = new QLabel(QStringLiteral("Da&ys"), this);
+    auto* daysLabel = new QLabel(QStringLiteral("Days"), this);
     daysLabel->setBuddy(m_days);
     row->addWidget(kindLabel);
     row->addWidget(m_kind);

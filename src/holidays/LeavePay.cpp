@@ -109,6 +109,21 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
         return r;
     }
 
+    if (kind == LeaveKind::Sick) {
+        const SickBalance sick = SickBalanceOn(wage, employeeID, from);
+        r.notes << QStringLiteral("Sick leave balance on the first day: %1 days.").arg(sick.balanceDays, 0, 'f', 1);
+        if (from < sick.firstEntitled)
+            r.notes << QStringLiteral("No sick leave is due before %1, six months after the start (the hours test "
+                                      "is not checked).")
+                           .arg(sick.firstEntitled.toString(Qt::ISODate));
+        else if (days > sick.balanceDays)
+            r.notes << QStringLiteral("The leave is longer than the balance of sick leave.");
+    } else if (kind == LeaveKind::Bereavement) {
+        r.notes << QStringLiteral("Bereavement leave is 3 days for a close relative's death and 1 day for another's.");
+    } else if (kind == LeaveKind::FamilyViolence) {
+        r.notes << QStringLiteral("Family violence leave is 10 days in each year after six months' employment.");
+    }
+
     const QList<PublicHoliday> thisYear = PublicHolidaysOf(from.year(), terms.region);
     const QList<PublicHoliday> nextYear = PublicHolidaysOf(from.year() + 1, terms.region);
     const bool worksSat = pattern && pattern->hours.at(5) > 0, worksSun = pattern && pattern->hours.at(6) > 0;

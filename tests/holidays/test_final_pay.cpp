@@ -1,5 +1,6 @@
 // Balances, final pay, leave liability and holiday pay as you go.
 #include "HolidayFixture.h"
+#include "holidays/CashUp.h"
 #include "holidays/Entitlements.h"
 #include "holidays/FinalPay.h"
 #include "holidays/LeaveLiability.h"
@@ -188,4 +189,24 @@ TEST_F(FinalPayTest, InlandRevenuesFruitPackerGetsEightPercentOfTenWeeks) {
     EXPECT_EQ(r.lines.at(0).component, QStringLiteral("eight-percent"));
     EXPECT_EQ(r.lines.at(0).amount, cur("800"));
     EXPECT_EQ(r.total, cur("800"));
+}
+
+TEST_F(FinalPayTest, AWeekMayBeCashedUpEachEntitlementYear) {
+    addFarmHand();
+    const int pay = addPay(1, QDate(2026, 12, 13), {{kOrdinary, 40, 25}});
+    CashUpResult r = ComputeCashUp(wage, 1, QDate(2026, 12, 7), 1.5);
+    EXPECT_FALSE(r.refusal.isEmpty()); // more than a week
+    EXPECT_THROW(ApplyCashUp(wage, pay, r), ql::VbError);
+    r = ComputeCashUp(wage, 1, QDate(2026, 12, 7), 1);
+    EXPECT_TRUE(r.refusal.isEmpty()) << r.refusal.toStdString();
+    EXPECT_EQ(r.rateUsed, QStringLiteral("AWE"));
+    EXPECT_EQ(r.amount, cur("1105.77"));
+    ApplyCashUp(wage, pay, r);
+    // The week comes off the balance, and a second week in the same year is refused.
+    EXPECT_DOUBLE_EQ(AnnualBalanceOn(wage, 1, QDate(2026, 12, 8)).balanceWeeks, 7.0);
+    const CashUpResult again = ComputeCashUp(wage, 1, QDate(2026, 12, 8), 0.5);
+    EXPECT_DOUBLE_EQ(again.cashedUpThisYear, 1.0);
+    EXPECT_TRUE(again.refusal.startsWith(QStringLiteral("At most one week a year")));
+    // The cash-up is not gross earnings.
+    EXPECT_EQ(ComputeFinalPay(wage, 1, QDate(2026, 12, 13)).grossSinceAnniversary, cur("46500"));
 }
