@@ -7,11 +7,15 @@
 #include "frame/ScriptedDialogs.h"
 #include "payday/BankAccount.h"
 #include "payday/BankFile.h"
+#include "payday/BankFileCheck.h"
 #include "payday/PayRun.h"
 #include "payday/PayRunCommitter.h"
+#include "payday/PaydayFileCheck.h"
 #include "payday/PaydayFiles.h"
 #include "payday/PaydayTables.h"
+#include "payday/PaydayText.h"
 #include "payengine/AppContext.h"
+#include "runtime/DateFns.h"
 #include "runtime/VbError.h"
 #include "startup/Startup.h"
 #include <QDate>
@@ -57,12 +61,18 @@ QHash<QString, QString> options(const QStringList& args, int from, const QString
     return o;
 }
 
-void write(const QString& path, const QString& text) {
+void write(const QString& path, const QString& text, const QString& what, const ql::FileCheck& check) {
     try {
-        ql::WritePaydayFile(path, text);
+        ql::WritePaydayFile(path, text, what, check);
     } catch (const ql::VbError& e) {
         throw cli::CliFailure(e.description());
     }
+}
+
+// Names written otherwise than stored, on standard error so that the result line stays one line.
+void tellNotes(const QStringList& notes) {
+    for (const QString& n : notes)
+        cli::err() << n << "\n";
 }
 
 int paydayFile(const QStringList& args, QTextStream& out) {
@@ -73,8 +83,12 @@ int paydayFile(const QStringList& args, QTextStream& out) {
     Session session;
     const ql::PaydayFile file = ql::EmploymentInformationFile(session.wage(), date);
     if (!file.ok()) throw cli::CliFailure(file.refusal);
-    write(o.value(QStringLiteral("out")), file.text);
-    out << QStringLiteral("%1: %2 employee lines\n").arg(o.value(QStringLiteral("out"))).arg(file.lines);
+    write(o.value(QStringLiteral("out")), file.text, QStringLiteral("payday filing file"),
+          ql::CheckEmploymentInformationFile);
+    tellNotes(file.notes);
+    out << QStringLiteral("%1: %2\n")
+               .arg(o.value(QStringLiteral("out")),
+                    ql::Counted(file.lines, QStringLiteral("employee line"), QStringLiteral("employee lines")));
     return 0;
 }
 
@@ -86,35 +100,52 @@ int employeeDetailsFile(const QStringList& args, QTextStream& out) {
     Session session;
     const ql::PaydayFile file = ql::EmployeeDetailsFile(session.wage(), since);
     if (!file.ok()) throw cli::CliFailure(file.refusal);
-    write(o.value(QStringLiteral("out")), file.text);
-    out << QStringLiteral("%1: %2 employees\n").arg(o.value(QStringLiteral("out"))).arg(file.lines);
+    write(o.value(QStringLiteral("out")), file.text, QStringLiteral("employee details file"),
+          ql::CheckEmployeeDetailsFile);
+    tellNotes(file.notes);
+    out << QStringLiteral("%1: %2\n")
+               .arg(o.value(QStringLiteral("out")),
+                    ql::Counted(file.lines, QStringLiteral("employee"), QStringLiteral("employees")));
     return 0;
 }
 
 int bankFile(const QStringList& args, QTextStream& out) {
-    if (args.size() != 5) throw cli::CliUsageError();
+    if (args.size() != 5 && args.size() != 7) throw cli::CliUsageError();
     const QDate date = dateArgument(args.at(0));
-    const auto o = options(args, 1, {QStringLiteral("format"), QStringLiteral("out")});
-    if (!o.contains(QStringLiteral("format")) || !o.contains(QStringLiteral("out")))
-        throw cli::CliUsageError();
+    const auto o = options(args, 1, {QStringLiteral("format"), QStringLiteral("out"), QStringLiteral("date")});
+    if (!o.contains(QStringLiteral("format")) || !o.contains(QStringLiteral("out"))) throw cli::CliUsageError();
     Session session;
-    ql::BankFormat format = ql::BankFormatByName(o.value(QStringLiteral("format")));
-    if (o.value(QStringLiteral("format")).compare(QStringLiteral("auto"), Qt::CaseInsensitive) == 0) {
+    // The day the bank pays: the pay date unless --date names today or another day.
+    QDate due;
+    if (o.contains(QStringLiteral("date")))
+        due = o.value(QStringLiteral("date")).compare(QStringLiteral("today"), Qt::CaseInsensitive) == 0
+                  ? ql::Today()
+                  : dateArgument(o.value(QStringLiteral("date")));
+    const QString typed = o.value(QStringLiteral("format"));
+    ql::BankFormat format = ql::BankFormatByName(typed);
+    if (typed.compare(QStringLiteral("auto"), Qt::CaseInsensitive) == 0) {
         format = ql::BankFormatForAccount(ql::LoadPaydaySettings(session.wage()).payingAccount);
         if (format == ql::BankFormat::None)
-            throw cli::CliFailure(QStringLiteral("The paying account's bank has no bank file format here: "
-                                                 "choose ANZ, ASB, BNZ or Westpac."));
+            throw cli::CliFailure(QStringLiteral("The paying account's bank has no bank file format here: choose "
+                                                 "anz, anz-transactive, asb, bnz or westpac, whichever your "
+                                                 "bank's import takes."));
     }
     if (format == ql::BankFormat::None) throw cli::CliUsageError();
-    const ql::BankFile file = ql::MakeBankFile(session.wage(), date, format);
+    const QDate made = ql::Today();
+    const ql::BankFile file = ql::MakeBankFile(session.wage(), date, format, made, due);
+    if (file.pastDue)
+        throw cli::CliFailure(file.refusal + QStringLiteral(" Run again with --date today to have the bank pay "
+                                                           "today, or --date YYYY-MM-DD for a later day."));
     if (!file.ok()) throw cli::CliFailure(file.refusal);
-    write(o.value(QStringLiteral("out")), file.text);
-    out << QStringLiteral("%1: %2 payments, %3.%4 in total, %5 format\n")
-               .arg(o.value(QStringLiteral("out")))
-               .arg(file.payments)
+    write(o.value(QStringLiteral("out")), file.text, QStringLiteral("bank file"),
+          [format, made](const QString& text) { return ql::CheckBankFile(text, format, made); });
+    tellNotes(file.notes);
+    out << QStringLiteral("%1: %2, %3.%4 in total, %5 format, due %6\n")
+               .arg(o.value(QStringLiteral("out")),
+                    ql::Counted(file.payments, QStringLiteral("payment"), QStringLiteral("payments")))
                .arg(file.totalCents / 100)
                .arg(file.totalCents % 100, 2, 10, QChar(u'0'))
-               .arg(ql::BankFormatName(format));
+               .arg(ql::BankFormatName(format), file.due.toString(Qt::ISODate));
     return 0;
 }
 
@@ -162,6 +193,23 @@ int bankAccount(const QStringList& args, QTextStream& out) {
         }
     }
     out << cli::jsonString(ql::EmployeeBankAccount(session.wage(), employeeID)) << "\n";
+    return 0;
+}
+
+int kiwiSaverStatus(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty() || args.size() > 2) throw cli::CliUsageError();
+    bool ok = false;
+    const qint32 employeeID = args.at(0).toInt(&ok);
+    if (!ok) throw cli::CliUsageError();
+    Session session;
+    if (args.size() == 2) {
+        try {
+            ql::SetEmployeeKiwiSaverStatus(session.wage(), employeeID, args.at(1));
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+    }
+    out << cli::jsonString(ql::EmployeeKiwiSaverStatus(session.wage(), employeeID)) << "\n";
     return 0;
 }
 
@@ -251,9 +299,10 @@ const cli::CliCommand paydayFileCommand("payday-file", "payday-file YYYY-MM-DD -
 const cli::CliCommand employeeDetailsCommand("employee-details-file",
                                              "employee-details-file --since YYYY-MM-DD --out FILE",
                                              employeeDetailsFile);
-const cli::CliCommand bankFileCommand("bank-file",
-                                      "bank-file YYYY-MM-DD --format anz|asb|bnz|westpac|auto --out FILE",
-                                      bankFile);
+const cli::CliCommand bankFileCommand(
+    "bank-file",
+    "bank-file YYYY-MM-DD --format anz|anz-transactive|asb|bnz|westpac|auto --out FILE [--date today|YYYY-MM-DD]",
+    bankFile);
 const cli::CliCommand
     paydaySettingsCommand("payday-settings",
                           "payday-settings [--name T] [--phone T] [--email T] [--ird T] [--account T]",
@@ -262,5 +311,7 @@ const cli::CliCommand
 const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD [--commit] [--pdf-folder DIR]", payRun,
                                     true);
 const cli::CliCommand bankAccountCommand("bank-account", "bank-account EMPLOYEE_ID [ACCOUNT]", bankAccount);
+const cli::CliCommand kiwiSaverStatusCommand("kiwisaver-status", "kiwisaver-status EMPLOYEE_ID [AE|AK|OK|NK|CT]",
+                                             kiwiSaverStatus);
 
 } // namespace

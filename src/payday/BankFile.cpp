@@ -2,6 +2,7 @@
 #include "BankAccount.h"
 #include "PaydayPays.h"
 #include "PaydayTables.h"
+#include "PaydayText.h"
 #include "data/FarmDetails.h"
 #include "runtime/DateFns.h"
 
@@ -42,18 +43,37 @@ QString line(const QStringList& fields) {
     return fields.join(u',') + QStringLiteral("\r\n");
 }
 
-// Payroll credits use the salaries transaction code of the clearing system.
+// Payroll credits use the salaries transaction code of the clearing system; ANZ's business import
+// documents the standard credit only.
 const QString kSalaryCode = QStringLiteral("52");
+const QString kCreditCode = QStringLiteral("50");
 
+QString ymd(const QDate& d) {
+    return d.toString(QStringLiteral("yyyyMMdd"));
+}
+
+// ANZ business internet banking, "domestic extended": header 1 with the due and creation dates,
+// transactions 2 of 13 fields, control 3 with total, count and hash.
 QString anz(const Batch& b) {
-    QString out =
-        line({QStringLiteral("1"), QStringLiteral("C"), b.due.toString(QStringLiteral("yyyyMMdd")), QString(),
-              b.created.toString(QStringLiteral("yyyyMMdd")), b.from.sixteenDigits(), QString(),
-              QStringLiteral("M"), b.from.sixteenDigits(), BankField(QStringLiteral("Wages"), 12), QString(),
-              QString(), QString(), QString(), QString(), QString()});
+    QString out = line({QStringLiteral("1"), QString(), QString(), QString(), QString(), QString(), ymd(b.due),
+                        ymd(b.created), QString()});
+    for (const Credit& c : b.credits)
+        out += line({QStringLiteral("2"), c.account.sixteenDigits(), kCreditCode, cents(c.cents),
+                     BankText(c.name, 20), c.reference, c.code, QString(), c.particulars,
+                     BankText(b.employer, 20), c.payerCode, c.payerReference, c.payerParticulars});
+    out += line({QStringLiteral("3"), cents(b.total), QString::number(b.credits.size()), b.hash});
+    return out;
+}
+
+// ANZ Transactive, NZ domestic payments CSV with control record.
+QString anzTransactive(const Batch& b) {
+    QString out = line({QStringLiteral("1"), QStringLiteral("C"), ymd(b.due), QString(), ymd(b.created),
+                        b.from.sixteenDigits(), QString(), QStringLiteral("M"), b.from.sixteenDigits(),
+                        BankText(QStringLiteral("Wages"), 12), QString(), QString(), QString(), QString(),
+                        QString(), QString()});
     for (const Credit& c : b.credits)
         out += line({QStringLiteral("2"), c.account.sixteenDigits(), kSalaryCode, cents(c.cents),
-                     BankField(c.name, 32), c.particulars, c.code, c.reference, c.payerParticulars,
+                     BankText(c.name, 32), c.particulars, c.code, c.reference, c.payerParticulars,
                      c.payerCode, c.payerReference, QString(), QString(), QString()});
     out += line({QStringLiteral("3"), QString(), cents(b.total), QString::number(b.credits.size()), b.hash,
                  QString(), QString(), QString()});
@@ -66,20 +86,19 @@ QString bnz(const Batch& b) {
                         b.created.toString(QStringLiteral("yyMMdd")), QString()});
     for (const Credit& c : b.credits)
         out += line({QStringLiteral("2"), c.account.sixteenDigits(), kSalaryCode, cents(c.cents),
-                     BankField(c.name, 20), c.reference, c.code, QString(), c.particulars,
-                     BankField(b.employer, 20), c.payerCode, c.payerReference, c.payerParticulars});
+                     BankText(c.name, 20), c.reference, c.code, QString(), c.particulars,
+                     BankText(b.employer, 20), c.payerCode, c.payerReference, c.payerParticulars});
     out += line({QStringLiteral("3"), cents(b.total), QString::number(b.credits.size()), b.hash});
     return out;
 }
 
 QString asb(const Batch& b) {
     QString out;
-    const QString batchName =
-        BankField(QStringLiteral("Wages ") + b.due.toString(QStringLiteral("yyyyMMdd")), 20);
+    const QString batchName = BankText(QStringLiteral("Wages ") + ymd(b.due), 20);
     for (const Credit& c : b.credits)
         out += line({batchName, b.due.toString(QStringLiteral("yyyy/MM/dd")), b.from.sixteenDigits(),
                      money2(c.cents), c.particulars, c.code, c.reference, c.account.sixteenDigits(),
-                     c.payerParticulars, c.payerCode, c.payerReference, BankField(c.name, 32)});
+                     c.payerParticulars, c.payerCode, c.payerReference, BankText(c.name, 20)});
     return out;
 }
 
@@ -91,16 +110,16 @@ QStringList accountParts(const NzBankAccount& a) {
 QString westpac(const Batch& b) {
     const QStringList from = accountParts(b.from);
     QString out = line({QStringLiteral("A"), QStringLiteral("1"), from.at(0), from.at(1),
-                        BankField(b.employer, 30), QString(), BankField(QStringLiteral("Wages"), 20),
+                        BankText(b.employer, 30), QString(), BankText(QStringLiteral("Wages"), 20),
                         b.due.toString(QStringLiteral("ddMMyy")), QString()});
     int sequence = 2;
     for (const Credit& c : b.credits) {
         QStringList f{QStringLiteral("D"), QString::number(sequence++)};
         f << accountParts(c.account);
-        f << kSalaryCode << QStringLiteral("DC") << cents(c.cents) << BankField(c.name, 20) << c.particulars
+        f << kSalaryCode << QStringLiteral("DC") << cents(c.cents) << BankText(c.name, 20) << c.particulars
           << c.code << c.reference;
         f << from;
-        f << BankField(b.employer, 20) << QString();
+        f << BankText(b.employer, 20) << QString();
         out += line(f);
     }
     return out;
@@ -108,27 +127,37 @@ QString westpac(const Batch& b) {
 
 } // namespace
 
+QList<BankFormat> BankFormats() {
+    return {BankFormat::Anz, BankFormat::AnzTransactive, BankFormat::Asb, BankFormat::Bnz, BankFormat::Westpac};
+}
+
+QString BankFormatCode(BankFormat format) {
+    switch (format) {
+    case BankFormat::Anz: return QStringLiteral("anz");
+    case BankFormat::AnzTransactive: return QStringLiteral("anz-transactive");
+    case BankFormat::Asb: return QStringLiteral("asb");
+    case BankFormat::Bnz: return QStringLiteral("bnz");
+    case BankFormat::Westpac: return QStringLiteral("westpac");
+    case BankFormat::None: break;
+    }
+    return QString();
+}
+
 BankFormat BankFormatByName(const QString& name) {
     const QString n = name.trimmed().toLower();
-    if (n == u"anz") return BankFormat::Anz;
-    if (n == u"asb") return BankFormat::Asb;
-    if (n == u"bnz") return BankFormat::Bnz;
-    if (n == u"westpac") return BankFormat::Westpac;
+    for (BankFormat f : BankFormats())
+        if (n == BankFormatCode(f)) return f;
     return BankFormat::None;
 }
 
 QString BankFormatName(BankFormat format) {
     switch (format) {
-    case BankFormat::Anz:
-        return QStringLiteral("ANZ");
-    case BankFormat::Asb:
-        return QStringLiteral("ASB");
-    case BankFormat::Bnz:
-        return QStringLiteral("BNZ");
-    case BankFormat::Westpac:
-        return QStringLiteral("Westpac");
-    case BankFormat::None:
-        break;
+    case BankFormat::Anz: return QStringLiteral("ANZ");
+    case BankFormat::AnzTransactive: return QStringLiteral("ANZ Transactive");
+    case BankFormat::Asb: return QStringLiteral("ASB");
+    case BankFormat::Bnz: return QStringLiteral("BNZ");
+    case BankFormat::Westpac: return QStringLiteral("Westpac");
+    case BankFormat::None: break;
     }
     return QString();
 }
@@ -138,7 +167,9 @@ BankFormat BankFormatForAccount(const QString& account) {
     if (!ParseNzBankAccount(account, a)) return BankFormat::None;
     switch (a.bank) {
     case 1:
+    case 4:
     case 6:
+    case 11:
         return BankFormat::Anz;
     case 2:
         return BankFormat::Bnz;
@@ -151,16 +182,6 @@ BankFormat BankFormatForAccount(const QString& account) {
     }
 }
 
-QString BankField(const QString& text, int length) {
-    QString t;
-    for (const QChar c : text) {
-        if (c == u',' || c == u'"' || c == u'\r' || c == u'\n') continue;
-        // The banks' files are plain ASCII.
-        t += c.unicode() < 128 ? c : QChar(u'?');
-    }
-    return t.trimmed().left(length).trimmed();
-}
-
 QString BankHashTotal(const QStringList& accounts) {
     qint64 total = 0;
     for (const QString& text : accounts) {
@@ -171,10 +192,10 @@ QString BankHashTotal(const QStringList& accounts) {
     return QString::number(total).right(11).rightJustified(11, u'0');
 }
 
-BankFile MakeBankFile(Database& wage, const QDate& paymentDate, BankFormat format, QDate created) {
+BankFile MakeBankFile(Database& wage, const QDate& paymentDate, BankFormat format, QDate created, QDate due) {
     BankFile file;
     if (format == BankFormat::None) {
-        file.refusal = QStringLiteral("Choose a bank file format: ANZ, ASB, BNZ or Westpac.");
+        file.refusal = QStringLiteral("Choose a bank file format: ANZ, ANZ Transactive, ASB, BNZ or Westpac.");
         return file;
     }
     const PaydaySettings settings = LoadPaydaySettings(wage);
@@ -192,8 +213,22 @@ BankFile MakeBankFile(Database& wage, const QDate& paymentDate, BankFormat forma
         return file;
     }
     b.employer = GetFarmName();
-    b.due = paymentDate;
     b.created = created.isValid() ? created : Today();
+    b.due = due.isValid() ? due : paymentDate;
+    file.due = b.due;
+    if (b.due < b.created) {
+        file.pastDue = true;
+        file.refusal = QStringLiteral("The pay date %1 is past: a bank refuses a file whose due date is before "
+                                      "the day it is made, %2. Choose today or a later day for the bank to pay.")
+                           .arg(dateText(QVariant(b.due)), dateText(QVariant(b.created)));
+        return file;
+    }
+    if (format == BankFormat::Bnz && b.due > b.created.addYears(1)) {
+        file.refusal = QStringLiteral("BNZ takes a due date up to a year after the day the file is made; %1 is "
+                                      "further away.")
+                           .arg(dateText(QVariant(b.due)));
+        return file;
+    }
     QStringList accounts;
     for (const PaydayPay& p : pays) {
         const qint64 c = Cents(p.takeHome).toLongLong();
@@ -209,11 +244,15 @@ BankFile MakeBankFile(Database& wage, const QDate& paymentDate, BankFormat forma
             continue;
         }
         credit.name = p.name();
+        const QString plain = BankText(credit.name, 1000);
+        if (plain != credit.name.simplified())
+            file.notes << QStringLiteral("%1 is written as %2.").arg(credit.name.simplified(), plain);
         credit.cents = c;
-        credit.particulars = BankField(b.employer, 12);
-        credit.reference = BankField(p.reference, 12);
-        credit.payerParticulars = BankField(p.lastName.isEmpty() ? p.name() : p.lastName, 12);
-        credit.payerReference = BankField(p.reference, 12);
+        credit.particulars = BankText(b.employer, 12);
+        credit.code = QStringLiteral("Wages");
+        credit.reference = BankText(p.reference, 12);
+        credit.payerParticulars = BankText(p.lastName.isEmpty() ? p.name() : p.lastName, 12);
+        credit.payerReference = BankText(p.reference, 12);
         b.credits << credit;
         b.total += c;
         accounts << typed;
@@ -234,6 +273,9 @@ BankFile MakeBankFile(Database& wage, const QDate& paymentDate, BankFormat forma
     switch (format) {
     case BankFormat::Anz:
         file.text = anz(b);
+        break;
+    case BankFormat::AnzTransactive:
+        file.text = anzTransactive(b);
         break;
     case BankFormat::Asb:
         file.text = asb(b);

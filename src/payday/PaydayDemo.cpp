@@ -54,6 +54,11 @@ void AddDemoPaydayDetails(Database& wage) {
                          {QString::number(next++), id});
         }
         for (const qint32 id : ids) SetEmployeeBankAccount(wage, id, demoAccount(id));
+        // Each invented employee gave a KiwiSaver status when hired: a member if enrolled here.
+        wage.execute(QStringLiteral("INSERT INTO PaydayKiwiSaverStatus (EmployeeID, Status) SELECT EmployeeID, "
+                                    "CASE WHEN coalesce(KiwiSaverEnrolled, 0) <> 0 THEN 'AK' ELSE 'NK' END "
+                                    "FROM Employees WHERE EmployeeID NOT IN (SELECT EmployeeID FROM "
+                                    "PaydayKiwiSaverStatus)"));
         wage.commitTrans();
     } catch (...) {
         wage.rollback();

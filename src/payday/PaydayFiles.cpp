@@ -1,7 +1,9 @@
 #include "PaydayFiles.h"
 #include "IrdNumber.h"
+#include "PaydayFileCheck.h"
 #include "PaydayPays.h"
 #include "PaydayTables.h"
+#include "PaydayText.h"
 #include "data/Recordset.h"
 #include "frame/SettingGetters.h"
 #include "runtime/Convert.h"
@@ -9,21 +11,30 @@
 #include "runtime/VbError.h"
 #include <QCoreApplication>
 #include <QHash>
-#include <QSaveFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <cmath>
 
 namespace ql {
 
 namespace {
 
-// Fields are separated by commas and carry no quotes, so neither may appear inside a value.
+// Fields are separated by commas and carry only keyboard characters without quotes, brackets or
+// backslashes: letters with macrons are written without them, line breaks and tabs as blanks.
 QString field(const QString& value) {
-    QString v = value;
-    v.remove(u',');
-    v.remove(u'"');
-    v.replace(u'\n', u' ');
-    v.replace(u'\r', u' ');
-    return v.trimmed();
+    QString v;
+    for (const QChar c : PlainAscii(value))
+        if (IsKeyboardCharacter(c)) v += c;
+    return v.simplified();
+}
+
+// A note when a name is written otherwise than stored (beyond blanks).
+void noteName(PaydayFile& file, const QString& name) {
+    const QString written = field(name);
+    if (written != name.simplified()) file.notes << QStringLiteral("%1 is written as %2.").arg(name.simplified(), written);
 }
 
 QString ymd(const QDate& d) {
@@ -73,18 +84,29 @@ QString EiTaxCode(const QString& taxCode) {
     return field(code);
 }
 
+QString TedTaxCode(const QString& taxCode) {
+    const QString compact = EiTaxCode(taxCode);
+    for (const QString& code : IrTaxCodes())
+        if (QString(code).remove(u' ') == compact) return code;
+    return field(taxCode.toUpper());
+}
+
 QString PayrollPackageName() {
     return QStringLiteral("Quillary %1").arg(QStringLiteral(QUILLARY_PAYDAY_VERSION));
 }
 
-QString PayCycleCode(float paysPerYear) {
+QString PayCycleCode(float paysPerYear, float numberOfDays, bool oneOff) {
+    if (oneOff) return QStringLiteral("AH");
+    if (std::lround(numberOfDays) == 1 || paysPerYear >= 250.0f) return QStringLiteral("DA");
     switch (std::lround(paysPerYear)) {
     case 52:
         return QStringLiteral("WK");
     case 26:
         return QStringLiteral("FT");
+    case 24:
+        return QStringLiteral("HM");
     case 13:
-        return QStringLiteral("FW");
+        return QStringLiteral("4W");
     case 12:
         return QStringLiteral("MT");
     case 0:
@@ -113,7 +135,7 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
             file.toFix << irdProblem(p.name(), p.irdNumber);
             continue;
         }
-        const QString cycle = PayCycleCode(p.paysPerYear);
+        const QString cycle = PayCycleCode(p.paysPerYear, p.numberOfDays, p.oneOff);
         if (cycle.isEmpty()) {
             file.refusal =
                 QStringLiteral("The pay interval \"%1\" of %2 has no pay cycle in the payday filing "
@@ -121,6 +143,7 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
                     .arg(p.intervalName, p.name());
             return file;
         }
+        noteName(file, p.name());
         const qint64 g = Cents(p.gross).toLongLong(), t = Cents(p.paye).toLongLong(),
                      cs = Cents(p.childSupport).toLongLong(), sl = Cents(p.studentLoan).toLongLong(),
                      ks = Cents(p.kiwiSaver).toLongLong(), es = Cents(p.esct).toLongLong();
@@ -136,7 +159,7 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
             ymd(p.periodStart),
             ymd(p.payDate),
             cycle,
-            QString::number(std::lround(static_cast<double>(p.hours) * 100.0)),
+            QString::number(std::llround(p.hours * 100.0)),
             QString::number(g),
             QStringLiteral("0"), // earnings not liable for ACC earners' levy
             QStringLiteral("0"), // lump sum indicator
@@ -168,6 +191,17 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
         refuseForIrdNumbers(file, QStringLiteral("payday filing file"));
         return file;
     }
+    const QString contact = PayrollContactProblem(settings.contactName, settings.contactPhone, settings.contactEmail);
+    if (!contact.isEmpty() || settings.contactName.trimmed().isEmpty() || settings.contactPhone.trimmed().isEmpty() ||
+        settings.contactEmail.trimmed().isEmpty()) {
+        file.refusal = QStringLiteral("The payday filing file was not written: %1 Please correct the payroll "
+                                      "contact in the payday settings.")
+                           .arg(contact.isEmpty() ? QStringLiteral("Inland Revenue needs the payroll contact's "
+                                                                   "name, phone and email.")
+                                                  : contact);
+        return file;
+    }
+
     const qint64 deducted = paye + childSupport + studentLoan + kiwiSaver + employerNet + esct;
     file.text = record({
                     QStringLiteral("HEI2"),
@@ -213,6 +247,7 @@ PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
             .arg(from),
         RecordsetType::Snapshot);
     struct Row {
+        qint32 employeeID;
         qint32 addressID;
         QDate birth, hired, finished;
         QString ird, taxCode;
@@ -220,7 +255,7 @@ PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
     QList<Row> rows;
     for (; !rs->EOF_(); rs->MoveNext()) {
         const QVariant address = rs->value(QStringLiteral("AddressID"));
-        rows << Row{IsNull(address) ? 0 : CLng(address),
+        rows << Row{CLng(rs->value(QStringLiteral("EmployeeID"))), IsNull(address) ? 0 : CLng(address),
                     storedDate(rs->value(QStringLiteral("Birthdate"))),
                     storedDate(rs->value(QStringLiteral("DateHired"))),
                     storedDate(rs->value(QStringLiteral("DateFinished"))),
@@ -258,6 +293,7 @@ PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
     const QString employerIrd = EmployerIrdNumber(wage);
     if (!IsValidIrdNumber(employerIrd)) file.toFix << irdProblem(QStringLiteral("The employer"), employerIrd);
     QString lines;
+    QStringList noStatus;
     for (const Row& r : rows) {
         const Person p = people.value(r.addressID);
         const QString name = (p.first + u' ' + p.last).trimmed();
@@ -276,16 +312,33 @@ PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
         ded[8] = ymd(r.hired);
         ded[9] = ymd(r.finished.isValid() && r.finished >= since ? r.finished : QDate());
         ded[10] = starting ? QStringLiteral("NE") : QString();
+        if (starting) {
+            ded[11] = EmployeeKiwiSaverStatus(wage, r.employeeID);
+            if (ded[11].isEmpty()) {
+                noStatus << QStringLiteral("%1: no KiwiSaver status").arg(name);
+                continue;
+            }
+        }
+        noteName(file, name);
         if (!p.street.isEmpty() || !p.city.isEmpty()) {
             ded[20] = QStringLiteral("NZL");
             ded[26] = field(p.street);
             ded[28] = field(p.city);
         }
-        lines += record(ded) + record({QStringLiteral("TED"), field(r.taxCode)});
+        lines += record(ded) + record({QStringLiteral("TED"), TedTaxCode(r.taxCode)});
         ++file.lines;
     }
     if (!file.toFix.isEmpty()) {
         refuseForIrdNumbers(file, QStringLiteral("employee details file"));
+        return file;
+    }
+    if (!noStatus.isEmpty()) {
+        file.toFix = noStatus;
+        file.refusal = QStringLiteral("The employee details file was not written: a new employee's line needs "
+                                      "the KiwiSaver status the employee gave (AE auto-enrolled, AK already a "
+                                      "member, OK opting in, NK not eligible, CT casual or temporary). Please "
+                                      "enter it for:\n") +
+                       noStatus.join(u'\n');
         return file;
     }
     file.text = record({QStringLiteral("HED2"), IrdNumberNineDigits(employerIrd), field(PayrollPackageName()),
@@ -294,13 +347,28 @@ PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
     return file;
 }
 
-void WritePaydayFile(const QString& path, const QString& text) {
-    // Written whole or not at all: a file for Inland Revenue or the bank is never left half done.
-    QSaveFile out(path);
+void WritePaydayFile(const QString& path, const QString& text, const QString& what, const FileCheck& check) {
+    // Written beside its final name, read back and checked: only a file that passes takes the name, so
+    // a file for Inland Revenue or the bank is never left half done or breaking a rule.
+    const QString folder = QFileInfo(path).absolutePath();
+    QTemporaryFile out(folder + QStringLiteral("/.quillary-XXXXXX.part"));
     const QByteArray bytes = text.toUtf8();
-    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
+    if (!out.open() || out.write(bytes) != bytes.size() || !out.flush() || !out.seek(0))
         throw VbError(75, QStringLiteral("Payday"),
                       QStringLiteral("The file %1 could not be written: %2").arg(path, out.errorString()));
+    const QStringList problems = check ? check(QString::fromUtf8(out.readAll())) : QStringList();
+    if (!problems.isEmpty())
+        throw VbError(5, QStringLiteral("Payday"),
+                      QStringLiteral("The %1 was not written: it breaks %2 of its layout:\n")
+                              .arg(what, problems.size() == 1 ? QStringLiteral("a rule") : QStringLiteral("rules")) +
+                          problems.join(u'\n'));
+    out.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup |
+                       QFileDevice::ReadOther);
+    out.close();
+    if (std::rename(QFile::encodeName(out.fileName()).constData(), QFile::encodeName(path).constData()) != 0)
+        throw VbError(75, QStringLiteral("Payday"),
+                      QStringLiteral("The file %1 could not be written: %2").arg(path, QString::fromLocal8Bit(std::strerror(errno))));
+    out.setAutoRemove(false);
 }
 
 } // namespace ql

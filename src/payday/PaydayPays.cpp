@@ -90,11 +90,13 @@ QList<PaydayPay> LoadCommittedPays(Database& wage, const QDate& paymentDate) {
         QStringLiteral(
             "SELECT Wages.WageID, Wages.EmployeeID, Wages.Date, Wages.PaymentDate, Wages.Reference, "
             "Wages.TaxCode, "
-            "Wages.Hours, Wages.TotalTaxable, Wages.PAYE, Wages.TakeHome, Wages.ESCTDeductions, "
+            "Wages.OneOff, Wages.TotalTaxable, Wages.PAYE, Wages.TakeHome, Wages.ESCTDeductions, "
             "Employees.AddressID, Employees.IRDNumber, Employees.DateHired, Employees.DateFinished, "
-            "PayInterval.IntervalName, PayInterval.PaysPerYear, PayInterval.NumberOfDays "
-            "FROM (Wages INNER JOIN Employees ON Wages.EmployeeID = Employees.EmployeeID) "
-            "LEFT JOIN PayInterval ON PayInterval.IntervalName = Wages.PayInterval "
+            "PayInterval.IntervalName, PayInterval.PaysPerYear, PayInterval.NumberOfDays, "
+            "EmployeeAwardType.UnitOfPay "
+            "FROM ((Wages INNER JOIN Employees ON Wages.EmployeeID = Employees.EmployeeID) "
+            "LEFT JOIN PayInterval ON PayInterval.IntervalName = Wages.PayInterval) "
+            "LEFT JOIN EmployeeAwardType ON EmployeeAwardType.EmployeeTypeID = Employees.EmployeeTypeID "
             "WHERE length(Wages.Reference) > 0 AND date(Wages.PaymentDate) = '%1' ORDER BY Wages.WageID")
             .arg(paymentDate.toString(Qt::ISODate)),
         RecordsetType::Snapshot);
@@ -113,9 +115,13 @@ QList<PaydayPay> LoadCommittedPays(Database& wage, const QDate& paymentDate) {
         p.dateFinished = date(rs->value(QStringLiteral("DateFinished")));
         p.intervalName = text(rs->value(QStringLiteral("IntervalName")));
         p.paysPerYear = single(rs->value(QStringLiteral("PaysPerYear")));
-        p.periodStart =
-            PayPeriodStart(p.payDate, p.paysPerYear, single(rs->value(QStringLiteral("NumberOfDays"))));
-        p.hours = single(rs->value(QStringLiteral("Hours")));
+        p.numberOfDays = single(rs->value(QStringLiteral("NumberOfDays")));
+        const QVariant oneOff = rs->value(QStringLiteral("OneOff"));
+        p.oneOff = !IsNull(oneOff) && CBool(oneOff);
+        p.periodStart = p.oneOff ? p.payDate : PayPeriodStart(p.payDate, p.paysPerYear, p.numberOfDays);
+        // An empty unit of pay is taken as hours, as a pay's lines take it.
+        const QString unit = text(rs->value(QStringLiteral("UnitOfPay")));
+        p.paidByTheHour = unit.isEmpty() || unit.startsWith(QStringLiteral("hour"), Qt::CaseInsensitive);
         p.gross = money(rs->value(QStringLiteral("TotalTaxable")));
         p.paye = money(rs->value(QStringLiteral("PAYE")));
         p.takeHome = money(rs->value(QStringLiteral("TakeHome")));
@@ -152,6 +158,16 @@ QList<PaydayPay> LoadCommittedPays(Database& wage, const QDate& paymentDate) {
                       w + QStringLiteral(" AND lower(ContributionNames.TaxName) = 'kiwisaver'"));
         if (p.employerKiwiSaver == Currency())
             p.esct = Currency(); // ESCT of other contributions is not KiwiSaver's
+        // The hours of the lines paid by the hour; a salary line's units and a one-off amount's single
+        // unit are no hours worked.
+        if (p.paidByTheHour && !p.oneOff) {
+            const QVariant h = wage.scalar(
+                QStringLiteral("SELECT sum(PaymentDetails.DetailHours) FROM PaymentDetails INNER JOIN "
+                               "PaymentNames ON PaymentDetails.PaymentNameID = PaymentNames.PaymentNameID "
+                               "WHERE PaymentDetails.WageID = %1 AND coalesce(PaymentNames.Salary, 0) = 0")
+                    .arg(p.wageID));
+            p.hours = IsNull(h) ? 0.0 : std::max(0.0, CDbl(h));
+        }
     }
     std::stable_sort(pays.begin(), pays.end(), [](const PaydayPay& a, const PaydayPay& b) {
         return QString::compare(a.lastName + u' ' + a.firstName, b.lastName + u' ' + b.firstName,

@@ -25,7 +25,10 @@ struct PaydayPay {
     QDate dateFinished; // invalid while employed
     QString intervalName;
     float paysPerYear = 0;
-    float hours = 0;
+    float numberOfDays = 0;
+    bool oneOff = false;        // Wages.OneOff
+    bool paidByTheHour = false; // the employee's unit of pay is the hour
+    double hours = 0;           // hours of the pay's lines paid by the hour, 0 when none are
     Currency gross; // total taxable: payments and taxable allowances
     Currency paye;
     Currency childSupport;      // deduction lines named "Child Support"

@@ -1,7 +1,10 @@
 #include "frmPaydayFiles.h"
 #include "BankFile.h"
+#include "BankFileCheck.h"
+#include "PaydayFileCheck.h"
 #include "PaydayFiles.h"
 #include "PaydayTables.h"
+#include "PaydayText.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frmBankAccounts.h"
@@ -39,6 +42,11 @@ QPushButton* button(QWidget* parent, const QString& name, const QString& caption
     return b;
 }
 
+// The names written otherwise than stored, after the message.
+QString notesText(const QStringList& notes) {
+    return notes.isEmpty() ? QString() : QStringLiteral("\n\n") + notes.join(u'\n');
+}
+
 void refuse(const QString& why, const QString& heading) {
     ShowMessage(why, msg::OKOnly, Firm(), heading, QString(), msg::Warning, true);
 }
@@ -57,7 +65,7 @@ frmPaydayFiles::frmPaydayFiles(Database& wage, QWidget* parent) : QDialog(parent
     cboBankFormat = new QComboBox(this);
     cboBankFormat->setObjectName(QStringLiteral("cboBankFormat"));
     cboBankFormat->setAccessibleName(QStringLiteral("Bank file format"));
-    for (BankFormat f : {BankFormat::Anz, BankFormat::Asb, BankFormat::Bnz, BankFormat::Westpac})
+    for (BankFormat f : BankFormats())
         cboBankFormat->addItem(BankFormatName(f), static_cast<int>(f));
     selectFormatOfPayingAccount();
 
@@ -127,11 +135,12 @@ void frmPaydayFiles::selectFormatOfPayingAccount() {
     if (index >= 0) cboBankFormat->setCurrentIndex(index);
 }
 
-QString frmPaydayFiles::save(const QString& caption, const QString& suggested, const QString& text) {
+QString frmPaydayFiles::save(const QString& caption, const QString& suggested, const QString& text,
+                             const QString& what, const FileCheck& check) {
     const QString path = choosePath(caption, suggested);
     if (path.isEmpty()) return QString();
     try {
-        WritePaydayFile(path, text);
+        WritePaydayFile(path, text, what, check);
     } catch (const VbError& e) {
         refuse(e.description(), QStringLiteral("An Error has Occurred"));
         return QString();
@@ -151,13 +160,12 @@ bool frmPaydayFiles::makePaydayFile() {
         refuse(file.refusal, caption);
         return false;
     }
-    const QString path =
-        save(caption, QStringLiteral("EI_%1.csv").arg(date.toString(QStringLiteral("yyyyMMdd"))), file.text);
+    const QString path = save(caption, QStringLiteral("EI_%1.csv").arg(date.toString(QStringLiteral("yyyyMMdd"))),
+                              file.text, QStringLiteral("payday filing file"), CheckEmploymentInformationFile);
     if (path.isEmpty()) return false;
-    tell(caption, QStringLiteral(
-                      "The payday filing file of %1 pays is saved as %2, ready to upload to Inland Revenue.")
-                      .arg(file.lines)
-                      .arg(path));
+    tell(caption, QStringLiteral("The payday filing file of %1 is saved as %2, ready to upload to Inland Revenue.")
+                          .arg(Counted(file.lines, QStringLiteral("pay"), QStringLiteral("pays")), path) +
+                      notesText(file.notes));
     return true;
 }
 
@@ -168,15 +176,18 @@ bool frmPaydayFiles::makeDetailsFile() {
         refuse(file.refusal, caption);
         return false;
     }
-    const QString path = save(
-        caption, QStringLiteral("ED_%1.csv").arg(Today().toString(QStringLiteral("yyyyMMdd"))), file.text);
+    const QString path =
+        save(caption, QStringLiteral("ED_%1.csv").arg(Today().toString(QStringLiteral("yyyyMMdd"))), file.text,
+             QStringLiteral("employee details file"), CheckEmployeeDetailsFile);
     if (path.isEmpty()) return false;
     PaydaySettings s = LoadPaydaySettings(m_wage);
     s.lastDetailsFile = Today();
     SavePaydaySettings(m_wage, s);
-    tell(caption, QStringLiteral("The details of %1 new or departing employees are saved as %2.")
-                      .arg(file.lines)
-                      .arg(path));
+    tell(caption, QStringLiteral("The details of %1 are saved as %2.")
+                          .arg(Counted(file.lines, QStringLiteral("new or departing employee"),
+                                       QStringLiteral("new or departing employees")),
+                               path) +
+                      notesText(file.notes));
     return true;
 }
 
@@ -184,22 +195,32 @@ bool frmPaydayFiles::makeBankFile() {
     const QDate date = dtpPaymentDate->date();
     const QString caption = QStringLiteral("Bank File");
     const auto format = static_cast<BankFormat>(cboBankFormat->currentData().toInt());
-    const BankFile file = MakeBankFile(m_wage, date, format);
+    const QDate made = Today();
+    BankFile file = MakeBankFile(m_wage, date, format, made);
+    // A pay date already past: the bank would refuse it, so today is offered instead.
+    if (file.pastDue &&
+        ShowMessage(file.refusal + QStringLiteral("\n\nHave the bank pay today, %1?").arg(dateText(QVariant(made))),
+                    msg::YesNo, Firm(), caption, QString(), msg::Question, true) == msg::Yes)
+        file = MakeBankFile(m_wage, date, format, made, made);
+    else if (file.pastDue)
+        return false;
     if (!file.ok()) {
         refuse(file.refusal, caption);
         return false;
     }
-    const QString path = save(
-        caption,
-        QStringLiteral("%1_%2.csv").arg(BankFormatName(format), date.toString(QStringLiteral("yyyyMMdd"))),
-        file.text);
+    const QString path =
+        save(caption,
+             QStringLiteral("%1_%2.csv").arg(BankFormatName(format).remove(u' '), date.toString(QStringLiteral("yyyyMMdd"))),
+             file.text, QStringLiteral("bank file"),
+             [format, made](const QString& text) { return CheckBankFile(text, format, made); });
     if (path.isEmpty()) return false;
-    tell(caption, QStringLiteral("%1 payments of %2 in all are saved as %3 for %4's import.")
-                      .arg(QString::number(file.payments),
-                           QStringLiteral("$%1.%2")
-                               .arg(file.totalCents / 100)
-                               .arg(file.totalCents % 100, 2, 10, QChar(u'0')),
-                           path, BankFormatName(format)));
+    tell(caption, QStringLiteral("%1 of %2 in all, due %3, are saved as %4 for %5's import.")
+                          .arg(Counted(file.payments, QStringLiteral("payment"), QStringLiteral("payments")),
+                               QStringLiteral("$%1.%2")
+                                   .arg(file.totalCents / 100)
+                                   .arg(file.totalCents % 100, 2, 10, QChar(u'0')),
+                               dateText(QVariant(file.due)), path, BankFormatName(format)) +
+                      notesText(file.notes));
     return true;
 }
 

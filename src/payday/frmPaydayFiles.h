@@ -2,6 +2,7 @@
 // "Payday Files": for a payment date, the payday filing file for Inland Revenue, the Employee Details
 // file of new and departing employees, and the bank's direct-credit file; with the settings and the
 // employees' bank accounts a button away. Files that may not be written say why and who to fix.
+#include "PaydayFiles.h"
 #include "data/Database.h"
 #include <QDialog>
 #include <functional>
@@ -34,7 +35,8 @@ public:
 
 private:
     // The path written, or the empty text when cancelled or failed (the failure told).
-    QString save(const QString& caption, const QString& suggested, const QString& text);
+    QString save(const QString& caption, const QString& suggested, const QString& text, const QString& what,
+                 const FileCheck& check);
     void tell(const QString& caption, const QString& text);
     void selectFormatOfPayingAccount();
     Database& m_wage;

@@ -86,13 +86,15 @@ void frmPaydaySettings::accept() {
     if (!problem.isEmpty()) {
         ShowMessage(problem, msg::OKOnly, Firm(), QStringLiteral("Please Check"), QString(), msg::Warning,
                     true);
-        QLineEdit* culprit = txtContactPhone;
+        QLineEdit* culprit = txtContactEmail;
         if (!s.employerIrd.trimmed().isEmpty() && !IsValidIrdNumber(s.employerIrd))
             culprit = txtEmployerIRD;
         else if (!s.payingAccount.trimmed().isEmpty() && !IsValidBankAccount(s.payingAccount))
             culprit = txtPayingAccount;
-        else if (problem.contains(u'@') || problem.contains(QStringLiteral("email")))
-            culprit = txtContactEmail;
+        else if (!PayrollContactNameProblem(s.contactName).isEmpty())
+            culprit = txtContactName;
+        else if (!PayrollContactPhoneProblem(s.contactPhone).isEmpty())
+            culprit = txtContactPhone;
         culprit->setFocus();
         culprit->selectAll();
         return;

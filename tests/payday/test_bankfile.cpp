@@ -2,6 +2,7 @@
 #include "PaydayFixture.h"
 #include "payday/BankFile.h"
 #include "payday/PaydayPays.h"
+#include "payday/PaydayText.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
 
@@ -83,20 +84,42 @@ TEST(BankFileHelpers, HashTotalOfBranchAndAccount) {
 }
 
 TEST(BankFileHelpers, FieldsKeepTheirLengthsAndNoCommas) {
-    EXPECT_EQ(ql::BankField(QStringLiteral("Tussock Hollow Demo Dairy"), 12), QStringLiteral("Tussock Holl"));
-    EXPECT_EQ(ql::BankField(QStringLiteral("Smith, \"Jo\""), 12), QStringLiteral("Smith Jo"));
-    EXPECT_EQ(ql::BankField(QStringLiteral("Māori"), 12), QStringLiteral("M?ori"));
+    EXPECT_EQ(ql::BankText(QStringLiteral("Tussock Hollow Demo Dairy"), 12), QStringLiteral("Tussock Holl"));
+    EXPECT_EQ(ql::BankText(QStringLiteral("Smith, \"Jo\""), 12), QStringLiteral("Smith Jo"));
+    EXPECT_EQ(ql::BankText(QStringLiteral("Māori\tTe Ātiawa"), 20), QStringLiteral("Maori Te Atiawa"));
     EXPECT_EQ(ql::BankFormatForAccount(QStringLiteral("01-0902-0068389-00")), ql::BankFormat::Anz);
+    EXPECT_EQ(ql::BankFormatForAccount(QStringLiteral("06-0001-0000001-00")), ql::BankFormat::Anz);
+    EXPECT_EQ(ql::BankFormatForAccount(QStringLiteral("11-5000-0000001-00")), ql::BankFormat::Anz);
     EXPECT_EQ(ql::BankFormatForAccount(QStringLiteral("02-0001-0000001-00")), ql::BankFormat::Bnz);
     EXPECT_EQ(ql::BankFormatForAccount(QStringLiteral("03-0001-0000001-00")), ql::BankFormat::Westpac);
     EXPECT_EQ(ql::BankFormatForAccount(QStringLiteral("12-3001-0000001-00")), ql::BankFormat::Asb);
     EXPECT_EQ(ql::BankFormatForAccount(QStringLiteral("38-9000-0000001-00")), ql::BankFormat::None);
     EXPECT_EQ(ql::BankFormatByName(QStringLiteral("Westpac")), ql::BankFormat::Westpac);
     EXPECT_EQ(ql::BankFormatByName(QStringLiteral("kiwi")), ql::BankFormat::None);
+    EXPECT_EQ(ql::BankFormatByName(QStringLiteral("ANZ-Transactive")), ql::BankFormat::AnzTransactive);
+    for (ql::BankFormat f : ql::BankFormats())
+        EXPECT_EQ(ql::BankFormatByName(ql::BankFormatCode(f)), f);
 }
 
 TEST_F(BankFileTest, Anz) {
+    // Business internet banking's "domestic extended" import: due and creation dates in the header,
+    // thirteen fields a transaction, total, count and hash in the control record.
     const QList<QStringList> lines = make(ql::BankFormat::Anz);
+    ASSERT_EQ(lines.size(), 7);
+    EXPECT_EQ(lines.at(0), (QStringList{"1", "", "", "", "", "", "20261201", "20261130", ""}));
+    const QList<Pay> list = pays();
+    for (int i = 0; i < 5; ++i) {
+        const Pay& p = list.at(i);
+        EXPECT_EQ(lines.at(i + 1),
+                  (QStringList{"2", sixteen(p.employee), "50", QString::number(p.cents), p.name.left(20),
+                               p.reference, "Wages", "", "Tussock Holl", "Tussock Hollow Demo", "", p.reference,
+                               p.name.section(u' ', 1)}));
+    }
+    EXPECT_EQ(lines.at(6), (QStringList{"3", QString::number(total()), "5", hash()}));
+}
+
+TEST_F(BankFileTest, AnzTransactive) {
+    const QList<QStringList> lines = make(ql::BankFormat::AnzTransactive);
     ASSERT_EQ(lines.size(), 7);
     EXPECT_EQ(lines.at(0), (QStringList{"1", "C", "20261201", "", "20261130", "0109020068389000", "", "M",
                                         "0109020068389000", "Wages", "", "", "", "", "", ""}));
@@ -104,7 +127,7 @@ TEST_F(BankFileTest, Anz) {
     for (int i = 0; i < 5; ++i) {
         const Pay& p = list.at(i);
         EXPECT_EQ(lines.at(i + 1), (QStringList{"2", sixteen(p.employee), "52", QString::number(p.cents),
-                                                p.name, "Tussock Holl", "", p.reference,
+                                                p.name, "Tussock Holl", "Wages", p.reference,
                                                 p.name.section(u' ', 1), "", p.reference, "", "", ""}));
     }
     EXPECT_EQ(lines.at(6), (QStringList{"3", "", QString::number(total()), "5", hash(), "", "", ""}));
@@ -119,7 +142,7 @@ TEST_F(BankFileTest, Bnz) {
         const Pay& p = list.at(i);
         EXPECT_EQ(lines.at(i + 1),
                   (QStringList{"2", sixteen(p.employee), "52", QString::number(p.cents), p.name.left(20),
-                               p.reference, "", "", "Tussock Holl", "Tussock Hollow Demo", "", p.reference,
+                               p.reference, "Wages", "", "Tussock Holl", "Tussock Hollow Demo", "", p.reference,
                                p.name.section(u' ', 1)}));
     }
     EXPECT_EQ(lines.at(6), (QStringList{"3", QString::number(total()), "5", hash()}));
@@ -134,7 +157,7 @@ TEST_F(BankFileTest, Asb) {
         const QString amount =
             QStringLiteral("%1.%2").arg(p.cents / 100).arg(p.cents % 100, 2, 10, QChar(u'0'));
         EXPECT_EQ(lines.at(i), (QStringList{"Wages 20261201", "2026/12/01", "0109020068389000", amount,
-                                            "Tussock Holl", "", p.reference, sixteen(p.employee),
+                                            "Tussock Holl", "Wages", p.reference, sixteen(p.employee),
                                             p.name.section(u' ', 1), "", p.reference, p.name}));
     }
 }
@@ -150,7 +173,7 @@ TEST_F(BankFileTest, Westpac) {
         const QString a = sixteen(p.employee);
         EXPECT_EQ(lines.at(i + 1),
                   (QStringList{"D", QString::number(i + 2), a.left(2), a.mid(2, 4), a.mid(6, 7), a.mid(13),
-                               "52", "DC", QString::number(p.cents), p.name.left(20), "Tussock Holl", "",
+                               "52", "DC", QString::number(p.cents), p.name.left(20), "Tussock Holl", "Wages",
                                p.reference, "01", "0902", "0068389", "000", "Tussock Hollow Demo", ""}));
     }
 }
@@ -174,7 +197,7 @@ TEST_F(BankFileTest, RefusedWithoutTheAccountsItNeeds) {
     file = ql::MakeBankFile(wage, kPaymentDate, ql::BankFormat::Anz, kCreated);
     EXPECT_TRUE(file.refusal.startsWith(QStringLiteral("The employer's paying bank account is missing")));
     EXPECT_EQ(ql::MakeBankFile(wage, kPaymentDate, ql::BankFormat::None, kCreated).refusal,
-              QStringLiteral("Choose a bank file format: ANZ, ASB, BNZ or Westpac."));
+              QStringLiteral("Choose a bank file format: ANZ, ANZ Transactive, ASB, BNZ or Westpac."));
 }
 
 TEST_F(BankFileTest, AccountsGoWithTheEmployee) {

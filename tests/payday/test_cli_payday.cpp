@@ -48,7 +48,8 @@ TEST_F(PaydayTest, FilesFromTheCommandLine) {
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains(QStringLiteral("fails Inland Revenue's check")));
     r = runCli({QStringLiteral("payday-settings"), QStringLiteral("--name"), QStringLiteral("Pat Payroll"),
-                QStringLiteral("--account"), QStringLiteral("01-0902-0068389-00"), QStringLiteral("--ird"),
+                QStringLiteral("--phone"), QStringLiteral("03 555 0101"), QStringLiteral("--email"),
+                QStringLiteral("pay@example.nz"), QStringLiteral("--account"), QStringLiteral("01-0902-0068389-00"), QStringLiteral("--ird"),
                 QStringLiteral("49-091-850")},
                docs->path());
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
@@ -98,8 +99,8 @@ TEST_F(PaydayTest, FilesFromTheCommandLine) {
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     EXPECT_TRUE(r.out.contains(QStringLiteral("5 payments")));
     EXPECT_TRUE(r.out.contains(QStringLiteral("ANZ format")));
-    EXPECT_TRUE(readFile(bank).startsWith(QStringLiteral("1,C,20261201,")));
-    for (const char* format : {"asb", "bnz", "westpac"}) {
+    EXPECT_TRUE(readFile(bank).startsWith(QStringLiteral("1,,,,,,20261201,")));
+    for (const char* format : {"anz-transactive", "asb", "bnz", "westpac"}) {
         r = runCli({QStringLiteral("bank-file"), QStringLiteral("2026-12-01"), QStringLiteral("--format"),
                     QString::fromLatin1(format), QStringLiteral("--out"), bank},
                    docs->path());

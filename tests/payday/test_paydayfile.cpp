@@ -32,6 +32,7 @@ TEST(PaydayPeriods, StartOfEachInterval) {
     EXPECT_EQ(ql::PayPeriodStart(end, 0, 0), end);
     EXPECT_EQ(ql::PayCycleCode(52), QStringLiteral("WK"));
     EXPECT_EQ(ql::PayCycleCode(26), QStringLiteral("FT"));
+    EXPECT_EQ(ql::PayCycleCode(13), QStringLiteral("4W"));
     EXPECT_EQ(ql::EiTaxCode(QStringLiteral("M SL")), QStringLiteral("MSL"));
     EXPECT_EQ(ql::EiTaxCode(QStringLiteral("me sl")), QStringLiteral("MESL"));
 }
@@ -51,6 +52,9 @@ TEST_F(PaydayTest, RefusedWhileAnyIrdNumberFailsWithTheEmployeesToFix) {
     // The employer's number in the payday settings stands in for the farm's.
     ql::PaydaySettings s;
     s.employerIrd = validIrd(0);
+    s.contactName = QStringLiteral("Pat Payroll");
+    s.contactPhone = QStringLiteral("03 555 0101");
+    s.contactEmail = QStringLiteral("pay@example.nz");
     ql::SavePaydaySettings(wage, s);
     EXPECT_EQ(
         ql::EmploymentInformationFile(wage, kPaymentDate).toFix,
@@ -103,7 +107,7 @@ TEST_F(PaydayTest, EmploymentInformationFieldByField) {
     const int order[] = {4, 5, 3, 2, 1};
     const char* names[] = {"Dana Fictional", "Eli Madeup", "Casey Placeholder", "Barry Sampleton",
                            "Aroha Testington"};
-    const char* cycles[] = {"WK", "FW", "FT", "MT", "WK"};
+    const char* cycles[] = {"WK", "4W", "FT", "MT", "WK"};
     qint64 sums[28] = {};
     for (int i = 0; i < 5; ++i) {
         const QStringList& d = lines.at(i + 1);
@@ -130,7 +134,14 @@ TEST_F(PaydayTest, EmploymentInformationFieldByField) {
         EXPECT_EQ(d[7], payDate.toString(QStringLiteral("yyyyMMdd")));
         EXPECT_EQ(QDate::fromString(d[6], QStringLiteral("yyyyMMdd")) <= payDate, true);
         EXPECT_EQ(d[8], QString::fromLatin1(cycles[i]));
-        EXPECT_EQ(d[9], QString::number(qRound(col("Hours").toDouble() * 100)));
+        // Hours paid: the units of the lines paid by the hour (a salary line's are none).
+        const double hours =
+            scalar(QStringLiteral("SELECT coalesce(sum(DetailHours), 0) FROM PaymentDetails p JOIN PaymentNames n "
+                                  "ON p.PaymentNameID = n.PaymentNameID WHERE p.WageID = %1 AND "
+                                  "coalesce(n.Salary, 0) = 0")
+                       .arg(w))
+                .toDouble();
+        EXPECT_EQ(d[9], QString::number(std::llround(hours * 100)));
         EXPECT_EQ(d[10], cents(col("TotalTaxable")));
         EXPECT_EQ(d[11], QStringLiteral("0"));
         EXPECT_EQ(d[12], QStringLiteral("0"));
@@ -214,6 +225,9 @@ TEST_F(PaydayTest, EmployeeDetailsOfStartersAndLeavers) {
     EXPECT_EQ(starter[8], QStringLiteral("20251006"));
     EXPECT_EQ(starter[9], QString());
     EXPECT_EQ(starter[10], QStringLiteral("NE"));
+    EXPECT_EQ(starter[11], scalar(QStringLiteral("SELECT KiwiSaverEnrolled FROM Employees WHERE EmployeeID = 4")).toBool()
+                               ? QStringLiteral("AK")
+                               : QStringLiteral("NK"));
     EXPECT_EQ(starter[20], QStringLiteral("NZL"));
     EXPECT_EQ(starter[26], QStringLiteral("4 Fiction Crescent"));
     EXPECT_EQ(starter[28], QStringLiteral("Fauxton"));

@@ -8,6 +8,7 @@
 #include "payday/frmPaydaySettings.h"
 #include "payengine/PayList.h"
 #include "payengine/PayView.h"
+#include "runtime/DateFns.h"
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFile>
@@ -108,6 +109,33 @@ TEST_F(PaydayTest, FilesDialogRefusesThenWrites) {
         ql::SetEmployeeBankAccount(wage, id, validAccount(id));
     EXPECT_TRUE(again.makeBankFile());
     EXPECT_TRUE(written.endsWith(QStringLiteral("BNZ_20261201.csv")));
+    EXPECT_TRUE(dialogs.calls.last().message.startsWith(QStringLiteral("5 payments of $")));
+}
+
+// A pay date already past: the screen says so and offers today; No writes nothing, Yes pays today.
+TEST_F(PaydayTest, FilesDialogOffersTodayForAPastPayDate) {
+    fixIrdNumbers();
+    ql::PaydaySettings s = ql::LoadPaydaySettings(wage);
+    s.payingAccount = validAccount(0, QStringLiteral("02-0001"));
+    ql::SavePaydaySettings(wage, s);
+    for (int id = 1; id <= 5; ++id)
+        ql::SetEmployeeBankAccount(wage, id, validAccount(id));
+    wage.execute(QStringLiteral("UPDATE Wages SET PaymentDate = '2026-11-06' WHERE Reference IS NOT NULL"));
+    ql::frmPaydayFiles d(wage);
+    d.dtpPaymentDate->setDate(QDate(2026, 11, 6));
+    QString written;
+    d.choosePath = [&](const QString&, const QString& suggested) {
+        written = docs->path() + QLatin1Char('/') + suggested;
+        return written;
+    };
+    dialogs.queueAnswer(ql::msg::No);
+    EXPECT_FALSE(d.makeBankFile());
+    EXPECT_TRUE(dialogs.calls.last().message.contains(QStringLiteral("is past"))) << dialogs.calls.last().message.toStdString();
+    EXPECT_TRUE(written.isEmpty());
+    dialogs.queueAnswer(ql::msg::Yes);
+    EXPECT_TRUE(d.makeBankFile());
+    const QStringList header = readFile(written).section(QStringLiteral("\r\n"), 0, 0).split(u',');
+    EXPECT_EQ(header.value(6), ql::Today().toString(QStringLiteral("yyMMdd")));
     EXPECT_TRUE(dialogs.calls.last().message.startsWith(QStringLiteral("5 payments of $")));
 }
 
