@@ -5,7 +5,7 @@ export LANG := en_NZ.UTF-8
 export LC_ALL := en_NZ.UTF-8
 export TZ := Pacific/Auckland
 
-.PHONY: all setup configure build run test bench clean
+.PHONY: all setup configure build run test bench clean package
 
 all: build
 
@@ -21,11 +21,18 @@ configure: setup
 build: configure
 	@cmake --build $(BUILD_DIR) -j $(JOBS)
 
-run: build
+# Only the programs it starts (with their help pages and report layouts), not the tests.
+run: configure
+	@cmake --build $(BUILD_DIR) -j $(JOBS) --target quillary quillary-cli quillary_help
 	@bash scripts/run-demo.sh $(BUILD_DIR)
 
 test: build
 	@cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) --timeout 300
+
+# A Debian package of the programs (build/quillary_VERSION_ARCH.deb).
+package: configure
+	@cmake --build $(BUILD_DIR) -j $(JOBS) --target quillary quillary-cli quillary_help
+	@cd $(BUILD_DIR) && cpack -G DEB
 
 bench: build
 	@for b in $(BUILD_DIR)/bench/bench_*; do if [ -f "$$b" ] && [ -x "$$b" ]; then "$$b" || exit 1; fi; done

@@ -10,6 +10,7 @@ packages=(
     libgtest-dev libgmock-dev googletest libbenchmark-dev
     clang libclang-rt-14-dev
     dbus dbus-x11 libglib2.0-bin xvfb xauth xdotool fonts-dejavu-core poppler-utils locales tzdata
+    dpkg-dev x11-apps
 )
 
 missing=()

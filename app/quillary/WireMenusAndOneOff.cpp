@@ -1,4 +1,6 @@
 #include "WireMenusAndOneOff.h"
+#include "StandaloneMenus.h"
+#include "taxsettings/frmPayeInfo.h"
 #include "frame/Messages.h"
 #include "ledger/frmWage.h"
 #include "payday/frmBankAccounts.h"
@@ -71,15 +73,25 @@ TitleMenuBar* wireMenusAndOneOff(frmWage& w) {
     tools->addSeparator();
     addOwnAction(tools, window, QStringLiteral("&Rebates..."), QStringLiteral("mnuRebates"),
                  [window] { OpenFarmRebates(window); });
+    addOwnAction(tools, window, QStringLiteral("Ta&x Information..."), QStringLiteral("mnuTaxInformation"),
+                 [window] { ShowPayeInfoDialog(window); });
 
     // Payday: the run of every due pay, the files for Inland Revenue and the bank, and what they need.
     tools->addSeparator();
-    addOwnAction(tools, window, QStringLiteral("&Pay Run..."), QStringLiteral("mnuPayRun"), [window] {
+    const auto payRun = [window] {
         OpenPayRun(
             App().WageDatabase, window,
             [window](qint32 employeeID, qint32 wageID) { openInLedger(window, employeeID, wageID); },
             // The run may have added and committed pays of the shown employee.
             [window] { window->screen().SetEmployee(); });
+    };
+    addOwnAction(tools, window, QStringLiteral("&Pay Run..."), QStringLiteral("mnuPayRun"), payRun);
+    w.setPayRun([payRun] {
+        try {
+            payRun();
+        } catch (const VbError& e) {
+            ReportError(e, QStringLiteral("cmdPayRun_Click"));
+        }
     });
     addOwnAction(tools, window, QStringLiteral("Payday &Files..."), QStringLiteral("mnuPaydayFiles"),
                  [window] { ShowPaydayFiles(App().WageDatabase, window); });
@@ -88,6 +100,8 @@ TitleMenuBar* wireMenusAndOneOff(frmWage& w) {
     addOwnAction(tools, window, QStringLiteral("Employee &Bank Accounts..."),
                  QStringLiteral("mnuBankAccounts"),
                  [window] { ShowEmployeeBankAccounts(App().WageDatabase, window); });
+    // Without a suite menu on the bus, its entries are answered here.
+    installStandaloneMenus(w);
     return bar;
 }
 

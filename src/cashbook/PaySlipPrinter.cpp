@@ -12,8 +12,10 @@ PaySlipPrinter& installed() {
 }
 } // namespace
 
-void setPaySlipPrinter(PaySlipPrinter printer) {
+PaySlipPrinter setPaySlipPrinter(PaySlipPrinter printer) {
+    PaySlipPrinter previous = std::move(installed());
     installed() = std::move(printer);
+    return previous;
 }
 
 void PrintPaySlip(const PaySlipRequest& request) {

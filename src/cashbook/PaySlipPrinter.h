@@ -23,8 +23,8 @@ struct PaySlipRequest {
 };
 
 using PaySlipPrinter = std::function<void(const PaySlipRequest&)>;
-// An empty printer restores the message.
-void setPaySlipPrinter(PaySlipPrinter printer);
+// An empty printer restores the message. Returns the printer it replaces.
+PaySlipPrinter setPaySlipPrinter(PaySlipPrinter printer);
 void PrintPaySlip(const PaySlipRequest& request);
 
 // The setting PrintPaySlip of section WAGE: 0 for "N" in any case, else 1; written as "Y" or "N".

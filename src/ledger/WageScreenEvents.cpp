@@ -146,12 +146,19 @@ bool WageScreen::tgrdwages_BeforeRowChange() {
     return true;
 }
 
-bool WageScreen::storeCell(int row, int column, const QString& text) {
+bool WageScreen::storeCell(int row, int column, const QString& typed) {
     if (row < 0 || row >= WageGridArray.rowCount() || column < 0 || column >= WageGridArray.columnCount())
         return false;
     const QVariant old = WageGridArray.value(row, column);
     if (!IsNull(datPays.value(QStringLiteral("Reference")))) {
         committedMessage();
+        WageGridArray.setValue(row, column, old);
+        refreshGrid();
+        return false;
+    }
+    // A figure column given "12,50" asks whether 12.50 was meant; the locale would read 1,250.
+    const QString text = column >= 2 ? ConfirmDecimalComma(*this, column, typed) : typed;
+    if (text.isEmpty() && !typed.isEmpty()) {
         WageGridArray.setValue(row, column, old);
         refreshGrid();
         return false;

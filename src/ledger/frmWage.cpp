@@ -1,6 +1,7 @@
 // The wage screen's events on the desktop: each is handed to the WageScreen model, and the screen then
 // shows what the model holds.
 #include "frmWage.h"
+#include "ui/AccessibleNames.h"
 #include "WageGridWidget.h"
 #include "cashbook/frmAddEdit.h"
 #include "cashbook/frmCommit.h"
@@ -303,6 +304,10 @@ void frmWage::refresh() {
         it.value()->setVisible(c.visible);
         if (PayView::boundLabels().contains(it.key()) || it.key().startsWith(QLatin1String("lblpayment")))
             it.value()->setStyleSheet(styleOf(c, pal));
+        // A screen reader hears the amount with its caption ("Gross 1,022.75").
+        if (PayView::boundLabels().contains(it.key()) || it.key() == QLatin1String("lblTaxCredit") ||
+            it.key() == QLatin1String("lblESCT"))
+            NameValueLabel(it.value(), m_labelNames.value(it.key()));
     }
     for (auto it = m_buttons.cbegin(); it != m_buttons.cend(); ++it) {
         const ControlState& c = m_screen.control(it.key());

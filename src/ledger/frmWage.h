@@ -37,6 +37,10 @@ public:
     // Runs before a title button's menu opens (after the leave grid is saved); index as above.
     std::function<void(int)> titleBarClick;
 
+    // The "Pay Run" button of the footer (Alt+R): shown once the main window gives it something to do.
+    void setPayRun(std::function<void()> run);
+    QPushButton* payRunButton() const { return m_cmdPayRun; }
+
     // The leave ledger's page (tab 1): the widget is put into the page, which owns it from then on.
     // Its tab strip of the five kinds, when named "tabLeave" (a QTabWidget or QTabBar), is what
     // Ctrl+Tab steps through.
@@ -92,7 +96,10 @@ private:
     QWidget* m_payePanel = nullptr;
     QLineEdit* m_txtPAYE = nullptr;
     QHash<QString, QLabel*> m_labels;
+    QHash<QString, QString> m_labelNames; // each label's accessible name as made, without its amount
     QHash<QString, QPushButton*> m_buttons;
+    QPushButton* m_cmdPayRun = nullptr;
+    std::function<void()> m_payRun;
     QHash<QObject*, QString> m_clickable; // label widget -> the summary label it stands for
     QPointer<QWidget> m_history;          // the wage history, open beside the screen
     int m_shownTab = 0;

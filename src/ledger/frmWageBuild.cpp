@@ -2,6 +2,7 @@
 // the pay list's navigator and the views, and the button row.
 #include "WageGridWidget.h"
 #include "frmWage.h"
+#include "ui/AccessibleNames.h"
 #include "leave/LeaveGridWidget.h"
 #include "leave/LeaveTabWidget.h"
 #include <QCalendarWidget>
@@ -59,6 +60,7 @@ QLabel* frmWage::label(const QString& name, QWidget* parent, const QString& acce
     auto* l = new QLabel(parent);
     l->setObjectName(name);
     l->setAccessibleName(accessibleName.isEmpty() ? name : accessibleName);
+    m_labelNames.insert(name, l->accessibleName());
     m_labels.insert(name, l);
     return l;
 }
@@ -195,6 +197,7 @@ QWidget* frmWage::buildViews(QWidget* parent) {
     m_calendar->setObjectName(QStringLiteral("CalWage"));
     m_calendar->setAccessibleName(QStringLiteral("Pay date calendar"));
     m_calendar->setGridVisible(true);
+    NameCalendarParts(m_calendar);
     m_grid = new WageGridWidget(m_screen, m_stack);
     m_grid->setAccessibleName(QStringLiteral("Pay lines"));
     m_payePanel = new QWidget(m_stack);
@@ -247,6 +250,15 @@ QWidget* frmWage::buildFooter() {
         {"cmdDelete", "Delete pay"}, {"cmdMemo", "Memo"},          {"cmdQuick", "Quick view"}};
     for (const auto& n : names)
         row->addWidget(button(QString::fromLatin1(n[0]), footer, QString::fromLatin1(n[1])));
+    // Every due pay of the farm at once, beside the pays of one employee.
+    m_cmdPayRun = new QPushButton(QStringLiteral("Pay &Run..."), footer);
+    m_cmdPayRun->setObjectName(QStringLiteral("cmdPayRun"));
+    m_cmdPayRun->setAccessibleName(QStringLiteral("Pay run of every due pay"));
+    m_cmdPayRun->setVisible(false);
+    connect(m_cmdPayRun, &QPushButton::clicked, this, [this] {
+        if (m_payRun) m_payRun();
+    });
+    row->addWidget(m_cmdPayRun);
     row->addStretch(1);
     row->addWidget(button(QStringLiteral("cmdClose"), footer, QStringLiteral("Close")));
     return footer;
@@ -335,12 +347,19 @@ void frmWage::setTabOrders() {
         order << findChild<QPushButton*>(QStringLiteral("datPaysMove%1").arg(i));
     order << m_calendar << m_grid << m_txtPAYE;
     for (const char* n :
-         {"cmdAddPay", "cmdOneOff", "cmdPrintPay", "cmdDelete", "cmdMemo", "cmdQuick", "cmdClose"})
+         {"cmdAddPay", "cmdOneOff", "cmdPrintPay", "cmdDelete", "cmdMemo", "cmdQuick", "cmdClose"}) {
+        if (QLatin1String(n) == QLatin1String("cmdClose")) order << m_cmdPayRun;
         order << m_buttons.value(QString::fromLatin1(n));
+    }
     for (QToolButton* b : m_titleButtons)
         order << b;
     for (int i = 1; i < order.size(); ++i)
         setTabOrder(order.at(i - 1), order.at(i));
+}
+
+void frmWage::setPayRun(std::function<void()> run) {
+    m_payRun = std::move(run);
+    m_cmdPayRun->setVisible(bool(m_payRun));
 }
 
 QToolButton* frmWage::titleButton(int index) const {

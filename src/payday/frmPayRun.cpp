@@ -7,7 +7,12 @@
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 #include <QApplication>
+#include <QScreen>
+#include <QComboBox>
 #include <QDateEdit>
+#include <QFontMetrics>
+#include <QLineEdit>
+#include <QScrollBar>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -15,6 +20,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -45,8 +51,8 @@ const QStringList kColumns{QStringLiteral("Pay"),       QStringLiteral("Employee
 
 frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(wage) {
     setWindowTitle(QStringLiteral("Pay Run"));
-    commitPay =
-        installedPayCommitter() ? installedPayCommitter() : CommitAsTheDialogDoes(ReadPrintPaySlip() != 0);
+    // The run's payslips are made by the commit and go where the run's choice sends them.
+    commitPay = installedPayCommitter() ? installedPayCommitter() : CommitAsTheDialogDoes(true);
     setModal(true);
     dtpRunDate = new QDateEdit(Today(), this);
     dtpRunDate->setObjectName(QStringLiteral("dtpRunDate"));
@@ -64,8 +70,29 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     tgrdRun->verticalHeader()->hide();
     tgrdRun->setSelectionBehavior(QAbstractItemView::SelectRows);
     tgrdRun->setSelectionMode(QAbstractItemView::SingleSelection);
-    tgrdRun->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    tgrdRun->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    tgrdRun->setWordWrap(false);
+    tgrdRun->setTextElideMode(Qt::ElideNone);
+    tgrdRun->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    tgrdRun->horizontalHeader()->setStretchLastSection(true);
+    // The totals of every column, beneath the list and as wide as its columns.
+    tgrdTotals = new QTableWidget(1, static_cast<int>(kColumns.size()), this);
+    tgrdTotals->setObjectName(QStringLiteral("tgrdTotals"));
+    tgrdTotals->setAccessibleName(QStringLiteral("Totals of the run"));
+    tgrdTotals->horizontalHeader()->hide();
+    tgrdTotals->verticalHeader()->hide();
+    tgrdTotals->setFocusPolicy(Qt::NoFocus);
+    tgrdTotals->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tgrdTotals->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tgrdTotals->setWordWrap(false);
+    tgrdTotals->setFixedHeight(tgrdTotals->verticalHeader()->defaultSectionSize() + 2 * tgrdTotals->frameWidth());
+    tgrdTotals->horizontalHeader()->setStretchLastSection(true);
+    connect(tgrdRun->horizontalHeader(), &QHeaderView::sectionResized, tgrdTotals,
+            [this](int column, int, int width) { tgrdTotals->setColumnWidth(column, width); });
+    connect(tgrdRun->horizontalScrollBar(), &QScrollBar::valueChanged, tgrdTotals->horizontalScrollBar(),
+            &QScrollBar::setValue);
+    connect(tgrdRun, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* item) {
+        if (item && item->column() == 0) fillTotals();
+    });
     lblTotal = new QLabel(this);
     lblTotal->setObjectName(QStringLiteral("lblTotal"));
     lblTotal->setAccessibleName(QStringLiteral("Take-home total of the run"));
@@ -75,6 +102,26 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     cmdOpen->setAccessibleName(QStringLiteral("Open the selected pay in the wage ledger"));
     cmdCommit = new QPushButton(QStringLiteral("Co&mmit"), this);
     cmdCommit->setAccessibleName(QStringLiteral("Commit the pays of the run"));
+    cboPayslips = new QComboBox(this);
+    cboPayslips->setObjectName(QStringLiteral("cboPayslips"));
+    cboPayslips->setAccessibleName(QStringLiteral("Payslips of the run"));
+    for (int i = 0; i <= static_cast<int>(SlipDelivery::Email); ++i)
+        cboPayslips->addItem(SlipDeliveryCaption(SlipDelivery(i)));
+    cboPayslips->setCurrentIndex(static_cast<int>(ReadSlipDelivery()));
+    auto* lblPayslips = new QLabel(QStringLiteral("Pay&slips:"), this);
+    lblPayslips->setBuddy(cboPayslips);
+    txtSlipFolder = new QLineEdit(ReadSlipFolder(), this);
+    txtSlipFolder->setObjectName(QStringLiteral("txtSlipFolder"));
+    txtSlipFolder->setAccessibleName(QStringLiteral("Folder of the PDF payslips"));
+    auto* lblFolder = new QLabel(QStringLiteral("F&older:"), this);
+    lblFolder->setBuddy(txtSlipFolder);
+    const auto showFolder = [this, lblFolder] {
+        const bool pdf = cboPayslips->currentIndex() == static_cast<int>(SlipDelivery::PdfFolder);
+        lblFolder->setVisible(pdf);
+        txtSlipFolder->setVisible(pdf);
+    };
+    showFolder();
+    connect(cboPayslips, qOverload<int>(&QComboBox::currentIndexChanged), this, showFolder);
     cmdFiles = new QPushButton(QStringLiteral("Payday &files..."), this);
     cmdFiles->setAccessibleName(QStringLiteral("Payday filing and bank files of the run"));
     auto* cmdClose = new QPushButton(QStringLiteral("&Close"), this);
@@ -87,6 +134,10 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     top->addWidget(dtpRunDate);
     top->addWidget(cmdPropose);
     top->addStretch();
+    top->addWidget(lblPayslips);
+    top->addWidget(cboPayslips);
+    top->addWidget(lblFolder);
+    top->addWidget(txtSlipFolder, 1);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(lblTotal);
     bottom->addStretch();
@@ -97,16 +148,25 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     bottom->addWidget(cmdClose);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
-    layout->addWidget(tgrdRun);
+    auto* list = new QVBoxLayout;
+    list->setSpacing(0);
+    list->addWidget(tgrdRun);
+    list->addWidget(tgrdTotals);
+    layout->addLayout(list, 1);
     layout->addLayout(bottom);
     setTabOrder(dtpRunDate, cmdPropose);
-    setTabOrder(cmdPropose, tgrdRun);
+    setTabOrder(cmdPropose, cboPayslips);
+    setTabOrder(cboPayslips, txtSlipFolder);
+    setTabOrder(txtSlipFolder, tgrdRun);
     setTabOrder(tgrdRun, cmdOpen);
     setTabOrder(cmdOpen, cmdAddPays);
     setTabOrder(cmdAddPays, cmdCommit);
     setTabOrder(cmdCommit, cmdFiles);
     setTabOrder(cmdFiles, cmdClose);
-    resize(760, 360);
+    QSize size(900, 400);
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        size = size.boundedTo(screen->availableGeometry().size() - QSize(16, 40));
+    resize(size);
 
     connect(cmdPropose, &QPushButton::clicked, this, [this] { propose(); });
     connect(dtpRunDate, &QDateEdit::dateChanged, this, [this] { propose(); });
@@ -143,11 +203,75 @@ void frmPayRun::propose() {
 }
 
 void frmPayRun::leaveOut(const QSet<qint32>& out) {
+    const QSignalBlocker quiet(tgrdRun);
     for (int r = 0; r < m_items.size(); ++r)
         if (out.contains(m_items.at(r).employeeID)) tgrdRun->item(r, 0)->setCheckState(Qt::Unchecked);
+    fillTotals();
+}
+
+void frmPayRun::fillTotals() {
+    const QSet<qint32> out = leftOut();
+    Currency gross, paye, deductions, takeHome;
+    int pays = 0;
+    for (const PayRunItem& i : m_items) {
+        if (out.contains(i.employeeID)) continue;
+        ++pays;
+        gross += i.gross;
+        paye += i.paye;
+        deductions += i.deductions;
+        takeHome += i.takeHome;
+    }
+    const QStringList cells{QStringLiteral("Total"), QStringLiteral("%1 pays").arg(pays), QString(),
+                            money(gross),  money(paye),  money(deductions),  money(takeHome), QString()};
+    for (int c = 0; c < cells.size(); ++c) {
+        QTableWidgetItem* item = cell(cells.at(c), c >= 3 && c <= 6);
+        QFont bold = item->font();
+        bold.setBold(true);
+        item->setFont(bold);
+        tgrdTotals->setItem(0, c, item);
+    }
+    // Each column as wide as its widest cell, the totals' included, so that no figure is cut short.
+    tgrdRun->resizeColumnsToContents();
+    for (int c = 0; c + 1 < tgrdRun->columnCount(); ++c) {
+        const QTableWidgetItem* total = tgrdTotals->item(0, c);
+        const int needed = QFontMetrics(total->font()).horizontalAdvance(total->text()) + 16;
+        if (tgrdRun->columnWidth(c) < needed) tgrdRun->setColumnWidth(c, needed);
+    }
+    tgrdTotals->setAccessibleDescription(QStringLiteral("%1 pays: gross %2, PAYE %3, deductions %4, take-home %5")
+                                             .arg(pays)
+                                             .arg(money(gross), money(paye), money(deductions), money(takeHome)));
+}
+
+QList<PayRunItem> frmPayRun::toCommit() const {
+    const QSet<qint32> out = leftOut();
+    QList<PayRunItem> list;
+    for (const PayRunItem& i : m_items)
+        if (i.wageID != 0 && !i.committed() && !out.contains(i.employeeID)) list << i;
+    return list;
+}
+
+QString frmPayRun::confirmationText() const {
+    const QList<PayRunItem> pays = toCommit();
+    if (pays.isEmpty()) return QString();
+    Currency gross, paye, deductions, takeHome;
+    for (const PayRunItem& i : pays) {
+        gross += i.gross;
+        paye += i.paye;
+        deductions += i.deductions;
+        takeHome += i.takeHome;
+    }
+    const QString date = shortDate(dtpRunDate->date());
+    return QStringLiteral("Commit %1 pays of %2?\n\nGross: %3\nPAYE: %4\nDeductions: %5\nTake-home: %6\n\n")
+               .arg(pays.size())
+               .arg(date, money(gross), money(paye), money(deductions), money(takeHome)) +
+           SlipDeliveryPhrase(SlipDelivery(cboPayslips->currentIndex()), txtSlipFolder->text()) +
+           QStringLiteral("\nNext, Payday files writes the payday filing file for Inland Revenue and the "
+                          "bank's direct-credit file of %1.")
+               .arg(date);
 }
 
 void frmPayRun::fill() {
+    const QSignalBlocker quiet(tgrdRun);
     tgrdRun->setRowCount(static_cast<int>(m_items.size()));
     for (int r = 0; r < m_items.size(); ++r) {
         const PayRunItem& i = m_items.at(r);
@@ -170,6 +294,7 @@ void frmPayRun::fill() {
     }
     lblTotal->setText(
         QStringLiteral("%1 pays, take-home %2").arg(m_items.size()).arg(money(PayRunTotal(m_items))));
+    fillTotals();
     cmdAddPays->setEnabled(
         std::any_of(m_items.cbegin(), m_items.cend(), [](const PayRunItem& i) { return i.wageID == 0; }));
     cmdCommit->setEnabled(bool(commitPay) &&
@@ -214,8 +339,20 @@ int frmPayRun::addPays() {
 
 int frmPayRun::commitPays() {
     if (!commitPay) return 0;
+    const QString question = confirmationText();
+    if (question.isEmpty()) return 0;
+    if (ShowMessage(question, msg::YesNo, Firm(), QStringLiteral("Pay Run"), QStringLiteral("Commit the run"),
+                    msg::Question, true) != msg::Yes)
+        return 0;
+    const auto delivery = SlipDelivery(cboPayslips->currentIndex());
+    SaveSlipDelivery(delivery);
+    if (delivery == SlipDelivery::PdfFolder) SaveSlipFolder(txtSlipFolder->text());
     PayRunCommit result;
+    QList<PayRunSlip> slips;
+    QStringList slipFailures;
     {
+        // No report screen per pay: the commit's payslips are kept for the run.
+        PayRunSlips kept;
         QProgressDialog progress(QStringLiteral("Committing the pays of the run..."),
                                  QStringLiteral("&Cancel"), 0, 1, this);
         progress.setWindowTitle(QStringLiteral("Pay Run"));
@@ -230,6 +367,8 @@ int frmPayRun::commitPays() {
             QApplication::processEvents();
             return !progress.wasCanceled();
         });
+        slips = kept.slips;
+        slipFailures = kept.failures;
     }
     // The run's pays stay listed with their references, whatever their dates.
     const QSet<qint32> out = leftOut();
@@ -242,8 +381,21 @@ int frmPayRun::commitPays() {
     if (!result.notDone.isEmpty())
         text += QStringLiteral("\nNot committed yet:\n") + result.notDone.join(u'\n') +
                 QStringLiteral("\n\nRun the pay run again to finish them.");
+    if (delivery != SlipDelivery::None && !result.done.isEmpty()) {
+        const QString told = deliverSlips(slips, slipFailures);
+        if (!told.isEmpty()) text += QStringLiteral("\n\n") + told;
+        if (!slipFailures.isEmpty())
+            text += QStringLiteral("\nThese payslips did not go:\n") + slipFailures.join(u'\n');
+    }
+    if (!result.done.isEmpty())
+        text += QStringLiteral("\n\nNext: Payday files writes the payday filing and bank files of %1.")
+                    .arg(shortDate(dtpRunDate->date()));
     ShowMessage(text, msg::OKOnly, Firm(), QStringLiteral("Pay Run"), QString(),
-                result.failure.isEmpty() ? msg::Information : msg::Warning, true);
+                result.failure.isEmpty() && slipFailures.isEmpty() ? msg::Information : msg::Warning, true);
+    if (!result.done.isEmpty()) {
+        cmdFiles->setDefault(true);
+        cmdFiles->setFocus();
+    }
     return static_cast<int>(result.done.size());
 }
 

@@ -1,15 +1,20 @@
 #pragma once
 // "Pay Run": pick a pay date; the screen proposes the next pay of every employee due by then, lists
-// each with its period, gross, tax, deductions and take-home and the run's total, lets the user leave
-// any out or open one in the wage ledger, and adds the missing pays with a progress bar and a cancel
-// button. Running it again never adds a pay twice.
+// each with its period, gross, tax, deductions and take-home and the totals of each column, lets the
+// user leave any out or open one in the wage ledger, and adds the missing pays with a progress bar and
+// a cancel button. Running it again never adds a pay twice. The commit asks once, with the count and
+// the totals; the payslips then go where the user chose for the whole run (PDF files in a folder, one
+// preview, the printer, email), and the payday filing and bank files are one button away.
 #include "PayRun.h"
+#include "PayRunSlips.h"
 #include "data/Database.h"
 #include <QDialog>
 #include <QSet>
 #include <functional>
 
+class QComboBox;
 class QDateEdit;
+class QLineEdit;
 class QLabel;
 class QPushButton;
 class QTableWidget;
@@ -21,12 +26,19 @@ public:
     frmPayRun(Database& wage, QWidget* parent = nullptr);
     QDateEdit* dtpRunDate;
     QTableWidget* tgrdRun;
+    QTableWidget* tgrdTotals; // one row: the totals of the pays left in
     QLabel* lblTotal;
     QPushButton* cmdPropose;
     QPushButton* cmdAddPays;
     QPushButton* cmdOpen;
     QPushButton* cmdFiles;
     QPushButton* cmdCommit;
+    QComboBox* cboPayslips; // SlipDelivery by index
+    QLineEdit* txtSlipFolder;
+
+    // Sends the run's payslips by email; returns one line for each that failed. Until email is set up
+    // the run says that it cannot send them.
+    std::function<QStringList(const QList<PayRunSlip>& slips)> emailSlips;
 
     // The main window opens an employee's pay in the wage ledger through this (employee, pay or 0).
     std::function<void(qint32 employeeID, qint32 wageID)> openInLedger;
@@ -40,18 +52,27 @@ public:
     // Adds the missing pays of the rows left in; the failures, one a line, are told at the end.
     // Returns the number of pays added.
     int addPays();
-    // Commits the added pays left in, in order, with progress and cancel; what was done and what was
-    // not is told at the end. Returns the number committed.
+    // Asks once, with the count and the totals, then commits the added pays left in, in order, with
+    // progress and cancel; the payslips go as cboPayslips says; what was done and what was not is told
+    // at the end. Returns the number committed.
     int commitPays();
+    // The text of the confirmation (empty when nothing is to commit).
+    QString confirmationText() const;
+    // Where the last run's payslips went: the PDF files written, and what failed.
+    QStringList slipFiles() const { return m_slipFiles; }
     QList<PayRunItem> items() const { return m_items; }
     // The employees left out of the run (unticked rows).
     QSet<qint32> leftOut() const;
 
 private:
     void fill();
+    void fillTotals();
+    QList<PayRunItem> toCommit() const;
+    QString deliverSlips(const QList<PayRunSlip>& slips, QStringList& failures);
     void leaveOut(const QSet<qint32>& employees);
     Database& m_wage;
     QList<PayRunItem> m_items;
+    QStringList m_slipFiles;
 };
 
 void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger = {},

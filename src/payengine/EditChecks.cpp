@@ -1,4 +1,5 @@
 #include "EditChecks.h"
+#include <QRegularExpression>
 #include "Allowances.h"
 #include "AppContext.h"
 #include "Contributions.h"
@@ -175,6 +176,24 @@ QString GridEntryRefusal(const PayView& form, int row, int column, const QString
 
 void ShowEntryRefusal(const QString& message) {
     ShowMessage(message, 0, Firm(), QStringLiteral("Invalid Entry"), QString(), 3, true);
+}
+
+QString DecimalCommaMeant(const QString& text) {
+    static const QRegularExpression comma(QStringLiteral("^\\s*(-?\\$?\\d+),(\\d{1,2})\\s*$"));
+    const QRegularExpressionMatch m = comma.match(text);
+    if (!m.hasMatch()) return QString();
+    return m.captured(1) + u'.' + m.captured(2);
+}
+
+QString ConfirmDecimalComma(const PayView& form, int column, const QString& text) {
+    const QString meant = DecimalCommaMeant(text);
+    if (meant.isEmpty()) return text;
+    const qint16 answer = ShowMessage(
+        TranslateText(QStringLiteral("|0| was typed in |1|. Did you mean |2|?\r\n\r\nYes enters |2|; No "
+                                     "leaves the previous value."),
+                      QStringList{text.trimmed(), columnName(form.WageGridArray, column), meant}),
+        msg::YesNo, Firm(), QStringLiteral("Check Entry"), QString(), msg::Question, true);
+    return answer == msg::Yes ? meant : QString();
 }
 
 } // namespace ql

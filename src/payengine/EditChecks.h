@@ -15,6 +15,15 @@ constexpr double LargestLineFigure = 1000000.0;
 // system's words; empty when the entry may be stored. The text is numeric; the grid is not changed.
 QString GridEntryRefusal(const PayView& form, int row, int column, const QString& text);
 
+// "12,50" (a comma followed by one or two digits) is far more often a decimal comma than a thousands
+// separator: the figure with a point ("12.50"), or the empty text when the text isn't of that form.
+QString DecimalCommaMeant(const QString& text);
+
+// Asks whether the figure with a point was meant, naming the column by its heading. Returns the text
+// to store: the figure with a point on Yes, the empty text on No (the cell keeps its value), and the
+// text itself when it has no such comma.
+QString ConfirmDecimalComma(const PayView& form, int column, const QString& text);
+
 // Shows a refusal through the message box, with the suite's name as caption.
 void ShowEntryRefusal(const QString& message);
 

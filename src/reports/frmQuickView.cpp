@@ -6,6 +6,8 @@
 #include <QAbstractTableModel>
 #include <QChart>
 #include <QChartView>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QDateTimeAxis>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -78,7 +80,12 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     setObjectName(QStringLiteral("frmQuickView"));
     setWindowTitle(m_view.caption);
     setAccessibleName(m_view.caption);
-    resize(1280, 620);
+    // As large as the screen allows, up to 1280 by 620; the window can be resized.
+    QSize size(1280, 620);
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        size = size.boundedTo(screen->availableGeometry().size() - QSize(16, 40));
+    resize(size);
+    setSizeGripEnabled(true);
     auto* outer = new QVBoxLayout(this);
 
     auto* top = new QHBoxLayout;
@@ -147,7 +154,9 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     m_chart->setObjectName(QStringLiteral("chtPays"));
     m_chart->setAccessibleName(QStringLiteral("Chart of gross, PAYE and take-home pay"));
     m_chart->setRenderHint(QPainter::Antialiasing);
-    m_chart->setMinimumWidth(320);
+    m_chart->setMinimumSize(240, 160);
+    // On a narrow screen the chart stands below the list, so that both keep a readable width.
+    if (size.width() < 1000) splitter->setOrientation(Qt::Vertical);
     splitter->addWidget(left);
     splitter->addWidget(m_chart);
     splitter->setStretchFactor(0, 3);
@@ -279,6 +288,15 @@ void frmQuickView::refreshChart() {
     } else if (points.size() == 1) {
         const QDateTime only(points.first().date, QTime(12, 0));
         x->setRange(only.addDays(-3), only.addDays(3));
+    } else {
+        // A margin at both ends keeps the first and the last point, with their markers, inside.
+        QDate first = points.first().date, last = points.first().date;
+        for (const HistoryPoint& p : points) {
+            first = qMin(first, p.date);
+            last = qMax(last, p.date);
+        }
+        const qint64 margin = qMax<qint64>(1, first.daysTo(last) / 20);
+        x->setRange(QDateTime(first.addDays(-margin), QTime(12, 0)), QDateTime(last.addDays(margin), QTime(12, 0)));
     }
     y->setRange(0, top > 0 ? top * 1.1 : 100);
     y->applyNiceNumbers();

@@ -1,5 +1,6 @@
 #include "frm_crystal.h"
 #include "ui/Skin.h"
+#include "ReportPreviewDialog.h"
 #include "ReportScreen.h"
 #include "frame/OpenForms.h"
 #include "reports/paint/ReportPages.h"
@@ -10,7 +11,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPrintDialog>
-#include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -83,17 +83,8 @@ void frm_crystal::closeEvent(QCloseEvent* event) {
 
 namespace {
 
-void preview(const PreparedReport& report, const ReportControl& control) {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageLayout(reportPageLayout(report));
-    printer.setDocName(report.name);
-    QPrintPreviewDialog dialog(&printer, QApplication::activeWindow());
-    dialog.setObjectName(QStringLiteral("ReportPreview"));
-    dialog.setWindowTitle(report.name);
-    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                     [&report](QPrinter* p) { paintReport(report, *p); });
-    if (control.WindowState == 2) dialog.setWindowState(Qt::WindowMaximized);
-    dialog.exec();
+void preview(const PreparedReport& report, const ReportControl&) {
+    PreviewReports(QList<PreparedReport>{report}, report.name, QApplication::activeWindow());
 }
 
 void print(const PreparedReport& report, const ReportControl&) {

@@ -181,7 +181,21 @@ void titleMenuClick(int button, const QString& caption, MenuHost& form) {
     }
 }
 
+namespace {
+StandaloneMenus& standalone() {
+    static StandaloneMenus handler;
+    return handler;
+}
+} // namespace
+
+void setStandaloneMenus(StandaloneMenus handler) {
+    standalone() = std::move(handler);
+}
+
 void switchModules(const QString& name, qint32 startMenu) {
+    // No client holds the object: no suite menu listens for the choice, and the program answers it
+    // itself where it can.
+    if (App().ConnectorCount <= 0 && standalone() && standalone()(name, startMenu)) return;
     // Started from a command line no client holds the object; one is held for the call, so that the
     // choice still goes out on the bus.
     std::unique_ptr<qlConnector> hold;
@@ -233,7 +247,12 @@ void ScreenActivated(MenuHost& form, qint32 screen) {
 
 void ShowContextHelp(const MenuHost& form) {
     const QString file = applicationHelpFile();
-    if (!file.isEmpty()) showHelp(file, form.HelpContextID);
+    if (!file.isEmpty()) {
+        showHelp(file, form.HelpContextID);
+        return;
+    }
+    // With no help entry in the menu options, F1 still shows the program's own pages.
+    showHelp(ProgramDirectory() + QStringLiteral("/Help/") + kProgramHelpPage, form.HelpContextID);
 }
 
 QString applicationHelpFile() {

@@ -62,8 +62,15 @@ void HelpMenu(const QString& name, MenuHost& form);
 // Sets the help numbers of an activated screen and the form's help number.
 void ScreenActivated(MenuHost& form, qint32 screen);
 constexpr qint32 MainScreenNumber = 7;
-// F1: the application's help file at the form's help number; nothing without a help file.
+// The program's own help page in the Help folder.
+inline const QString kProgramHelpPage = QStringLiteral("quillary.html");
+// F1: the application's help file at the form's help number; without one, the program's own page.
 void ShowContextHelp(const MenuHost& form);
+
+// What a choice of the Modules, Tools or Reports menu (startMenu 0, 3, 1) does when no client holds
+// the program's object, so that no suite menu hears MenuSelect: true when the handler answered it.
+using StandaloneMenus = std::function<bool(const QString& name, qint32 startMenu)>;
+void setStandaloneMenus(StandaloneMenus handler);
 
 // The application's help file: what F1 opens.
 QString applicationHelpFile();

@@ -1,4 +1,5 @@
 #include "TitleMenuBarWidget.h"
+#include "HelpViewerDialog.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frame/Texts.h"
@@ -35,7 +36,8 @@ void openHelpPage(const QString& path, qint32 topic) {
     }
     QUrl url = QUrl::fromLocalFile(file.absoluteFilePath());
     if (topic != 0) url.setFragment(QString::number(topic));
-    QDesktopServices::openUrl(url);
+    if (DesktopHasBrowser() && QDesktopServices::openUrl(url)) return;
+    ShowHelpInViewer(file.absoluteFilePath(), topic);
 }
 
 const char* const kButtonNames[] = {"Modules", "Tools", "Reports", "Help"};

@@ -1,8 +1,10 @@
+#include "payengine/EditChecks.h"
 #include "PayrollRows.h"
 #include "TestEnv.h"
 #include "frame/Settings.h"
 #include "ledger/Roster.h"
 #include "ledger/WageScreen.h"
+#include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 
@@ -93,6 +95,32 @@ TEST_F(WageScreenTest, ATypedValueOnACommittedPayIsUndone) {
     EXPECT_EQ(m->kindOrLevel, 6);
     EXPECT_EQ(m->message, QStringLiteral("This pay has already been committed (recorded as paid).\r\n\r\n"
                                          "You therefore cannot alter any details relating to this pay."));
+}
+
+TEST_F(WageScreenTest, ADecimalCommaAsksWhetherThePointWasMeant) {
+    EXPECT_EQ(ql::DecimalCommaMeant(QStringLiteral("12,50")), QStringLiteral("12.50"));
+    EXPECT_EQ(ql::DecimalCommaMeant(QStringLiteral(" 7,5 ")), QStringLiteral("7.5"));
+    EXPECT_EQ(ql::DecimalCommaMeant(QStringLiteral("1,250")), QString()); // a thousands separator
+    EXPECT_EQ(ql::DecimalCommaMeant(QStringLiteral("12.50")), QString());
+    load();
+    screen->cmdSelect_Click(1);
+    ASSERT_GE(screen->WageGridArray.rowCount(), 1);
+    const QVariant before = screen->WageGridArray.value(0, 2);
+    const QString heading = screen->WageGridArray.headings().value(2);
+    ASSERT_FALSE(heading.isEmpty());
+    // No: the cell keeps what it had.
+    rows->dialogs.queueAnswer(ql::msg::No);
+    EXPECT_FALSE(screen->storeCell(0, 2, QStringLiteral("12,50")));
+    EXPECT_EQ(screen->WageGridArray.value(0, 2), before);
+    const ql::DialogCall* m = last(QStringLiteral("Check Entry"));
+    ASSERT_NE(m, nullptr);
+    EXPECT_EQ(m->message, QStringLiteral("12,50 was typed in %1. Did you mean 12.50?\r\n\r\nYes enters 12.50; "
+                                         "No leaves the previous value.")
+                              .arg(heading));
+    // Yes: 12.50, not 1,250.
+    rows->dialogs.queueAnswer(ql::msg::Yes);
+    EXPECT_TRUE(screen->storeCell(0, 2, QStringLiteral("12,50")));
+    EXPECT_DOUBLE_EQ(ql::CDbl(screen->WageGridArray.value(0, 2)), 12.5);
 }
 
 TEST_F(WageScreenTest, TextInANumberCellIsRefusedNamingTheColumnFromOne) {

@@ -261,17 +261,30 @@ void ReportPages::paintPage(QPainter& p, int page) const {
 }
 
 int paintReport(const PreparedReport& report, QPagedPaintDevice& device) {
-    device.setPageLayout(reportPageLayout(report));
+    return paintReports(QList<PreparedReport>{report}, device);
+}
+
+int paintReports(const QList<PreparedReport>& reports, QPagedPaintDevice& device) {
+    if (reports.isEmpty()) return 0;
+    device.setPageLayout(reportPageLayout(reports.first()));
     QPainter painter;
     if (!painter.begin(&device)) return 0;
-    const QRect area = device.pageLayout().paintRectPixels(device.logicalDpiX());
-    const ReportPages pages(report, &device, QRectF(0, 0, area.width(), area.height()));
-    for (int i = 0; i < pages.pageCount(); ++i) {
-        if (i > 0) device.newPage();
-        pages.paintPage(painter, i);
+    int painted = 0;
+    for (const PreparedReport& report : reports) {
+        if (painted > 0) {
+            device.setPageLayout(reportPageLayout(report));
+            device.newPage();
+        }
+        const QRect area = device.pageLayout().paintRectPixels(device.logicalDpiX());
+        const ReportPages pages(report, &device, QRectF(0, 0, area.width(), area.height()));
+        for (int i = 0; i < pages.pageCount(); ++i) {
+            if (i > 0) device.newPage();
+            pages.paintPage(painter, i);
+            ++painted;
+        }
     }
     painter.end();
-    return pages.pageCount();
+    return painted;
 }
 
 } // namespace ql

@@ -55,5 +55,7 @@ private:
 
 // Paints the whole report on a printer or PDF writer, page by page; returns the number of pages.
 int paintReport(const PreparedReport& report, QPagedPaintDevice& device);
+// Paints the reports one after another on one device, each from a new page; returns the pages.
+int paintReports(const QList<PreparedReport>& reports, QPagedPaintDevice& device);
 
 } // namespace ql

@@ -10,6 +10,10 @@
 namespace ql {
 
 int WriteReportPdf(const PreparedReport& report, const QString& file) {
+    return WriteReportsPdf(QList<PreparedReport>{report}, file);
+}
+
+int WriteReportsPdf(const QList<PreparedReport>& reports, const QString& file) {
     const auto cannot = [&] {
         raiseError(rpterr::OutputFailure, QStringLiteral("Crystal"),
                    QStringLiteral("The file %1 cannot be written.").arg(file));
@@ -25,8 +29,8 @@ int WriteReportPdf(const PreparedReport& report, const QString& file) {
         QPdfWriter writer(file);
         writer.setResolution(300);
         writer.setCreator(QStringLiteral("Quillary"));
-        writer.setTitle(report.name);
-        pages = paintReport(report, writer);
+        if (!reports.isEmpty()) writer.setTitle(reports.first().name);
+        pages = paintReports(reports, writer);
     }
     if (pages == 0 || QFileInfo(file).size() == 0) cannot();
     return pages;

@@ -2,6 +2,7 @@
 // title buttons, and a whole pay from adding it to deleting it.
 #include "WageUi.h"
 #include "payengine/AppContext.h"
+#include <QAbstractSpinBox>
 #include <QCalendarWidget>
 #include <QMenu>
 #include <QTabBar>
@@ -169,6 +170,25 @@ TEST_F(WageUiTest, EveryControlHasAnAccessibleName) {
             missing << c->metaObject()->className() + QStringLiteral(" ") + c->objectName();
     }
     EXPECT_TRUE(missing.isEmpty()) << missing.join(QStringLiteral(", ")).toStdString();
+}
+
+TEST_F(WageUiTest, ValueLabelsAndCalendarArrowsAreNamedForScreenReaders) {
+    start();
+    // Inside the calendar too: its month arrows, month and year.
+    QStringList missing;
+    for (QWidget* c : w->findChild<QCalendarWidget*>(QStringLiteral("CalWage"))->findChildren<QWidget*>())
+        if ((qobject_cast<QAbstractButton*>(c) || qobject_cast<QAbstractSpinBox*>(c)) && c->accessibleName().isEmpty())
+            missing << c->metaObject()->className() + QStringLiteral(" ") + c->objectName();
+    EXPECT_TRUE(missing.isEmpty()) << missing.join(QStringLiteral(", ")).toStdString();
+    // Each amount is heard with its caption, as it stands now.
+    for (const char* n : {"lblGross", "lblPaye", "lblTakehome"}) {
+        QLabel* l = w->labelControl(QString::fromLatin1(n));
+        ASSERT_NE(l, nullptr) << n;
+        ASSERT_FALSE(l->text().isEmpty()) << n;
+        EXPECT_TRUE(l->accessibleName().endsWith(u' ' + l->text())) << l->accessibleName().toStdString();
+        EXPECT_GT(l->accessibleName().size(), l->text().size() + 1) << n;
+    }
+    EXPECT_TRUE(w->labelControl(QStringLiteral("lblGross"))->accessibleName().startsWith(QStringLiteral("Gross ")));
 }
 
 TEST_F(WageUiTest, AccessKeysAreShownAndDistinct) {

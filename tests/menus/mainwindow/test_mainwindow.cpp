@@ -187,10 +187,11 @@ TEST_F(MainWindowTest, ToolsEndsWithTheRebatesWhichOpenTheDialog) {
     startWired();
     QMenu* tools = bar->menu(1);
     const QList<QAction*> actions = tools->actions();
-    ASSERT_EQ(actions.size(), 10);
+    ASSERT_EQ(actions.size(), 11);
     EXPECT_EQ(texts(tools).mid(0, 3), QStringList({"Backup Data", "Restore Data", "Options"}));
     EXPECT_TRUE(actions.at(3)->isSeparator());
     EXPECT_EQ(actions.at(4)->text(), QStringLiteral("&Rebates..."));
+    EXPECT_EQ(actions.at(5)->text(), QStringLiteral("Ta&x Information..."));
     QString title;
     int rebateRows = -1;
     onNextModal([&](QWidget* modal) {
@@ -215,7 +216,7 @@ TEST_F(MainWindowTest, ToolsEndsWithTheRebatesWhichOpenTheDialog) {
 TEST_F(MainWindowTest, ToolsOffersThePaydayScreensAndThePayRunOpensAPayInTheLedger) {
     startWired();
     QMenu* tools = bar->menu(1);
-    EXPECT_EQ(texts(tools).mid(6), QStringList({"&Pay Run...", "Payday &Files...", "Payday &Settings...",
+    EXPECT_EQ(texts(tools).mid(7), QStringList({"&Pay Run...", "Payday &Files...", "Payday &Settings...",
                                                 "Employee &Bank Accounts..."}));
     // A second pay, so that opening the first in the ledger moves the list.
     QTest::mouseClick(button(QStringLiteral("cmdAddPay")), Qt::LeftButton);

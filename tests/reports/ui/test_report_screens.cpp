@@ -5,6 +5,8 @@
 #include "reports/PrintPaySlip.h"
 #include "reports/QuickView.h"
 #include "reports/frmQuickView.h"
+#include <QGuiApplication>
+#include <QScreen>
 #include "reports/frm_crystal.h"
 #include <QApplication>
 #include <QChartView>
@@ -143,6 +145,36 @@ TEST_F(ScreensTest, HistoryShowsPaysTotalsAndChart) {
 
 // A history of several pages shows its last pay when the grid is scrolled to the end, and the chart
 // has every pay.
+TEST_F(ScreensTest, HistoryFitsTheScreenWithItsButtonsAndEveryChartPointInside) {
+    QDate date(2025, 7, 7);
+    for (int i = 0; i < 8; ++i, date = date.addDays(7))
+        pay(e, date, 1000 + 10 * i, 150, 35, QStringLiteral("W%1").arg(i + 1));
+    frmQuickView form("Tāwhiri, Wiremu");
+    form.show();
+    QApplication::processEvents();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_LE(form.width(), screen.width());
+    EXPECT_LE(form.height(), screen.height());
+    for (const char* b : {"cmdOK", "cmdPrint", "cmdDateOrder", "cmdEntryOrder"}) {
+        auto* button = form.findChild<QPushButton*>(QString::fromLatin1(b));
+        ASSERT_NE(button, nullptr) << b;
+        const QRect at(button->mapTo(&form, QPoint(0, 0)), button->size());
+        EXPECT_TRUE(form.rect().contains(at)) << b;
+    }
+    auto* chart = form.findChild<QChartView*>("chtPays");
+    ASSERT_NE(chart, nullptr);
+    EXPECT_GT(chart->height(), 100);
+    const auto* series = static_cast<QLineSeries*>(chart->chart()->series().at(0));
+    const QRectF plot = chart->chart()->plotArea();
+    for (const QPointF& p : series->points()) {
+        const QPointF on = chart->chart()->mapToPosition(p, chart->chart()->series().at(0));
+        // Inside with room for the point's marker.
+        EXPECT_GT(on.x(), plot.left() + 2);
+        EXPECT_LT(on.x(), plot.right() - 2);
+    }
+    keepPicture(&form, "frmQuickViewSmallScreen");
+}
+
 TEST_F(ScreensTest, ALongHistoryShowsItsLastPageAndTheWholeChart) {
     QDate date(2023, 7, 3);
     const int pays = 3 * QuickViewRows::PageSize + 5;
