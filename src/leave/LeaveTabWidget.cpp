@@ -3,6 +3,7 @@
 #include "LeaveScreen.h"
 #include "frame/Messages.h"
 #include <QEvent>
+#include "holidays/HolidayPayWidget.h"
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -133,6 +134,8 @@ void LeaveTabWidget::build() {
     layout->addLayout(top);
     layout->addWidget(m_grid, 1);
     layout->addLayout(totals);
+    m_holidayPay = new HolidayPayWidget(this);
+    layout->addWidget(m_holidayPay);
 
     setTabOrder(m_tabLeave, m_opt[0]);
     setTabOrder(m_opt[0], m_opt[1]);

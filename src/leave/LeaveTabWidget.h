@@ -22,6 +22,7 @@ namespace ql {
 
 class LeaveScreen;
 class LeaveGridWidget;
+class HolidayPayWidget;
 
 class LeaveTabWidget : public QWidget {
     Q_OBJECT
@@ -33,6 +34,7 @@ public:
     ~LeaveTabWidget() override;
     LeaveScreen& screen() { return *m_screen; }
     LeaveGridWidget* grid() const { return m_grid; }
+    HolidayPayWidget* holidayPay() const { return m_holidayPay; }
 
     void entering();
     void leaving();
@@ -68,6 +70,7 @@ private:
     QLineEdit* m_txtLeaveTaken = nullptr;
     QLineEdit* m_txtLeaveAvailable = nullptr;
     QLineEdit* m_txtLeaveTotal = nullptr;
+    HolidayPayWidget* m_holidayPay = nullptr; // the rate of a chosen leave and "Add leave to this pay"
     bool m_refreshing = false;
 };
 

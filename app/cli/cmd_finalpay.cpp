@@ -1,0 +1,201 @@
+// The holiday part of a final pay, the leave liability of a day, and alternative holidays.
+#include "CliCommand.h"
+#include "HolidaySession.h"
+#include "holidays/CashUp.h"
+#include "holidays/Entitlements.h"
+#include "holidays/FinalPay.h"
+#include "holidays/LeaveLiability.h"
+#include "runtime/VbError.h"
+#include <QJsonArray>
+#include <QJsonObject>
+
+using namespace ql::holidays;
+
+namespace {
+
+// final-pay EMPLOYEE_ID YYYY-MM-DD [--add-to WAGE_ID]
+int finalPay(const QStringList& args, QTextStream& out) {
+    if (args.size() != 2 && args.size() != 4) throw cli::CliUsageError();
+    const int employeeID = cli::wholeArgument(args.at(0));
+    const QDate lastDay = cli::isoDateArgument(args.at(1));
+    const auto o = cli::holidayOptions(args, 2, {QStringLiteral("add-to")});
+    const int addTo = o.contains(QStringLiteral("add-to")) ? cli::wholeArgument(o.value(QStringLiteral("add-to"))) : 0;
+    FinalPayResult r;
+    QString name;
+    {
+        cli::HolidaySession session;
+        try {
+            r = ComputeFinalPay(session.wage(), employeeID, lastDay);
+            if (addTo > 0) AddFinalPayLines(session.wage(), addTo, r);
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+        name = session.employeeName(employeeID);
+    }
+    if (addTo > 0) cli::RecalculatePay(addTo);
+    QJsonObject j;
+    j.insert(QStringLiteral("EmployeeID"), employeeID);
+    j.insert(QStringLiteral("Name"), name);
+    j.insert(QStringLiteral("LastDay"), cli::isoDate(lastDay));
+    j.insert(QStringLiteral("OWP"), cli::money(r.owp.amount));
+    j.insert(QStringLiteral("AWE"), cli::money(r.awe.amount));
+    j.insert(QStringLiteral("AnnualWeeksUntaken"), r.entitledWeeksUntaken);
+    j.insert(QStringLiteral("SinceAnniversary"), cli::isoDate(r.lastAnniversary));
+    j.insert(QStringLiteral("GrossSinceAnniversary"), cli::money(r.grossSinceAnniversary));
+    j.insert(QStringLiteral("PaidAsYouGo"), cli::money(r.paidAsYouGo));
+    j.insert(QStringLiteral("DailyRate"), cli::money(r.dailyRate));
+    j.insert(QStringLiteral("DailyRateUsed"), r.dailyRateUsed);
+    j.insert(QStringLiteral("AlternativeHolidays"), r.alternativeHolidays);
+    QJsonArray holidays;
+    for (const QDate& d : r.publicHolidays)
+        holidays << cli::isoDate(d);
+    j.insert(QStringLiteral("PublicHolidays"), holidays);
+    QJsonArray lines;
+    for (const FinalPayLine& l : r.lines) {
+        QJsonObject lj;
+        lj.insert(QStringLiteral("component"), l.component);
+        lj.insert(QStringLiteral("caption"), l.caption);
+        lj.insert(QStringLiteral("units"), l.units);
+        lj.insert(QStringLiteral("rate"), cli::money(l.rate));
+        lj.insert(QStringLiteral("amount"), cli::money(l.amount));
+        lj.insert(QStringLiteral("working"), l.working);
+        lines << lj;
+    }
+    j.insert(QStringLiteral("Lines"), lines);
+    j.insert(QStringLiteral("Total"), cli::money(r.total));
+    j.insert(QStringLiteral("Notes"), QJsonArray::fromStringList(r.notes));
+    if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
+    cli::printJson(out, j);
+    return 0;
+}
+
+// leave-liability YYYY-MM-DD [--csv]
+int leaveLiability(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty() || args.size() > 2) throw cli::CliUsageError();
+    const QDate day = cli::isoDateArgument(args.at(0));
+    const bool csv = args.size() == 2;
+    if (csv && args.at(1) != QLatin1String("--csv")) throw cli::CliUsageError();
+    cli::HolidaySession session;
+    Liability l;
+    try {
+        l = LeaveLiabilityOn(session.wage(), day);
+    } catch (const ql::VbError& e) {
+        throw cli::CliFailure(e.description());
+    }
+    for (LiabilityRow& r : l.rows) {
+        const QString n = session.employeeName(r.employeeID);
+        if (!n.isEmpty()) r.name = n;
+    }
+    if (csv) {
+        out << LiabilityCsv(l);
+        return 0;
+    }
+    QJsonArray rows;
+    for (const LiabilityRow& r : l.rows) {
+        QJsonObject j;
+        j.insert(QStringLiteral("EmployeeID"), r.employeeID);
+        j.insert(QStringLiteral("Name"), r.name);
+        j.insert(QStringLiteral("AnnualWeeks"), r.annualWeeks);
+        j.insert(QStringLiteral("WeeklyRate"), cli::money(r.weeklyRate));
+        j.insert(QStringLiteral("RateUsed"), r.weeklyRateUsed);
+        j.insert(QStringLiteral("AnnualValue"), cli::money(r.annualValue));
+        j.insert(QStringLiteral("Accrued8Percent"), cli::money(r.accrued));
+        j.insert(QStringLiteral("SickDays"), r.sickDays);
+        j.insert(QStringLiteral("AlternativeHolidays"), r.alternativeHolidays);
+        j.insert(QStringLiteral("DailyRate"), cli::money(r.dailyRate));
+        j.insert(QStringLiteral("AlternativeValue"), cli::money(r.alternativeValue));
+        j.insert(QStringLiteral("Total"), cli::money(r.total));
+        rows << j;
+    }
+    QJsonObject o;
+    o.insert(QStringLiteral("Date"), cli::isoDate(day));
+    o.insert(QStringLiteral("Employees"), rows);
+    o.insert(QStringLiteral("Total"), cli::money(l.total));
+    cli::printJson(out, o);
+    return 0;
+}
+
+// alternative-holidays EMPLOYEE_ID [--earned YYYY-MM-DD | --taken YYYY-MM-DD | --paid-out YYYY-MM-DD]
+int alternativeHolidays(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty()) throw cli::CliUsageError();
+    const int employeeID = cli::wholeArgument(args.at(0));
+    const auto o = cli::holidayOptions(args, 1, {QStringLiteral("earned"), QStringLiteral("taken"), QStringLiteral("paid-out")});
+    if (o.size() > 1) throw cli::CliUsageError();
+    cli::HolidaySession session;
+    ql::Database& wage = session.wage();
+    if (wage.scalar(QStringLiteral("SELECT count(*) FROM Employees WHERE EmployeeID = %1").arg(employeeID)).toInt() == 0)
+        throw cli::CliFailure(QStringLiteral("Employee %1 is not on the payroll.").arg(employeeID));
+    if (o.contains(QStringLiteral("earned")))
+        EarnAlternativeHoliday(wage, employeeID, cli::isoDateArgument(o.value(QStringLiteral("earned"))), QString());
+    for (const QString& key : {QStringLiteral("taken"), QStringLiteral("paid-out")})
+        if (o.contains(key) &&
+            !CloseAlternativeHoliday(wage, employeeID, cli::isoDateArgument(o.value(key)), key == QLatin1String("paid-out")))
+            throw cli::CliFailure(QStringLiteral("Employee %1 has no alternative holiday open on that day.").arg(employeeID));
+    QJsonArray list;
+    for (const AlternativeHoliday& a : AlternativeHolidays(wage, employeeID)) {
+        QJsonObject j;
+        j.insert(QStringLiteral("earnedOn"), cli::isoDate(a.earnedOn));
+        j.insert(QStringLiteral("takenOn"), a.takenOn.isValid() ? QJsonValue(cli::isoDate(a.takenOn)) : QJsonValue());
+        j.insert(QStringLiteral("paidOut"), a.paidOut.isValid() ? QJsonValue(cli::isoDate(a.paidOut)) : QJsonValue());
+        j.insert(QStringLiteral("comments"), a.comments);
+        list << j;
+    }
+    QJsonObject j;
+    j.insert(QStringLiteral("EmployeeID"), employeeID);
+    j.insert(QStringLiteral("AlternativeHolidays"), list);
+    j.insert(QStringLiteral("Open"), OpenAlternativeHolidays(wage, employeeID, QDate(9999, 12, 31)));
+    cli::printJson(out, j);
+    return 0;
+}
+
+const cli::CliCommand finalPayCommand("final-pay", "final-pay EMPLOYEE_ID YYYY-MM-DD [--add-to WAGE_ID]", finalPay);
+const cli::CliCommand leaveLiabilityCommand("leave-liability", "leave-liability YYYY-MM-DD [--csv]", leaveLiability);
+const cli::CliCommand alternativeHolidaysCommand(
+    "alternative-holidays",
+    "alternative-holidays EMPLOYEE_ID [--earned YYYY-MM-DD | --taken YYYY-MM-DD | --paid-out YYYY-MM-DD]",
+    alternativeHolidays);
+
+} // namespace
+
+namespace {
+
+// cash-up EMPLOYEE_ID YYYY-MM-DD --weeks W [--add-to WAGE_ID]
+int cashUp(const QStringList& args, QTextStream& out) {
+    if (args.size() < 2) throw cli::CliUsageError();
+    const int employeeID = cli::wholeArgument(args.at(0));
+    const QDate day = cli::isoDateArgument(args.at(1));
+    const auto o = cli::holidayOptions(args, 2, {QStringLiteral("weeks"), QStringLiteral("add-to")});
+    bool ok = false;
+    const double weeks = o.value(QStringLiteral("weeks")).toDouble(&ok);
+    if (!ok) throw cli::CliUsageError();
+    const int addTo = o.contains(QStringLiteral("add-to")) ? cli::wholeArgument(o.value(QStringLiteral("add-to"))) : 0;
+    ql::holidays::CashUpResult r;
+    {
+        cli::HolidaySession session;
+        try {
+            r = ql::holidays::ComputeCashUp(session.wage(), employeeID, day, weeks);
+            if (addTo > 0) ql::holidays::ApplyCashUp(session.wage(), addTo, r);
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+    }
+    if (addTo > 0) cli::RecalculatePay(addTo);
+    QJsonObject j;
+    j.insert(QStringLiteral("EmployeeID"), employeeID);
+    j.insert(QStringLiteral("Requested"), cli::isoDate(day));
+    j.insert(QStringLiteral("Weeks"), weeks);
+    j.insert(QStringLiteral("BalanceWeeks"), r.balanceWeeks);
+    j.insert(QStringLiteral("CashedUpThisYear"), r.cashedUpThisYear);
+    j.insert(QStringLiteral("OWP"), cli::money(r.owp.amount));
+    j.insert(QStringLiteral("AWE"), cli::money(r.awe.amount));
+    j.insert(QStringLiteral("RateUsed"), r.rateUsed);
+    j.insert(QStringLiteral("Amount"), cli::money(r.amount));
+    j.insert(QStringLiteral("Refusal"), r.refusal.isEmpty() ? QJsonValue() : QJsonValue(r.refusal));
+    if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
+    cli::printJson(out, j);
+    return 0;
+}
+
+const cli::CliCommand cashUpCommand("cash-up", "cash-up EMPLOYEE_ID YYYY-MM-DD --weeks W [--add-to WAGE_ID]", cashUp);
+
+} // namespace

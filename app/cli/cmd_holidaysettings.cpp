@@ -1,0 +1,211 @@
+// What the holiday rules ask the user to decide: the kind of each payment and allowance name, an
+// employee's work pattern (otherwise working days and their hours), the days and hours of a pay, and
+// the employee's holiday terms (pay as you go, minimum wage rate, daily pay, region).
+#include "CliCommand.h"
+#include "HolidaySession.h"
+#include "holidays/EarningKinds.h"
+#include "holidays/PublicHolidays.h"
+#include "holidays/WorkPattern.h"
+#include "runtime/VbError.h"
+#include <QJsonArray>
+#include <QJsonObject>
+
+using namespace ql::holidays;
+
+namespace {
+
+QJsonArray kindsOf(ql::Database& wage, const QString& alias, const char* table, const char* key, const char* name) {
+    QJsonArray rows;
+    const QVariantList ids = wage.firstColumn(
+        QStringLiteral("SELECT %1 FROM %2 ORDER BY %1").arg(QLatin1String(key), QLatin1String(table)));
+    for (const QVariant& id : ids) {
+        const QVariantList row = wage.firstRow(QStringLiteral("SELECT %1, EarningKind FROM %2 WHERE %3 = %4")
+                                                   .arg(QLatin1String(name), QLatin1String(table), QLatin1String(key))
+                                                   .arg(id.toInt()));
+        QJsonObject j;
+        j.insert(QStringLiteral("table"), alias);
+        j.insert(QStringLiteral("id"), id.toInt());
+        j.insert(QStringLiteral("name"), row.value(0).toString());
+        j.insert(QStringLiteral("kind"), row.value(1).toString());
+        const EarningKind k = KindFromCode(row.value(1).toString());
+        j.insert(QStringLiteral("grossEarnings"), InGrossEarnings(k));
+        j.insert(QStringLiteral("ordinaryWeeklyPay"), InOrdinaryWeeklyPay(k));
+        rows << j;
+    }
+    return rows;
+}
+
+// earning-kinds [--set TABLE ID KIND]
+int earningKinds(const QStringList& args, QTextStream& out) {
+    if (!args.isEmpty() && (args.size() != 4 || args.at(0) != QLatin1String("--set"))) throw cli::CliUsageError();
+    cli::HolidaySession session;
+    ql::Database& wage = session.wage();
+    EnsureHolidayTables(wage);
+    if (!args.isEmpty()) {
+        try {
+            SetNameKind(wage, args.at(1), cli::wholeArgument(args.at(2)), args.at(3));
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+    }
+    QJsonArray all;
+    for (const QJsonValue& v : kindsOf(wage, QStringLiteral("payment"), "PaymentNames", "PaymentNameID", "PayUnitname"))
+        all << v;
+    for (const QJsonValue& v : kindsOf(wage, QStringLiteral("taxable"), "TaxAllowName", "TaxNameID", "taxAllowancename"))
+        all << v;
+    for (const QJsonValue& v :
+         kindsOf(wage, QStringLiteral("nontaxable"), "NonTaxAllowName", "NonTaxNameID", "NonTaxallowname"))
+        all << v;
+    QJsonObject j;
+    j.insert(QStringLiteral("names"), all);
+    j.insert(QStringLiteral("kinds"), QJsonArray::fromStringList(KindCodes()));
+    cli::printJson(out, j);
+    return 0;
+}
+
+void requireEmployee(ql::Database& wage, int employeeID) {
+    if (wage.scalar(QStringLiteral("SELECT count(*) FROM Employees WHERE EmployeeID = %1").arg(employeeID)).toInt() == 0)
+        throw cli::CliFailure(QStringLiteral("Employee %1 is not on the payroll.").arg(employeeID));
+}
+
+// work-pattern EMPLOYEE_ID [--from YYYY-MM-DD --hours MON,TUE,WED,THU,FRI,SAT,SUN] [--on YYYY-MM-DD]
+int workPattern(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty()) throw cli::CliUsageError();
+    const int employeeID = cli::wholeArgument(args.at(0));
+    const auto o = cli::holidayOptions(args, 1, {QStringLiteral("from"), QStringLiteral("hours"), QStringLiteral("on")});
+    if (o.contains(QStringLiteral("from")) != o.contains(QStringLiteral("hours"))) throw cli::CliUsageError();
+    cli::HolidaySession session;
+    requireEmployee(session.wage(), employeeID);
+    QDate on = o.contains(QStringLiteral("on")) ? cli::isoDateArgument(o.value(QStringLiteral("on"))) : QDate::currentDate();
+    if (o.contains(QStringLiteral("from"))) {
+        WorkPattern p;
+        p.from = cli::isoDateArgument(o.value(QStringLiteral("from")));
+        const QStringList parts = o.value(QStringLiteral("hours")).split(QLatin1Char(','));
+        if (parts.size() != 7)
+            throw cli::CliFailure(QStringLiteral("A work pattern gives the hours of seven days, Monday to Sunday."));
+        for (int i = 0; i < 7; ++i) {
+            bool ok = false;
+            const float h = parts.at(i).trimmed().toFloat(&ok);
+            if (!ok || h < 0 || h > 24)
+                throw cli::CliFailure(QStringLiteral("\"%1\" is not a number of hours from 0 to 24.").arg(parts.at(i)));
+            p.hours.at(std::size_t(i)) = h;
+        }
+        SetWorkPattern(session.wage(), employeeID, p);
+        if (!o.contains(QStringLiteral("on"))) on = std::max(on, p.from);
+    }
+    const auto p = PatternOn(session.wage(), employeeID, on);
+    QJsonObject j;
+    j.insert(QStringLiteral("EmployeeID"), employeeID);
+    j.insert(QStringLiteral("on"), cli::isoDate(on));
+    if (p) {
+        j.insert(QStringLiteral("from"), cli::isoDate(p->from));
+        QJsonArray hours;
+        for (float h : p->hours)
+            hours << double(h);
+        j.insert(QStringLiteral("hours"), hours);
+        j.insert(QStringLiteral("daysPerWeek"), p->daysPerWeek());
+        j.insert(QStringLiteral("hoursPerWeek"), double(p->hoursPerWeek()));
+    } else {
+        j.insert(QStringLiteral("from"), QJsonValue());
+    }
+    cli::printJson(out, j);
+    return 0;
+}
+
+std::optional<float> optionalNumber(const QHash<QString, QString>& o, const QString& key, float max) {
+    if (!o.contains(key)) return std::nullopt;
+    bool ok = false;
+    const float v = o.value(key).toFloat(&ok);
+    if (!ok || v < 0 || v > max)
+        throw cli::CliFailure(QStringLiteral("\"%1\" is not a number from 0 to %2.").arg(o.value(key)).arg(max));
+    return v;
+}
+
+// pay-days WAGE_ID [--days N] [--hours H]
+int payDays(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty()) throw cli::CliUsageError();
+    const int wageID = cli::wholeArgument(args.at(0));
+    const auto o = cli::holidayOptions(args, 1, {QStringLiteral("days"), QStringLiteral("hours")});
+    cli::HolidaySession session;
+    ql::Database& wage = session.wage();
+    if (wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE WageID = %1").arg(wageID)).toInt() == 0)
+        throw cli::CliFailure(QStringLiteral("There is no pay %1.").arg(wageID));
+    PayDays d = PayDaysOf(wage, wageID);
+    if (const auto v = optionalNumber(o, QStringLiteral("days"), 366)) d.days = v;
+    if (const auto v = optionalNumber(o, QStringLiteral("hours"), 24 * 366)) d.hours = v;
+    if (!o.isEmpty()) SetPayDays(wage, wageID, d);
+    QJsonObject j;
+    j.insert(QStringLiteral("WageID"), wageID);
+    j.insert(QStringLiteral("DaysWorked"), d.days ? QJsonValue(double(*d.days)) : QJsonValue());
+    j.insert(QStringLiteral("HoursWorked"), d.hours ? QJsonValue(double(*d.hours)) : QJsonValue());
+    cli::printJson(out, j);
+    return 0;
+}
+
+// holiday-terms EMPLOYEE_ID [--pay-as-you-go yes|no] [--minimum-wage adult|starting-out|training]
+//               [--daily-pay automatic|relevant|average] [--region NAME]
+int holidayTerms(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty()) throw cli::CliUsageError();
+    const int employeeID = cli::wholeArgument(args.at(0));
+    const auto o = cli::holidayOptions(args, 1, {QStringLiteral("pay-as-you-go"), QStringLiteral("minimum-wage"),
+                                                 QStringLiteral("daily-pay"), QStringLiteral("region")});
+    cli::HolidaySession session;
+    ql::Database& wage = session.wage();
+    requireEmployee(wage, employeeID);
+    HolidayTerms t = TermsOf(wage, employeeID);
+    if (o.contains(QStringLiteral("pay-as-you-go"))) {
+        const QString v = o.value(QStringLiteral("pay-as-you-go"));
+        if (v != QLatin1String("yes") && v != QLatin1String("no")) throw cli::CliUsageError();
+        t.payAsYouGo = v == QLatin1String("yes");
+    }
+    if (o.contains(QStringLiteral("minimum-wage"))) {
+        const QString v = o.value(QStringLiteral("minimum-wage"));
+        bool found = false;
+        for (MinimumWageRate r : {MinimumWageRate::Adult, MinimumWageRate::StartingOut, MinimumWageRate::Training})
+            if (v == MinimumWageRateCode(r)) {
+                t.minimumWage = r;
+                found = true;
+            }
+        if (!found) throw cli::CliUsageError();
+    }
+    if (o.contains(QStringLiteral("daily-pay"))) {
+        const QString v = o.value(QStringLiteral("daily-pay"));
+        bool found = false;
+        for (DailyPayChoice c : {DailyPayChoice::Automatic, DailyPayChoice::Relevant, DailyPayChoice::Average})
+            if (v == DailyPayCode(c)) {
+                t.dailyPay = c;
+                found = true;
+            }
+        if (!found) throw cli::CliUsageError();
+    }
+    if (o.contains(QStringLiteral("region"))) {
+        const QString v = o.value(QStringLiteral("region"));
+        t.region = v.isEmpty() ? QString() : CanonicalRegion(v);
+        if (!v.isEmpty() && t.region.isEmpty())
+            throw cli::CliFailure(QStringLiteral("\"%1\" is not a region with an anniversary day. The regions are: %2.")
+                                      .arg(v, HolidayRegions().join(QStringLiteral(", "))));
+    }
+    if (!o.isEmpty()) SetTerms(wage, employeeID, t);
+    QJsonObject j;
+    j.insert(QStringLiteral("EmployeeID"), employeeID);
+    j.insert(QStringLiteral("PayAsYouGo"), t.payAsYouGo);
+    j.insert(QStringLiteral("MinimumWage"), MinimumWageRateCode(t.minimumWage));
+    j.insert(QStringLiteral("DailyPay"), DailyPayCode(t.dailyPay));
+    j.insert(QStringLiteral("Region"), t.region.isEmpty() ? QJsonValue() : QJsonValue(t.region));
+    cli::printJson(out, j);
+    return 0;
+}
+
+const cli::CliCommand earningKindsCommand("earning-kinds", "earning-kinds [--set payment|taxable|nontaxable ID KIND]",
+                                          earningKinds);
+const cli::CliCommand workPatternCommand(
+    "work-pattern", "work-pattern EMPLOYEE_ID [--from YYYY-MM-DD --hours MON,TUE,WED,THU,FRI,SAT,SUN] [--on YYYY-MM-DD]",
+    workPattern);
+const cli::CliCommand payDaysCommand("pay-days", "pay-days WAGE_ID [--days N] [--hours H]", payDays);
+const cli::CliCommand holidayTermsCommand(
+    "holiday-terms",
+    "holiday-terms EMPLOYEE_ID [--pay-as-you-go yes|no] [--minimum-wage adult|starting-out|training] "
+    "[--daily-pay automatic|relevant|average] [--region NAME]",
+    holidayTerms);
+
+} // namespace

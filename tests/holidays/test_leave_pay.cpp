@@ -1,0 +1,152 @@
+// What a leave is worth, worked out from an employee's pays and work pattern.
+#include "HolidayFixture.h"
+#include "holidays/LeavePay.h"
+#include "runtime/VbError.h"
+
+using namespace qltest;
+using namespace ql::holidays;
+using ql::Currency;
+
+namespace {
+
+Currency cur(const char* text) { return Currency::fromDouble(QString::fromLatin1(text).toDouble()); }
+
+class LeavePayTest : public HolidayTest {
+protected:
+    // A farm hand at $25 an hour, Monday to Friday 8 hours, paid weekly on Sundays. The year to
+    // 6 December 2026: 8 winter weeks of 30 hours (June, July), 10 calving weeks of 40 ordinary hours and
+    // 20 of overtime at time and a half (August to mid October), 34 weeks of 40 hours.
+    void addFarmHand() {
+        addEmployee(1, QDate(2024, 3, 4), 25.0);
+        setPattern(1, QDate(2024, 3, 4), {8, 8, 8, 8, 8, 0, 0});
+        const QDate last(2026, 12, 6);
+        for (int w = 51; w >= 0; --w) {
+            const QDate end = last.addDays(-7 * w);
+            if (end >= QDate(2026, 6, 1) && end < QDate(2026, 7, 27)) {
+                addPay(1, end, {{kOrdinary, 30, 25}});
+                ++winter;
+            } else if (end >= QDate(2026, 8, 2) && end < QDate(2026, 10, 11)) {
+                addPay(1, end, {{kOrdinary, 40, 25}, {kOvertime, 20, 37.5}});
+                ++calving;
+            } else {
+                addPay(1, end, {{kOrdinary, 40, 25}});
+            }
+        }
+    }
+    int winter = 0, calving = 0;
+};
+
+} // namespace
+
+TEST_F(LeavePayTest, AFarmHandsWeekOfAnnualLeaveIsPaidAtAverageWeeklyEarnings) {
+    addFarmHand();
+    ASSERT_EQ(winter, 8);
+    ASSERT_EQ(calving, 10);
+    const LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Annual, QDate(2026, 12, 7), 5);
+    // Gross earnings: 10 x 1,750 + 8 x 750 + 34 x 1,000 = 57,500; over 52 weeks 1,105.7692.
+    EXPECT_EQ(r.awe.grossEarnings, cur("57500"));
+    EXPECT_EQ(r.awe.divisor, 52.0);
+    EXPECT_EQ(r.awe.amount, cur("1105.7692"));
+    EXPECT_EQ(r.awe.to, QDate(2026, 12, 6));
+    EXPECT_EQ(r.awe.from, QDate(2025, 12, 7));
+    EXPECT_EQ(r.awe.wageIDs.size(), 52);
+    // The last four weeks were plain 40-hour weeks.
+    EXPECT_EQ(r.owp.amount, cur("1000"));
+    EXPECT_EQ(r.owp.wageIDs.size(), 4);
+    EXPECT_EQ(r.rateUsed, QStringLiteral("AWE"));
+    EXPECT_EQ(r.daysPerWeek, 5);
+    EXPECT_EQ(r.amount, cur("1105.77"));
+}
+
+TEST_F(LeavePayTest, OvertimeMarkedRegularCountsInOrdinaryWeeklyPay) {
+    addFarmHand();
+    // Leave at the end of calving: the last four weeks carry 20 hours of overtime each.
+    const LeavePayResult irregular = ComputeLeavePay(wage, 1, LeaveKind::Annual, QDate(2026, 10, 5), 5);
+    EXPECT_EQ(irregular.owp.amount, cur("1000"));
+    EXPECT_EQ(irregular.owp.leftOut, cur("3000"));
+    SetNameKind(wage, QStringLiteral("payment"), kOvertime, QStringLiteral("overtime-regular"));
+    const LeavePayResult regular = ComputeLeavePay(wage, 1, LeaveKind::Annual, QDate(2026, 10, 5), 5);
+    EXPECT_EQ(regular.owp.amount, cur("1750"));
+    EXPECT_EQ(regular.rateUsed, QStringLiteral("OWP"));
+    EXPECT_EQ(regular.amount, cur("1750"));
+}
+
+TEST_F(LeavePayTest, TwoDaysOfAnnualLeaveAreTwoFifthsOfTheWeek) {
+    addFarmHand();
+    const LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Annual, QDate(2026, 12, 7), 2);
+    EXPECT_EQ(r.amount, cur("442.31")); // 1,105.7692 x 2 / 5 = 442.30768
+}
+
+TEST_F(LeavePayTest, APublicHolidayOnARosteredDayIsPaidAtRelevantDailyPay) {
+    addFarmHand();
+    // Labour Day 2026 is Monday 26 October, a working day of the pattern.
+    const LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Public, QDate(2026, 10, 26), 1);
+    EXPECT_EQ(r.rateUsed, QStringLiteral("RDP"));
+    EXPECT_EQ(r.rdp.amount, cur("200"));
+    EXPECT_EQ(r.amount, cur("200"));
+    ASSERT_EQ(r.dayList.size(), 1);
+    EXPECT_TRUE(r.dayList.at(0).note.startsWith(QStringLiteral("Labour Day")));
+}
+
+TEST_F(LeavePayTest, APublicHolidayOnARosteredDayOffIsNotPaid) {
+    addFarmHand();
+    // From 1 October the farm hand works Tuesday to Saturday.
+    setPattern(1, QDate(2026, 10, 1), {0, 8, 8, 8, 8, 8, 0});
+    const LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Public, QDate(2026, 10, 26), 1);
+    EXPECT_EQ(r.amount, Currency());
+    ASSERT_EQ(r.dayList.size(), 1);
+    EXPECT_TRUE(r.dayList.at(0).note.contains(QStringLiteral("not an otherwise working day")));
+}
+
+TEST_F(LeavePayTest, APublicHolidayWorkedIsTimeAndAHalfAndAnAlternativeHoliday) {
+    addFarmHand();
+    const LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Public, QDate(2026, 10, 26), 1, 8);
+    EXPECT_EQ(r.workedPay, cur("300")); // 8 hours x 25 x 1.5
+    EXPECT_TRUE(r.alternativeEarned);
+    EXPECT_EQ(r.amount, cur("300"));
+}
+
+TEST_F(LeavePayTest, PublicHolidaysInAFortnightAreFound) {
+    addFarmHand();
+    // Christmas 2026 is a Friday; Boxing Day, a Saturday, moves to Monday 28 December for a
+    // Monday-to-Friday worker. New Year's Day 2027 is a Friday; the day after, a Saturday, moves to
+    // Monday 4 January, after these 14 days.
+    const LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Public, QDate(2026, 12, 21), 14);
+    ASSERT_EQ(r.dayList.size(), 3);
+    EXPECT_EQ(r.dayList.at(1).date, QDate(2026, 12, 28));
+    EXPECT_EQ(r.dayList.at(2).date, QDate(2027, 1, 1));
+    EXPECT_EQ(r.amount, cur("600"));
+}
+
+TEST_F(LeavePayTest, AverageDailyPayUsesTheDaysEntered) {
+    addFarmHand();
+    // Every pay says 5 days worked: 57,500 over 260 days = 221.1538.
+    for (const QVariant& id : wage.firstColumn(QStringLiteral("SELECT WageID FROM Wages WHERE EmployeeID = 1")))
+        SetPayDays(wage, id.toInt(), PayDays{5.0f, std::nullopt});
+    HolidayTerms t;
+    t.dailyPay = DailyPayChoice::Average;
+    SetTerms(wage, 1, t);
+    const LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Sick, QDate(2026, 12, 7), 2);
+    EXPECT_EQ(r.adp.days, 260.0f);
+    EXPECT_EQ(r.adp.amount, cur("221.1538"));
+    EXPECT_EQ(r.rateUsed, QStringLiteral("ADP"));
+    EXPECT_EQ(r.amount, cur("442.30")); // 2 x 221.15
+}
+
+TEST_F(LeavePayTest, SickDaysSkipTheDaysNotWorked) {
+    addFarmHand();
+    // Friday 11 December and the following Monday: the weekend is not paid.
+    const LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Sick, QDate(2026, 12, 11), 2);
+    ASSERT_EQ(r.dayList.size(), 2);
+    EXPECT_EQ(r.dayList.at(1).date, QDate(2026, 12, 14));
+    EXPECT_EQ(r.amount, cur("400"));
+}
+
+TEST_F(LeavePayTest, AnUnknownEmployeeIsRefusedWithAMessage) {
+    try {
+        ComputeLeavePay(wage, 99, LeaveKind::Annual, QDate(2026, 12, 7), 5);
+        FAIL() << "no error";
+    } catch (const ql::VbError& e) {
+        EXPECT_EQ(e.description(), QStringLiteral("Employee 99 is not on the payroll."));
+    }
+}
