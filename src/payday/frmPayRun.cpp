@@ -53,6 +53,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     setWindowTitle(QStringLiteral("Pay Run"));
     // The run's payslips are made by the commit and go where the run's choice sends them.
     commitPay = installedPayCommitter() ? installedPayCommitter() : CommitAsTheDialogDoes(true);
+    emailSlips = [this](const QList<PayRunSlip>& slips) { return EmailRunSlips(m_wage, slips); };
     setModal(true);
     dtpRunDate = new QDateEdit(Today(), this);
     dtpRunDate->setObjectName(QStringLiteral("dtpRunDate"));
