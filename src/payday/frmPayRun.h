@@ -35,6 +35,7 @@ public:
     QPushButton* cmdCommit;
     QComboBox* cboPayslips; // SlipDelivery by index
     QLineEdit* txtSlipFolder;
+    QPushButton* cmdMailServer; // Email Settings, shown when the slips go by email
 
     // Sends the run's payslips by email; returns one line for each that failed. EmailRunSlips at first.
     std::function<QStringList(const QList<PayRunSlip>& slips)> emailSlips;

@@ -6,6 +6,10 @@
 #include "ledger/Roster.h"
 #include "mail/MailSettings.h"
 #include "payday/frmPayRun.h"
+#include "mail/frmEmailSettings.h"
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QComboBox>
 #include <QDateEdit>
 
@@ -82,6 +86,36 @@ TEST_F(PayRunEmailTest, AFailedSendSaysWhyAndThePaysStayCommitted) {
     EXPECT_EQ(context.WageDatabase.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE Reference IS NULL")).toInt(),
               0);
     EXPECT_EQ(sink->received(0), 0);
+}
+
+TEST_F(PayRunEmailTest, TheSettingsScreenKeepsTheServer) {
+    ql::frmPayRun run(context.WageDatabase);
+    run.cboPayslips->setCurrentIndex(static_cast<int>(ql::SlipDelivery::Email));
+    EXPECT_FALSE(run.cmdMailServer->isHidden());
+    run.cboPayslips->setCurrentIndex(static_cast<int>(ql::SlipDelivery::None));
+    EXPECT_TRUE(run.cmdMailServer->isHidden());
+
+    ql::frmEmailSettings d;
+    EXPECT_EQ(d.txtHost->text(), QStringLiteral("127.0.0.1"));
+    EXPECT_EQ(d.spnPort->value(), sink->port);
+    d.txtHost->setText(QStringLiteral("smtp.example.com"));
+    d.cboSecurity->setCurrentIndex(2); // TLS brings its usual port
+    EXPECT_EQ(d.spnPort->value(), 465);
+    d.txtUser->setText(QStringLiteral("farm"));
+    d.txtFrom->setText(QStringLiteral("not an address"));
+    const int before = dialogs.calls.size();
+    d.accept();
+    ASSERT_EQ(dialogs.calls.size(), before + 1);
+    EXPECT_EQ(dialogs.calls.last().message, QStringLiteral("not an address is not an email address."));
+    EXPECT_EQ(ql::ReadMailSettings().host, QStringLiteral("127.0.0.1")); // nothing kept
+    d.txtFrom->setText(QStringLiteral("wages@example.com"));
+    d.accept();
+    const ql::MailSettings kept = ql::ReadMailSettings();
+    EXPECT_EQ(kept.host, QStringLiteral("smtp.example.com"));
+    EXPECT_EQ(kept.port, 465);
+    EXPECT_EQ(kept.security, QStringLiteral("tls"));
+    EXPECT_EQ(kept.user, QStringLiteral("farm"));
+    EXPECT_EQ(kept.from, QStringLiteral("wages@example.com"));
 }
 
 } // namespace
