@@ -1,6 +1,7 @@
 // The desktop program: the suite's menu starts it with a title on its command line, or through the
 // session bus (bus activation), where ReadySetGo gives the title.
 #include "WireMenusAndOneOff.h"
+#include "WireStaff.h"
 #include "frame/Messages.h"
 #include "frame/QtDialogs.h"
 #include "ledger/frmWage.h"
@@ -63,13 +64,17 @@ int main(int argc, char** argv) {
     ql::installPaySlipPrint();   // a commit's "Generate pay slip" prints the report's payslip
     ql::setMainFormFactory([] {
         auto f = std::make_unique<ql::WageMainForm>();
-        ql::wireMenusAndOneOff(*f->widget()); // title menus, one-off pay, rebates
+        ql::TitleMenuBar* bar = ql::wireMenusAndOneOff(*f->widget()); // title menus, one-off pay, rebates
+        ql::wireStaff(*f->widget(), bar);                              // employer and employees
         return f;
     });
 
     // A start by the bus carries no command line; the client calls ReadySetGo.
     const bool byBus = qEnvironmentVariableIsSet("DBUS_STARTER_BUS_TYPE");
     ql::startObjectServer();
+    // A new installation gets its settings and databases, and an empty payroll the set-up assistant;
+    // an empty command line is refused before anything is touched.
+    if (byBus || !ql::commandLineText(app.arguments().mid(1)).isEmpty()) ql::prepareFirstStart();
     try {
         if (!byBus && !ql::Main(ql::commandLineText(app.arguments().mid(1)))) return 0;
     } catch (const ql::VbError& e) {

@@ -1,21 +1,16 @@
 #include "EmployeeEmail.h"
 #include "data/Schema.h"
 #include "frame/SettingGetters.h"
+#include "staff/StaffTables.h"
 
 namespace ql {
-
-void EnsureAddressEmail(Database& farm) {
-    const bool has =
-        farm.scalar(QStringLiteral("SELECT count(*) FROM pragma_table_info('Addresses') WHERE name = 'Email'")).toInt() > 0;
-    if (!has) farm.execute(QStringLiteral("ALTER TABLE Addresses ADD COLUMN Email TEXT(255)"));
-}
 
 QString EmployeeEmail(Database& wage, Database& farm, qint32 employeeID) {
     const QVariant address = wage.scalar(
         QStringLiteral("SELECT AddressID FROM Employees WHERE EmployeeID = %1").arg(employeeID));
     if (address.isNull()) return QString();
-    EnsureAddressEmail(farm);
-    return farm.scalar(QStringLiteral("SELECT Email FROM Addresses WHERE AddressID = %1").arg(address.toLongLong()))
+    EnsureAddressColumns(farm);
+    return farm.scalar(QStringLiteral("SELECT EmailAddress FROM Addresses WHERE AddressID = %1").arg(address.toLongLong()))
         .toString()
         .trimmed();
 }
@@ -28,10 +23,10 @@ QString EmployeeEmail(Database& wage, qint32 employeeID) {
 }
 
 void AddDemoEmails(Database& farm) {
-    EnsureAddressEmail(farm);
-    farm.execute(QStringLiteral("UPDATE Addresses SET Email = lower(ContactFirstName || '.' || ContactLastName) "
+    EnsureAddressColumns(farm);
+    farm.execute(QStringLiteral("UPDATE Addresses SET EmailAddress = lower(ContactFirstName || '.' || ContactLastName) "
                                 "|| '@example.com' WHERE WageFlag <> 0 AND ContactLastName IS NOT NULL "
-                                "AND (Email IS NULL OR Email = '')"));
+                                "AND (EmailAddress IS NULL OR EmailAddress = '')"));
 }
 
 } // namespace ql

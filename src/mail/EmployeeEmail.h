@@ -1,13 +1,11 @@
 #pragma once
-// Where an employee's email address lives: the Email column of the farm's Addresses row the
+// Where an employee's email address lives: the EmailAddress column of the farm's Addresses row the
 // employee points at.
 #include "data/Database.h"
 #include <QString>
 
 namespace ql {
 
-// Adds the Email column to Addresses when it lacks one (a farm file made before it).
-void EnsureAddressEmail(Database& farm);
 // The address of the employee (trimmed; empty when none is kept). The farm file is DataFileName().
 QString EmployeeEmail(Database& wage, qint32 employeeID);
 // Same, from an open farm database.

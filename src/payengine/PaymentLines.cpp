@@ -28,6 +28,14 @@ Currency times(Currency amount, float factor) {
     return Currency::fromDouble(amount.toDouble() * static_cast<double>(factor));
 }
 
+// The hours a pay the employee was set up with (EmployeeTerms, made by the employee editor); 0 when
+// none, and then the occupation's standard hours count.
+float usualHours(Database& db, qint32 employeeID) {
+    if (!db.hasTable(QStringLiteral("EmployeeTerms"))) return 0;
+    return singleOf(
+        db.scalar(QStringLiteral("SELECT UsualHours FROM EmployeeTerms WHERE EmployeeID = %1").arg(employeeID)));
+}
+
 } // namespace
 
 Currency CalcSalary(Currency yearlyTotal, float paysPerYear) {
@@ -94,6 +102,8 @@ void AddDefaultPayments(qint32 lastWageID, qint32 wageID, Currency& gross, Curre
             QString::number(employeeTypeID) + QStringLiteral(" ORDER BY PaymentTypes.[Order];"),
         RecordsetType::Snapshot);
     const bool lastHasLines = !(last->EOF_() && last->BOF());
+    // A first pay's first line with standard hours takes the employee's own usual hours.
+    float ownHours = firstPay || !lastHasLines ? usualHours(db, employeeID) : 0.0f;
     while (!lines->EOF_()) {
         const qint32 nameID = CLng(lines->value(QStringLiteral("PaymentNameID")));
         details->AddNew();
@@ -103,6 +113,10 @@ void AddDefaultPayments(qint32 lastWageID, qint32 wageID, Currency& gross, Curre
         const QVariant standard = lines->value(QStringLiteral("Standardhours"));
         float units = IsNull(standard) ? 0.0f : static_cast<float>(static_cast<double>(CSng(standard)) *
                                                                     static_cast<double>(weeksPerPay));
+        if (ownHours > 0 && units > 0 && !isTrue(lines->value(QStringLiteral("Salary")))) {
+            units = ownHours;
+            ownHours = 0;
+        }
         if (!firstPay && lastHasLines) {
             for (last->MoveFirst(); !last->EOF_(); last->MoveNext()) {
                 if (CLng(last->value(QStringLiteral("PaymentNameID"))) == nameID) {

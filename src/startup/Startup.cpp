@@ -26,7 +26,13 @@ bool& unloading() {
     static bool flag = false;
     return flag;
 }
+SetupAssistant& assistant() {
+    static SetupAssistant a;
+    return a;
+}
 } // namespace
+
+void setSetupAssistant(SetupAssistant a) { assistant() = std::move(a); }
 
 void setMainFormFactory(MainFormFactory f) {
     factory() = std::move(f);
@@ -57,7 +63,13 @@ bool Main(const QString& commandLine) {
 
 void StartQuillary(const QString& title) {
     OpenWageDatabase();
-    if (FillEmployeeArray() < 1) {
+    // A payroll without employees is set up in the program itself where the desktop offers it; left
+    // half done, it comes back at the next start.
+    if (FillEmployeeArray() < 1 && assistant() && !(assistant()() && FillEmployeeArray() >= 1)) {
+        CloseWageDatabase();
+        return;
+    }
+    if (App().EmployeeArray.size() <= 1) {
         CloseWageDatabase();
         ShowMessage(QStringLiteral("There are no current Employees listed in the database.\r\n\r\n"
                                    "You will now be taken to the address book where you can enter your "

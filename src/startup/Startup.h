@@ -18,6 +18,11 @@ MainForm* mainForm();
 // argument, give the empty text.
 QString commandLineText(const QStringList& arguments);
 
+// The desktop's set-up assistant of an empty payroll: shown instead of the address book when
+// installed; it returns true when the payroll then has somebody to pay.
+using SetupAssistant = std::function<bool()>;
+void setSetupAssistant(SetupAssistant assistant);
+
 // The process entry: refuses an empty command line, else starts. Returns false when refused.
 bool Main(const QString& commandLine);
 void StartQuillary(const QString& title);

@@ -101,7 +101,7 @@ TEST_F(CliEmailTest, APayRunEmailsEachSlipToItsEmployee) {
             // The address is the one kept for this employee in the farm file.
             const QString kept = scalar(
                 ql::DataFileName(),
-                QStringLiteral("SELECT Email FROM Addresses WHERE AddressID = %1")
+                QStringLiteral("SELECT EmailAddress FROM Addresses WHERE AddressID = %1")
                     .arg(scalar(ql::WageFileName(), QStringLiteral("SELECT AddressID FROM Employees WHERE EmployeeID = %1")
                                                         .arg(p.value("EmployeeID").toInt()))));
             EXPECT_EQ(kept, to);
@@ -126,7 +126,7 @@ TEST_F(CliEmailTest, OneSlipByItselfAndAFailedSendLeavesThePayCommitted) {
     // The employee without an address: said, nothing sent.
     ql::Database farm;
     farm.open(ql::DataFileName());
-    farm.execute(QStringLiteral("UPDATE Addresses SET Email = NULL"));
+    farm.execute(QStringLiteral("UPDATE Addresses SET EmailAddress = NULL"));
     farm.close();
     r = cli({"payslip", wageID, "--email"});
     EXPECT_EQ(r.exitCode, 1);
@@ -135,7 +135,7 @@ TEST_F(CliEmailTest, OneSlipByItselfAndAFailedSendLeavesThePayCommitted) {
     // A server that is not there: the run says why, and its pays stay committed.
     ASSERT_EQ(cli({"email-settings", "--port", "1"}).exitCode, 0);
     farm.open(ql::DataFileName());
-    farm.execute(QStringLiteral("UPDATE Addresses SET Email = 'someone@example.com'"));
+    farm.execute(QStringLiteral("UPDATE Addresses SET EmailAddress = 'someone@example.com'"));
     farm.close();
     r = cli({"pay-run", "2026-11-13", "--commit", "--email"});
     EXPECT_EQ(r.exitCode, 1);

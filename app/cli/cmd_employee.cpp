@@ -1,0 +1,195 @@
+// employee add|edit|show|finish|import|export: the employees of the payroll, set up from the command
+// line with the rules of the employee editor. The options are the fields of staff/EmployeeFields.h;
+// a refusal prints its message, exits 1 and writes nothing.
+#include "CliCommand.h"
+#include "JsonRows.h"
+#include "data/Database.h"
+#include "frame/SettingGetters.h"
+#include "staff/EmployeeCsv.h"
+#include "staff/EmployeeStore.h"
+#include "staff/StaffLookups.h"
+#include "runtime/VbError.h"
+
+namespace {
+
+struct Databases {
+    Databases() {
+        wage.open(ql::WageFileName());
+        farm.open(ql::DataFileName());
+    }
+    ql::Database wage, farm;
+};
+
+// --option VALUE pairs from index `from`, each option of the employee fields; only a repeatable one may
+// come twice.
+QList<QPair<QString, QString>> fieldOptions(const QStringList& args, int from) {
+    QList<QPair<QString, QString>> values;
+    QStringList seen;
+    for (int i = from; i < args.size(); i += 2) {
+        const QString key = args.at(i).startsWith(QStringLiteral("--")) ? args.at(i).mid(2) : QString();
+        const ql::EmployeeField* f = ql::FindEmployeeField(key);
+        if (!f || i + 1 >= args.size() || (seen.contains(key) && !f->repeatable)) throw cli::CliUsageError();
+        seen << key;
+        values << qMakePair(key, args.at(i + 1));
+    }
+    return values;
+}
+
+qint32 employeeId(const QString& text) {
+    bool ok = false;
+    const qint32 id = text.toInt(&ok);
+    if (!ok || id <= 0) throw cli::CliUsageError();
+    return id;
+}
+
+QString number(double v) {
+    return QString::number(v, 'g', 12);
+}
+
+QString date(const QDate& d) {
+    return d.isValid() ? cli::jsonString(d.toString(Qt::ISODate)) : QStringLiteral("null");
+}
+
+QString json(ql::Database& wage, const ql::EmployeeDetails& d) {
+    QString interval;
+    for (const ql::PayIntervalChoice& c : ql::PayIntervalChoices(wage))
+        if (c.option == d.Interval) interval = c.name;
+    QStringList deductions;
+    for (const ql::StandingDeduction& s : d.Deductions)
+        deductions << QStringLiteral("{\"Name\": %1, \"Amount\": %2, \"Rate\": %3}")
+                          .arg(cli::jsonString(s.name), s.percent ? QStringLiteral("null") : number(s.amount.toDouble()),
+                               s.percent ? number(s.rate) : QStringLiteral("null"));
+    const QString kiwiSaver = d.KiwiSaver == ql::KiwiSaverStatus::Enrolled   ? QStringLiteral("enrolled")
+                              : d.KiwiSaver == ql::KiwiSaverStatus::OptedOut ? QStringLiteral("opted-out")
+                                                                              : QStringLiteral("no");
+    QStringList lines{
+        QStringLiteral("\"EmployeeID\": %1").arg(d.EmployeeID),
+        QStringLiteral("\"AddressID\": %1").arg(d.AddressID),
+        QStringLiteral("\"FirstName\": %1").arg(cli::jsonString(d.FirstName)),
+        QStringLiteral("\"LastName\": %1").arg(cli::jsonString(d.LastName)),
+        QStringLiteral("\"Address\": %1").arg(cli::jsonString(d.Address)),
+        QStringLiteral("\"City\": %1").arg(cli::jsonString(d.City)),
+        QStringLiteral("\"Email\": %1").arg(cli::jsonString(d.Email)),
+        QStringLiteral("\"Birthdate\": %1").arg(date(d.Birthdate)),
+        QStringLiteral("\"Occupation\": %1").arg(cli::jsonString(d.Occupation)),
+        QStringLiteral("\"IRDNumber\": %1")
+            .arg(d.IRDNumber.isEmpty() ? QStringLiteral("null") : cli::jsonString(d.IRDNumber)),
+        QStringLiteral("\"TaxCode\": %1").arg(cli::jsonString(d.TaxCode)),
+        QStringLiteral("\"StudentLoan\": %1").arg(ql::HasStudentLoan(d.TaxCode) ? "true" : "false"),
+        QStringLiteral("\"PayInterval\": %1").arg(cli::jsonString(interval)),
+        QStringLiteral("\"PayRate\": %1").arg(d.PayRate.toFixed4()),
+        QStringLiteral("\"YearlyTotal\": %1").arg(d.YearlyTotal.toFixed4()),
+        QStringLiteral("\"UsualHours\": %1").arg(number(d.UsualHours)),
+        QStringLiteral("\"DateHired\": %1").arg(date(d.DateHired)),
+        QStringLiteral("\"DateFinished\": %1").arg(date(d.DateFinished)),
+        QStringLiteral("\"KiwiSaverEnrolled\": %1").arg(d.kiwiSaverEnrolled() ? "true" : "false"),
+        QStringLiteral("\"KiwiSaverStatus\": %1").arg(cli::jsonString(kiwiSaver)),
+        QStringLiteral("\"KiwiSaverStatusCode\": %1")
+            .arg(d.KiwiSaverStatusCode.isEmpty() ? QStringLiteral("null") : cli::jsonString(d.KiwiSaverStatusCode)),
+        QStringLiteral("\"KiwiSaverRate\": %1").arg(d.kiwiSaverEnrolled() ? number(d.KiwiSaverRate) : QStringLiteral("null")),
+        QStringLiteral("\"KiwiSaverStartDate\": %1").arg(date(d.kiwiSaverEnrolled() ? d.KiwiSaverStartDate : QDate())),
+        QStringLiteral("\"EmployerKiwiSaverRate\": %1")
+            .arg(d.kiwiSaverEnrolled() && d.EmployerKiwiSaverRate > 0 ? number(d.EmployerKiwiSaverRate)
+                                                                       : QStringLiteral("null")),
+        QStringLiteral("\"Account\": %1").arg(d.Account.isEmpty() ? QStringLiteral("null") : cli::jsonString(d.Account)),
+        QStringLiteral("\"AnnualLeaveDays\": %1").arg(number(d.AnnualLeaveDays)),
+        QStringLiteral("\"LeaveBroughtForward\": %1").arg(number(d.LeaveBroughtForward)),
+        QStringLiteral("\"Deductions\": [%1]").arg(deductions.join(QStringLiteral(", "))),
+    };
+    return QStringLiteral("{\n  ") + lines.join(QStringLiteral(",\n  ")) + QStringLiteral("\n}\n");
+}
+
+// Applies the options to the details and saves them; every problem is the refusal's message.
+qint32 applyAndSave(Databases& db, ql::EmployeeDetails& d, const QList<QPair<QString, QString>>& values) {
+    const QList<ql::FieldProblem> problems = ql::ApplyEmployeeValues(d, values);
+    if (!problems.isEmpty()) throw cli::CliFailure(ql::ProblemText(problems));
+    return ql::SaveEmployee(db.wage, db.farm, d);
+}
+
+int add(const QStringList& args, QTextStream& out) {
+    const auto values = fieldOptions(args, 1);
+    Databases db;
+    ql::EmployeeDetails d;
+    const qint32 id = applyAndSave(db, d, values);
+    out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
+    return 0;
+}
+
+int edit(const QStringList& args, QTextStream& out) {
+    if (args.size() < 2) throw cli::CliUsageError();
+    const qint32 id = employeeId(args.at(1));
+    const auto values = fieldOptions(args, 2);
+    Databases db;
+    ql::EmployeeDetails d = ql::LoadEmployee(db.wage, db.farm, id);
+    applyAndSave(db, d, values);
+    out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
+    return 0;
+}
+
+int show(const QStringList& args, QTextStream& out) {
+    if (args.size() != 2) throw cli::CliUsageError();
+    const qint32 id = employeeId(args.at(1));
+    Databases db;
+    out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
+    return 0;
+}
+
+int finish(const QStringList& args, QTextStream& out) {
+    if (args.size() != 3) throw cli::CliUsageError();
+    const qint32 id = employeeId(args.at(1));
+    const QDate when = QDate::fromString(args.at(2), Qt::ISODate);
+    if (!when.isValid() || args.at(2).size() != 10) throw cli::CliUsageError();
+    Databases db;
+    ql::FinishEmployee(db.wage, db.farm, id, when);
+    out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
+    return 0;
+}
+
+int importFile(const QStringList& args, QTextStream& out) {
+    if (args.size() != 2) throw cli::CliUsageError();
+    Databases db;
+    const QList<qint32> ids = ql::ImportEmployees(db.wage, db.farm, args.at(1));
+    QStringList list;
+    for (const qint32 id : ids) list << QString::number(id);
+    out << QStringLiteral("{\n  \"Imported\": %1,\n  \"EmployeeIDs\": [%2]\n}\n")
+               .arg(ids.size())
+               .arg(list.join(QStringLiteral(", ")));
+    return 0;
+}
+
+int exportFile(const QStringList& args, QTextStream& out) {
+    if (args.size() != 2) throw cli::CliUsageError();
+    Databases db;
+    const int n = ql::ExportEmployees(db.wage, db.farm, args.at(1));
+    out << QStringLiteral("{\n  \"Exported\": %1,\n  \"File\": %2\n}\n").arg(n).arg(cli::jsonString(args.at(1)));
+    return 0;
+}
+
+int employee(const QStringList& args, QTextStream& out) {
+    if (args.isEmpty()) throw cli::CliUsageError();
+    const QString sub = args.first();
+    if (sub == QLatin1String("add")) return add(args, out);
+    if (sub == QLatin1String("edit")) return edit(args, out);
+    if (sub == QLatin1String("show")) return show(args, out);
+    if (sub == QLatin1String("finish")) return finish(args, out);
+    if (sub == QLatin1String("import")) return importFile(args, out);
+    if (sub == QLatin1String("export")) return exportFile(args, out);
+    throw cli::CliUsageError();
+}
+
+const cli::CliCommand employeeCommand(
+    "employee",
+    "employee add --first T --last T --start YYYY-MM-DD --tax-code CODE "
+    "--interval weekly|fortnightly|four-weekly|monthly (--rate R | --salary S) [--ird N] [--birth YYYY-MM-DD] "
+    "[--address T] [--city T] [--email T] [--occupation T] [--hours H] [--kiwisaver no|3|3.5|4|6|8|10] "
+    ""
+    "[--kiwisaver-status AE|AK|OK|NK|CT] [--kiwisaver-start YYYY-MM-DD] [--employer-kiwisaver R] [--account A] [--annual-leave DAYS] "
+    "[--leave-brought-forward DAYS] [--deduction NAME=AMOUNT|NAME=RATE%]...\n"
+    "       employee edit EMPLOYEE_ID [any option of add]\n"
+    "       employee show EMPLOYEE_ID\n"
+    "       employee finish EMPLOYEE_ID YYYY-MM-DD\n"
+    "       employee import FILE.csv\n"
+    "       employee export FILE.csv",
+    employee);
+
+} // namespace

@@ -1,0 +1,102 @@
+#include "WireStaff.h"
+#include "frame/Messages.h"
+#include "ledger/frmWage.h"
+#include "payengine/AppContext.h"
+#include "runtime/VbError.h"
+#include "staff/FirstStart.h"
+#include "staff/frmEmployee.h"
+#include "staff/frmEmployees.h"
+#include "staff/frmEmployerDetails.h"
+#include "staff/frmSetupAssistant.h"
+#include "startup/Startup.h"
+#include "startup/TitleMenuBarWidget.h"
+#include <QAction>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+
+namespace ql {
+
+namespace {
+
+// The roster is read again as after the address book's report, so the ledger shows the change.
+void rosterChanged(qint32 employeeID) {
+    const QVariant address = App().WageDatabase.scalar(
+        QStringLiteral("SELECT AddressID FROM Employees WHERE EmployeeID = %1").arg(employeeID));
+    if (MainForm* form = mainForm()) form->GotMessage(address.isValid() ? address.toInt() : 0);
+}
+
+void editShownEmployee(QWidget* window) {
+    const qint32 id = App().CurrentEmployeeID;
+    if (id <= 0) return;
+    try {
+        if (EditEmployee(App().WageDatabase, id, window)) rosterChanged(id);
+    } catch (const VbError& e) {
+        ReportError(e, QStringLiteral("EditEmployee"));
+    }
+}
+
+// F2 or the context menu on the employee's name opens the editor for that employee.
+class NameOpensEditor : public QObject {
+public:
+    NameOpensEditor(QComboBox* combo, QWidget* window) : QObject(combo), m_window(window) {}
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F2) {
+            editShownEmployee(m_window);
+            return true;
+        }
+        if (event->type() == QEvent::ContextMenu) {
+            QMenu menu;
+            QAction* edit = menu.addAction(QStringLiteral("&Edit Employee..."));
+            if (menu.exec(static_cast<QContextMenuEvent*>(event)->globalPos()) == edit) editShownEmployee(m_window);
+            return true;
+        }
+        return false;
+    }
+
+private:
+    QWidget* m_window;
+};
+
+QAction* addEntry(QMenu* menu, QWidget* window, const QString& caption, const QString& name,
+                  const QKeySequence& key, std::function<void()> run) {
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(name);
+    action->setShortcut(key);
+    action->setShortcutContext(Qt::WindowShortcut);
+    window->addAction(action); // the key works while the menu is closed
+    QObject::connect(action, &QAction::triggered, window, [name, run = std::move(run)] {
+        try {
+            run();
+        } catch (const VbError& e) {
+            ReportError(e, name + QStringLiteral("_Click"));
+        }
+    });
+    return action;
+}
+
+} // namespace
+
+void wireStaff(frmWage& w, TitleMenuBar* bar) {
+    frmWage* window = &w;
+    QMenu* tools = bar->menu(ToolsButton);
+    tools->addSeparator();
+    addEntry(tools, window, QStringLiteral("&Employees..."), QStringLiteral("mnuEmployees"),
+             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), [window] {
+                 if (ShowEmployees(App().WageDatabase, window)) rosterChanged(App().CurrentEmployeeID);
+             });
+    addEntry(tools, window, QStringLiteral("Employer &Details..."), QStringLiteral("mnuEmployerDetails"),
+             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [window] { ShowEmployerDetails(App().WageDatabase, window); });
+    if (auto* combo = window->findChild<QComboBox*>(QStringLiteral("cboEmployee"))) {
+        combo->installEventFilter(new NameOpensEditor(combo, window));
+        combo->setToolTip(QStringLiteral("F2: edit this employee's details"));
+    }
+}
+
+void prepareFirstStart() {
+    PrepareNewInstallation();
+    setSetupAssistant([] { return RunSetupAssistant(App().WageDatabase); });
+}
+
+} // namespace ql

@@ -1,0 +1,219 @@
+#include "frmEmployee.h"
+#include "EmployeeFields.h"
+#include "EmployeeStore.h"
+#include "StaffLookups.h"
+#include "data/Database.h"
+#include "frame/SettingGetters.h"
+#include "runtime/VbError.h"
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace ql {
+
+namespace {
+
+// Captions with an access key each: the first letter of the caption not yet taken by another.
+QString withAccessKey(const QString& caption, QString& taken) {
+    for (int i = 0; i < caption.size(); ++i) {
+        const QChar c = caption.at(i).toLower();
+        if (c.isLetter() && !taken.contains(c)) {
+            taken += c;
+            return caption.left(i) + u'&' + caption.mid(i) + u':';
+        }
+    }
+    return caption + u':';
+}
+
+QComboBox* combo(QWidget* parent, const QStringList& items, bool editable) {
+    auto* c = new QComboBox(parent);
+    c->addItems(items);
+    c->setEditable(editable);
+    return c;
+}
+
+const char* hint(const QString& option) {
+    if (option == QLatin1String("start") || option == QLatin1String("birth") || option == QLatin1String("finish") ||
+        option == QLatin1String("kiwisaver-start"))
+        return "1/04/2026";
+    if (option == QLatin1String("deduction")) return "Board=120; Union Fees=1.5%";
+    if (option == QLatin1String("account")) return "01-0902-0068389-00";
+    if (option == QLatin1String("ird")) return "123-456-789";
+    return "";
+}
+
+} // namespace
+
+EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent), m_wage(wage) {
+    setObjectName(QStringLiteral("EmployeePanel"));
+    auto* grid = new QGridLayout;
+    // Save and Cancel, and the set-up assistant's Back, Next, Later and Finish, keep their own keys.
+    QString taken = QStringLiteral("scbnlf");
+    int row = 0;
+    const QList<EmployeeField>& fields = EmployeeFields();
+    const int half = static_cast<int>(fields.size() + 1) / 2;
+    for (int i = 0; i < fields.size(); ++i) {
+        const EmployeeField& f = fields.at(i);
+        QWidget* w = nullptr;
+        if (f.option == QLatin1String("tax-code")) {
+            auto* c = combo(this, KnownTaxCodes(wage), true);
+            // "S" is a code of its own: no completion to "SB" behind the user's back.
+            c->setCompleter(nullptr);
+            w = c;
+        } else if (f.option == QLatin1String("interval")) {
+            QStringList names;
+            for (const PayIntervalChoice& c : PayIntervalChoices(wage)) names << c.option;
+            w = combo(this, names, false);
+        } else if (f.option == QLatin1String("occupation")) {
+            QStringList names{QString()};
+            for (const OccupationChoice& c : OccupationChoices(wage)) names << c.name;
+            w = combo(this, names, true);
+        } else if (f.option == QLatin1String("kiwisaver")) {
+            w = combo(this,
+                      {QStringLiteral("no"), QStringLiteral("opted-out"), QStringLiteral("3"), QStringLiteral("3.5"),
+                       QStringLiteral("4"), QStringLiteral("6"), QStringLiteral("8"), QStringLiteral("10")},
+                      false);
+        } else {
+            auto* e = new QLineEdit(this);
+            e->setPlaceholderText(QString::fromLatin1(hint(f.option)));
+            w = e;
+        }
+        w->setObjectName(QStringLiteral("txt_") + EmployeeColumnName(f.option));
+        w->setAccessibleName(f.label);
+        auto* label = new QLabel(withAccessKey(f.label, taken), this);
+        label->setBuddy(w);
+        const int column = i < half ? 0 : 2;
+        row = i < half ? i : i - half;
+        grid->addWidget(label, row, column);
+        grid->addWidget(w, row, column + 1);
+        m_fields.insert(f.option, w);
+    }
+    // The tab order follows the columns: down the first, then down the second.
+    for (int i = 1; i < fields.size(); ++i)
+        setTabOrder(m_fields.value(fields.at(i - 1).option), m_fields.value(fields.at(i).option));
+    lblProblems = new QLabel(this);
+    lblProblems->setObjectName(QStringLiteral("lblProblems"));
+    lblProblems->setAccessibleName(QStringLiteral("Problems"));
+    lblProblems->setWordWrap(true);
+    lblProblems->setStyleSheet(QStringLiteral("color: #a00000"));
+    lblProblems->hide();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(grid);
+    layout->addWidget(lblProblems);
+}
+
+void EmployeePanel::load(const EmployeeDetails& details) {
+    m_details = details;
+    for (const EmployeeField& f : EmployeeFields()) {
+        const QString value = f.write(details);
+        QWidget* w = m_fields.value(f.option);
+        if (auto* c = qobject_cast<QComboBox*>(w)) {
+            const int i = c->findText(value, Qt::MatchFixedString);
+            if (i >= 0)
+                c->setCurrentIndex(i);
+            else if (c->isEditable())
+                c->setEditText(value);
+        } else if (auto* e = qobject_cast<QLineEdit*>(w)) {
+            e->setText(value);
+        }
+    }
+    lblProblems->hide();
+}
+
+QString EmployeePanel::typed(const QString& option) const {
+    QWidget* w = m_fields.value(option);
+    if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
+    if (auto* e = qobject_cast<QLineEdit*>(w)) return e->text();
+    return QString();
+}
+
+void EmployeePanel::showProblems(const QString& text, const QString& firstOption) {
+    lblProblems->setText(text);
+    lblProblems->show();
+    if (QWidget* w = m_fields.value(firstOption)) w->setFocus();
+}
+
+bool EmployeePanel::save() {
+    EmployeeDetails d = m_details;
+    QList<QPair<QString, QString>> values;
+    for (const EmployeeField& f : EmployeeFields()) {
+        const QString t = typed(f.option);
+        if (f.repeatable) {
+            values << qMakePair(f.option, QString());
+            for (const QString& part : t.split(u';', Qt::SkipEmptyParts)) values << qMakePair(f.option, part.trimmed());
+        } else if (f.option != QLatin1String("rate") && f.option != QLatin1String("salary")) {
+            values << qMakePair(f.option, t);
+        }
+    }
+    // The way of pay: the one filled in; both filled in is a problem the save names.
+    const QString rate = typed(QStringLiteral("rate")).trimmed(), salary = typed(QStringLiteral("salary")).trimmed();
+    d.PayRate = Currency();
+    d.YearlyTotal = Currency();
+    if (!rate.isEmpty()) values << qMakePair(QStringLiteral("rate"), rate);
+    if (!salary.isEmpty()) values << qMakePair(QStringLiteral("salary"), salary);
+    QList<FieldProblem> problems = ApplyEmployeeValues(d, values);
+    if (problems.isEmpty()) problems = EmployeeProblems(m_wage, d);
+    if (!problems.isEmpty()) {
+        showProblems(ProblemText(problems), problems.first().option);
+        return false;
+    }
+    try {
+        Database farm;
+        farm.open(DataFileName());
+        const qint32 id = SaveEmployee(m_wage, farm, d);
+        m_details = LoadEmployee(m_wage, farm, id);
+    } catch (const VbError& e) {
+        showProblems(e.description(), QString());
+        return false;
+    }
+    lblProblems->hide();
+    return true;
+}
+
+frmEmployee::frmEmployee(Database& wage, qint32 employeeID, QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmEmployee"));
+    setWindowTitle(employeeID ? QStringLiteral("Employee") : QStringLiteral("New Employee"));
+    setModal(true);
+    m_panel = new EmployeePanel(wage, this);
+    if (employeeID) {
+        Database farm;
+        farm.open(DataFileName());
+        m_panel->load(LoadEmployee(wage, farm, employeeID));
+    } else {
+        EmployeeDetails blank;
+        blank.Interval = QStringLiteral("weekly");
+        blank.TaxCode = QStringLiteral("M");
+        m_panel->load(blank);
+    }
+    auto* buttons = new QDialogButtonBox(this);
+    QPushButton* save = buttons->addButton(QStringLiteral("&Save"), QDialogButtonBox::AcceptRole);
+    QPushButton* cancel = buttons->addButton(QStringLiteral("&Cancel"), QDialogButtonBox::RejectRole);
+    save->setObjectName(QStringLiteral("cmdSave"));
+    save->setAccessibleName(QStringLiteral("Save"));
+    save->setDefault(true);
+    cancel->setObjectName(QStringLiteral("cmdCancel"));
+    cancel->setAccessibleName(QStringLiteral("Cancel"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmEmployee::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_panel);
+    layout->addWidget(buttons);
+}
+
+void frmEmployee::accept() {
+    if (m_panel->save()) QDialog::accept();
+}
+
+qint32 EditEmployee(Database& wage, qint32 employeeID, QWidget* owner) {
+    frmEmployee d(wage, employeeID, owner);
+    return d.exec() == QDialog::Accepted ? d.panel()->employeeID() : 0;
+}
+
+} // namespace ql
