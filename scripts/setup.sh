@@ -11,6 +11,7 @@ packages=(
     clang libclang-rt-14-dev
     dbus dbus-x11 libglib2.0-bin xvfb xauth xdotool fonts-dejavu-core poppler-utils locales tzdata
     dpkg-dev x11-apps
+    libcurl4-openssl-dev python3-aiosmtpd
 )
 
 missing=()

@@ -2,6 +2,7 @@
 // box, and the payslip lines (or, with --pdf, the printed payslip).
 #include "CliCommand.h"
 #include "PayScreen.h"
+#include "PaySlipEmail.h"
 #include "ReportCommands.h"
 #include "data/GridArray.h"
 #include "payengine/PayTotals.h"
@@ -107,6 +108,12 @@ int setPaye(const QStringList& args, QTextStream& out) {
 }
 
 int paySlip(const QStringList& args, QTextStream& out) {
+    if (args.size() == 2 && args.at(1) == QLatin1String("--email")) {
+        const QString failed = cli::emailPaySlip(intArgument(args.at(0)));
+        if (!failed.isEmpty()) throw cli::CliFailure(QStringLiteral("The payslip was not sent: ") + failed);
+        out << "sent: " << args.at(0) << "\n";
+        return 0;
+    }
     if (args.size() == 3 && args.at(1) == QLatin1String("--pdf")) {
         cli::writePaySlipPdf(intArgument(args.at(0)), args.at(2));
         out << args.at(2) << "\n";
@@ -124,6 +131,6 @@ const cli::CliCommand editCommand("edit", "edit WAGE_ID TAB ROW COLUMN TEXT", ed
 const cli::CliCommand deleteLineCommand("delete-line", "delete-line WAGE_ID TAB ROW", deleteLine);
 const cli::CliCommand setPayeCommand("set-paye", "set-paye WAGE_ID VALUE", setPaye);
 // The payslip paints only with --pdf, but the command is one: it runs in a GUI application.
-const cli::CliCommand paySlipCommand("payslip", "payslip WAGE_ID [--pdf FILE]", paySlip, true);
+const cli::CliCommand paySlipCommand("payslip", "payslip WAGE_ID [--pdf FILE | --email]", paySlip, true);
 
 } // namespace

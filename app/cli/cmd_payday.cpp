@@ -2,6 +2,7 @@
 // payday details (payroll contact, paying account, employees' bank accounts).
 #include "CliCommand.h"
 #include "JsonRows.h"
+#include "PaySlipEmail.h"
 #include "ReportCommands.h"
 #include "frame/Messages.h"
 #include "frame/ScriptedDialogs.h"
@@ -252,15 +253,18 @@ int payRun(const QStringList& args, QTextStream& out) {
     const QDate runDate = dateArgument(args.at(0));
     bool commit = false;
     QString pdfFolder;
+    bool email = false;
     for (int i = 1; i < args.size(); ++i) {
         if (args.at(i) == QStringLiteral("--commit") && !commit)
             commit = true;
+        else if (args.at(i) == QStringLiteral("--email") && !email)
+            email = true;
         else if (args.at(i) == QStringLiteral("--pdf-folder") && pdfFolder.isEmpty() && i + 1 < args.size())
             pdfFolder = args.at(++i);
         else
             throw cli::CliUsageError();
     }
-    if (!pdfFolder.isEmpty() && !commit) throw cli::CliUsageError();
+    if ((!pdfFolder.isEmpty() || email) && !commit) throw cli::CliUsageError();
     // A folder named for the slips is made, as a save dialog would; one that can't be made is refused.
     if (!pdfFolder.isEmpty() && !QDir().mkpath(pdfFolder))
         throw cli::CliFailure(QStringLiteral("The folder %1 can't be created.").arg(pdfFolder));
@@ -306,6 +310,13 @@ int payRun(const QStringList& args, QTextStream& out) {
                             .arg(item.name, QFileInfo(file).fileName(), why.simplified());
         }
     }
+    // A slip that can't be sent leaves its pay committed; the run says why.
+    if (email)
+        for (const ql::PayRunItem& item : items)
+            if (item.committed()) {
+                const QString failed = cli::emailPaySlip(item.wageID);
+                if (!failed.isEmpty()) failures << QStringLiteral("The payslip was not sent: ") + failed;
+            }
     out << payRunJson(runDate, items, failures);
     if (!failures.isEmpty()) {
         out.flush();
@@ -327,7 +338,7 @@ const cli::CliCommand
                           "payday-settings [--name T] [--phone T] [--email T] [--ird T] [--account T]",
                           paydaySettings);
 // The payslips paint only with --pdf-folder, but the command is one: it runs in a GUI application.
-const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD [--commit] [--pdf-folder DIR]", payRun,
+const cli::CliCommand payRunCommand("pay-run", "pay-run YYYY-MM-DD [--commit] [--pdf-folder DIR] [--email]", payRun,
                                     true);
 const cli::CliCommand bankAccountCommand("bank-account", "bank-account EMPLOYEE_ID [ACCOUNT]", bankAccount);
 const cli::CliCommand kiwiSaverStatusCommand("kiwisaver-status", "kiwisaver-status EMPLOYEE_ID [AE|AK|OK|NK|CT]",

@@ -1,5 +1,6 @@
 #include "DemoFarm.h"
 #include "TemplateRows.h"
+#include "mail/EmployeeEmail.h"
 #include <QDate>
 
 namespace ql {
@@ -161,6 +162,7 @@ void addDemoFarm(Database& wage, Database& farm) {
     wage.beginTrans();
     try {
         addAddresses(farm);
+        AddDemoEmails(farm);
         addEmployerDetails(farm);
         addEmployees(wage);
         addCashbookSettings(wage, farm);

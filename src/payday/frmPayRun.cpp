@@ -4,6 +4,7 @@
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frmPaydayFiles.h"
+#include "mail/frmEmailSettings.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
 #include <QApplication>
@@ -53,6 +54,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     setWindowTitle(QStringLiteral("Pay Run"));
     // The run's payslips are made by the commit and go where the run's choice sends them.
     commitPay = installedPayCommitter() ? installedPayCommitter() : CommitAsTheDialogDoes(true);
+    emailSlips = [this](const QList<PayRunSlip>& slips) { return EmailRunSlips(m_wage, slips); };
     setModal(true);
     dtpRunDate = new QDateEdit(Today(), this);
     dtpRunDate->setObjectName(QStringLiteral("dtpRunDate"));
@@ -115,10 +117,14 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     txtSlipFolder->setAccessibleName(QStringLiteral("Folder of the PDF payslips"));
     auto* lblFolder = new QLabel(QStringLiteral("F&older:"), this);
     lblFolder->setBuddy(txtSlipFolder);
+    cmdMailServer = new QPushButton(QStringLiteral("Mail ser&ver..."), this);
+    cmdMailServer->setObjectName(QStringLiteral("cmdMailServer"));
+    cmdMailServer->setAccessibleName(QStringLiteral("Email settings: the mail server the payslips go through"));
     const auto showFolder = [this, lblFolder] {
         const bool pdf = cboPayslips->currentIndex() == static_cast<int>(SlipDelivery::PdfFolder);
         lblFolder->setVisible(pdf);
         txtSlipFolder->setVisible(pdf);
+        cmdMailServer->setVisible(cboPayslips->currentIndex() == static_cast<int>(SlipDelivery::Email));
     };
     showFolder();
     connect(cboPayslips, qOverload<int>(&QComboBox::currentIndexChanged), this, showFolder);
@@ -126,7 +132,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     cmdFiles->setAccessibleName(QStringLiteral("Payday filing and bank files of the run"));
     auto* cmdClose = new QPushButton(QStringLiteral("&Close"), this);
     cmdClose->setAccessibleName(QStringLiteral("Close"));
-    for (QPushButton* b : {cmdPropose, cmdAddPays, cmdOpen, cmdCommit, cmdFiles, cmdClose})
+    for (QPushButton* b : {cmdPropose, cmdAddPays, cmdOpen, cmdCommit, cmdFiles, cmdClose, cmdMailServer})
         b->setAutoDefault(false);
 
     auto* top = new QHBoxLayout;
@@ -138,6 +144,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     top->addWidget(cboPayslips);
     top->addWidget(lblFolder);
     top->addWidget(txtSlipFolder, 1);
+    top->addWidget(cmdMailServer);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(lblTotal);
     bottom->addStretch();
@@ -157,7 +164,8 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     setTabOrder(dtpRunDate, cmdPropose);
     setTabOrder(cmdPropose, cboPayslips);
     setTabOrder(cboPayslips, txtSlipFolder);
-    setTabOrder(txtSlipFolder, tgrdRun);
+    setTabOrder(txtSlipFolder, cmdMailServer);
+    setTabOrder(cmdMailServer, tgrdRun);
     setTabOrder(tgrdRun, cmdOpen);
     setTabOrder(cmdOpen, cmdAddPays);
     setTabOrder(cmdAddPays, cmdCommit);
@@ -172,6 +180,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     connect(dtpRunDate, &QDateEdit::dateChanged, this, [this] { propose(); });
     connect(cmdAddPays, &QPushButton::clicked, this, [this] { addPays(); });
     connect(cmdCommit, &QPushButton::clicked, this, [this] { commitPays(); });
+    connect(cmdMailServer, &QPushButton::clicked, this, [this] { ShowEmailSettings(this); });
     connect(cmdOpen, &QPushButton::clicked, this, [this] {
         const int row = tgrdRun->currentRow();
         if (row < 0 || row >= m_items.size() || !openInLedger) return;

@@ -35,9 +35,9 @@ public:
     QPushButton* cmdCommit;
     QComboBox* cboPayslips; // SlipDelivery by index
     QLineEdit* txtSlipFolder;
+    QPushButton* cmdMailServer; // Email Settings, shown when the slips go by email
 
-    // Sends the run's payslips by email; returns one line for each that failed. Until email is set up
-    // the run says that it cannot send them.
+    // Sends the run's payslips by email; returns one line for each that failed. EmailRunSlips at first.
     std::function<QStringList(const QList<PayRunSlip>& slips)> emailSlips;
 
     // The main window opens an employee's pay in the wage ledger through this (employee, pay or 0).
@@ -74,6 +74,10 @@ private:
     QList<PayRunItem> m_items;
     QStringList m_slipFiles;
 };
+
+// Each slip painted as PDF and sent to its employee's address through the mail server of the settings;
+// one "Name: why" for each that was not sent.
+QStringList EmailRunSlips(Database& wage, const QList<PayRunSlip>& slips);
 
 void ShowPayRun(Database& wage, QWidget* owner, std::function<void(qint32, qint32)> openInLedger = {},
                 PayCommitter commitPay = {});

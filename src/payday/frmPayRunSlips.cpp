@@ -2,6 +2,7 @@
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frmPayRun.h"
+#include "mail/PaySlipEmail.h"
 #include "reports/ReportPreviewDialog.h"
 #include "reports/paint/ReportPages.h"
 #include "reports/paint/ReportPdf.h"
@@ -12,9 +13,11 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QTemporaryDir>
 
 namespace ql {
 
@@ -99,6 +102,25 @@ QString frmPayRun::deliverSlips(const QList<PayRunSlip>& slips, QStringList& fai
     }
     }
     return QString();
+}
+
+QStringList EmailRunSlips(Database& wage, const QList<PayRunSlip>& slips) {
+    QStringList failed;
+    QTemporaryDir dir;
+    for (const PayRunSlip& s : slips) {
+        const QString file = dir.filePath(QStringLiteral("slip%1.pdf").arg(s.wageID));
+        QString why;
+        try {
+            WriteReportPdf(s.report, file);
+            QFile pdf(file);
+            why = pdf.open(QIODevice::ReadOnly) ? EmailPaySlip(wage, s.wageID, pdf.readAll())
+                                                : s.employee + QStringLiteral(": its PDF was not written.");
+        } catch (const std::exception& e) {
+            why = s.employee + QStringLiteral(": ") + toVbError(e).description();
+        }
+        if (!why.isEmpty()) failed << why;
+    }
+    return failed;
 }
 
 } // namespace ql

@@ -1,0 +1,20 @@
+#pragma once
+// Sends one message with one attachment through the employer's mail server (libcurl's SMTP).
+#include "MailSettings.h"
+#include <QByteArray>
+#include <QString>
+
+namespace ql {
+
+struct MailMessage {
+    QString to;
+    QString subject;
+    QString body;
+    QString attachmentName;
+    QByteArray attachment; // a PDF
+};
+
+// Empty when the server took the message, else why not, in a user's words.
+QString SendMail(const MailSettings& settings, const QString& password, const MailMessage& message);
+
+} // namespace ql

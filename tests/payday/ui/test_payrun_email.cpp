@@ -1,0 +1,122 @@
+// The pay run's "Email each to its employee": every slip sent to its employee's address through the
+// mail server of the settings, and a server that is not there leaves the pays committed.
+#include "../PaydayFixture.h"
+#include "SmtpSink.h"
+#include "frame/Settings.h"
+#include "ledger/Roster.h"
+#include "mail/MailSettings.h"
+#include "payday/frmPayRun.h"
+#include "mail/frmEmailSettings.h"
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QComboBox>
+#include <QDateEdit>
+
+namespace qltest {
+namespace {
+
+class PayRunEmailTest : public DocumentsTest {
+protected:
+    void SetUp() override {
+        ql::setApp(&context);
+        ql::setDialogs(&dialogs);
+        ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs->path()).exitCode, 0);
+        ql::WriteSetting(QStringLiteral("FERNHOLD"), QStringLiteral("ReportDirectory"),
+                         QStringLiteral(QUILLARY_SOURCE_DIR "/reports"));
+        context.WageDatabase.open(ql::WageFileName());
+        ql::FillEmployeeArray();
+        sink = std::make_unique<SmtpSink>(docs->path() + QStringLiteral("/inbox"));
+        ASSERT_GT(sink->port, 0) << "the local SMTP server did not start";
+        ql::MailSettings mail;
+        mail.host = QStringLiteral("127.0.0.1");
+        mail.port = sink->port;
+        mail.security = QStringLiteral("none");
+        mail.from = QStringLiteral("wages@tussock.example.com");
+        ql::SaveMailSettings(mail);
+    }
+    void TearDown() override {
+        context.WageDatabase.close();
+        ql::setDialogs(nullptr);
+        ql::setApp(nullptr);
+    }
+    ql::AppContext context;
+    ql::ScriptedDialogs dialogs;
+    std::unique_ptr<SmtpSink> sink;
+};
+
+TEST_F(PayRunEmailTest, EachSlipGoesToItsEmployee) {
+    ql::frmPayRun d(context.WageDatabase);
+    d.dtpRunDate->setDate(QDate(2026, 11, 6));
+    ASSERT_EQ(d.addPays(), 5);
+    d.cboPayslips->setCurrentIndex(static_cast<int>(ql::SlipDelivery::Email));
+    EXPECT_EQ(d.commitPays(), 5);
+    EXPECT_TRUE(dialogs.calls.last().message.contains(QStringLiteral("5 payslips were emailed.")))
+        << dialogs.calls.last().message.toStdString();
+    ASSERT_EQ(sink->received(5), 5);
+    QStringList recipients;
+    for (int n = 1; n <= 5; ++n) {
+        recipients << sink->text(QStringLiteral("%1.rcpt").arg(n)).trimmed();
+        ASSERT_EQ(sink->attachments(n).size(), 1);
+        QProcess p;
+        p.start(QStringLiteral("pdftotext"), {sink->attachments(n).first(), QStringLiteral("-")});
+        ASSERT_TRUE(p.waitForFinished(30000));
+        const QString text = QString::fromUtf8(p.readAllStandardOutput());
+        // The slip is the addressee's: the first name in the address is on the slip.
+        const QString first = recipients.last().section(u'.', 0, 0);
+        EXPECT_TRUE(text.contains(first, Qt::CaseInsensitive)) << recipients.last().toStdString() << "\n"
+                                                               << text.toStdString();
+    }
+    recipients.removeDuplicates();
+    EXPECT_EQ(recipients.size(), 5);
+}
+
+TEST_F(PayRunEmailTest, AFailedSendSaysWhyAndThePaysStayCommitted) {
+    ql::MailSettings mail = ql::ReadMailSettings();
+    mail.port = 1; // nothing listens there
+    ql::SaveMailSettings(mail);
+    ql::frmPayRun d(context.WageDatabase);
+    d.dtpRunDate->setDate(QDate(2026, 11, 6));
+    ASSERT_EQ(d.addPays(), 5);
+    d.cboPayslips->setCurrentIndex(static_cast<int>(ql::SlipDelivery::Email));
+    EXPECT_EQ(d.commitPays(), 5);
+    const QString account = dialogs.calls.last().message;
+    EXPECT_TRUE(account.startsWith(QStringLiteral("5 pays were committed."))) << account.toStdString();
+    EXPECT_TRUE(account.contains(QStringLiteral("did not take it"))) << account.toStdString();
+    EXPECT_EQ(context.WageDatabase.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE Reference IS NULL")).toInt(),
+              0);
+    EXPECT_EQ(sink->received(0), 0);
+}
+
+TEST_F(PayRunEmailTest, TheSettingsScreenKeepsTheServer) {
+    ql::frmPayRun run(context.WageDatabase);
+    run.cboPayslips->setCurrentIndex(static_cast<int>(ql::SlipDelivery::Email));
+    EXPECT_FALSE(run.cmdMailServer->isHidden());
+    run.cboPayslips->setCurrentIndex(static_cast<int>(ql::SlipDelivery::None));
+    EXPECT_TRUE(run.cmdMailServer->isHidden());
+
+    ql::frmEmailSettings d;
+    EXPECT_EQ(d.txtHost->text(), QStringLiteral("127.0.0.1"));
+    EXPECT_EQ(d.spnPort->value(), sink->port);
+    d.txtHost->setText(QStringLiteral("smtp.example.com"));
+    d.cboSecurity->setCurrentIndex(2); // TLS brings its usual port
+    EXPECT_EQ(d.spnPort->value(), 465);
+    d.txtUser->setText(QStringLiteral("farm"));
+    d.txtFrom->setText(QStringLiteral("not an address"));
+    const int before = dialogs.calls.size();
+    d.accept();
+    ASSERT_EQ(dialogs.calls.size(), before + 1);
+    EXPECT_EQ(dialogs.calls.last().message, QStringLiteral("not an address is not an email address."));
+    EXPECT_EQ(ql::ReadMailSettings().host, QStringLiteral("127.0.0.1")); // nothing kept
+    d.txtFrom->setText(QStringLiteral("wages@example.com"));
+    d.accept();
+    const ql::MailSettings kept = ql::ReadMailSettings();
+    EXPECT_EQ(kept.host, QStringLiteral("smtp.example.com"));
+    EXPECT_EQ(kept.port, 465);
+    EXPECT_EQ(kept.security, QStringLiteral("tls"));
+    EXPECT_EQ(kept.user, QStringLiteral("farm"));
+    EXPECT_EQ(kept.from, QStringLiteral("wages@example.com"));
+}
+
+} // namespace
+} // namespace qltest
