@@ -4,6 +4,9 @@
 #include "CliCommand.h"
 #include "JsonRows.h"
 #include "data/Database.h"
+#include "data/RoundCurrency.h"
+#include "payengine/EmployeeTaxItems.h"
+#include "payengine/TaxYear.h"
 #include "frame/SettingGetters.h"
 #include "staff/EmployeeCsv.h"
 #include "staff/EmployeeStore.h"
@@ -35,6 +38,73 @@ QList<QPair<QString, QString>> fieldOptions(const QStringList& args, int from) {
     return values;
 }
 
+// The employee's tax items (ESCT rate, child support, payroll giving, student loan special rate and
+// extra deductions) are options of their own; they are taken out before the editor's fields are read.
+struct TaxOptions {
+    QList<QPair<QString, QString>> values;
+    bool any() const { return !values.isEmpty(); }
+};
+
+QStringList takeTaxOptions(const QStringList& args, TaxOptions& taken) {
+    static const QStringList names = {QStringLiteral("esct-rate"), QStringLiteral("child-support"),
+                                      QStringLiteral("payroll-giving"), QStringLiteral("sl-special-rate"),
+                                      QStringLiteral("sl-extra")};
+    QStringList rest;
+    for (int i = 0; i < args.size(); ++i) {
+        const QString key = args.at(i).startsWith(QStringLiteral("--")) ? args.at(i).mid(2) : QString();
+        if (names.contains(key)) {
+            if (i + 1 >= args.size()) throw cli::CliUsageError();
+            for (const auto& v : taken.values)
+                if (v.first == key) throw cli::CliUsageError();
+            taken.values << qMakePair(key, args.at(++i));
+        } else {
+            rest << args.at(i);
+        }
+    }
+    return rest;
+}
+
+ql::Currency amountOption(const QString& label, const QString& text) {
+    bool ok = false;
+    text.trimmed().toDouble(&ok);
+    if (!ok) throw cli::CliFailure(QStringLiteral("%1: \"%2\" is not an amount.").arg(label, text.trimmed()));
+    return ql::RoundCurrency(text.trimmed());
+}
+
+qint32 rateOption(const QString& label, const QString& text) {
+    qint32 rate = 0;
+    if (!ql::ParseRatePercent(text.trimmed(), rate))
+        throw cli::CliFailure(
+            QStringLiteral("%1: \"%2\" is not a rate from 0 to 100 per cent.").arg(label, text.trimmed()));
+    return rate;
+}
+
+// The items with the options applied; refused (nothing written) when one is wrong. The ESCT rate is
+// set for the tax year in force today, as the employee editor sets it.
+ql::EmployeeTaxItems applyTaxOptions(ql::Database& wage, ql::EmployeeTaxItems items, const TaxOptions& o) {
+    qint32 esct = -1;
+    for (const auto& [key, value] : o.values) {
+        if (key == QLatin1String("esct-rate"))
+            esct = rateOption(QStringLiteral("ESCT rate"), value);
+        else if (key == QLatin1String("child-support"))
+            items.childSupport = amountOption(QStringLiteral("Child support"), value);
+        else if (key == QLatin1String("payroll-giving"))
+            items.payrollGiving = amountOption(QStringLiteral("Payroll giving"), value);
+        else if (key == QLatin1String("sl-special-rate"))
+            items.slSpecialRate = rateOption(QStringLiteral("Student loan special rate"), value);
+        else if (key == QLatin1String("sl-extra"))
+            items.slExtra = amountOption(QStringLiteral("Student loan extra deductions"), value);
+    }
+    const QString problem = ql::EmployeeTaxItemsProblem(items);
+    if (!problem.isEmpty()) throw cli::CliFailure(problem);
+    if (esct >= 0) ql::SetEsctRate(wage, items, esct, QDate::currentDate());
+    return items;
+}
+
+QString rateJson(qint32 thousandths) {
+    return thousandths > 0 ? ql::RateText(thousandths) : QStringLiteral("null");
+}
+
 qint32 employeeId(const QString& text) {
     bool ok = false;
     const qint32 id = text.toInt(&ok);
@@ -51,6 +121,7 @@ QString date(const QDate& d) {
 }
 
 QString json(ql::Database& wage, const ql::EmployeeDetails& d) {
+    const ql::EmployeeTaxItems items = ql::LoadEmployeeTaxItems(wage, d.EmployeeID);
     QString interval;
     for (const ql::PayIntervalChoice& c : ql::PayIntervalChoices(wage))
         if (c.option == d.Interval) interval = c.name;
@@ -95,6 +166,11 @@ QString json(ql::Database& wage, const ql::EmployeeDetails& d) {
         QStringLiteral("\"AnnualLeaveDays\": %1").arg(number(d.AnnualLeaveDays)),
         QStringLiteral("\"LeaveBroughtForward\": %1").arg(number(d.LeaveBroughtForward)),
         QStringLiteral("\"Deductions\": [%1]").arg(deductions.join(QStringLiteral(", "))),
+        QStringLiteral("\"ESCTRate\": %1").arg(rateJson(items.esctRate)),
+        QStringLiteral("\"ChildSupport\": %1").arg(number(items.childSupport.toDouble())),
+        QStringLiteral("\"PayrollGiving\": %1").arg(number(items.payrollGiving.toDouble())),
+        QStringLiteral("\"SLSpecialRate\": %1").arg(rateJson(items.slSpecialRate)),
+        QStringLiteral("\"SLExtra\": %1").arg(number(items.slExtra.toDouble())),
     };
     return QStringLiteral("{\n  ") + lines.join(QStringLiteral(",\n  ")) + QStringLiteral("\n}\n");
 }
@@ -107,10 +183,18 @@ qint32 applyAndSave(Databases& db, ql::EmployeeDetails& d, const QList<QPair<QSt
 }
 
 int add(const QStringList& args, QTextStream& out) {
-    const auto values = fieldOptions(args, 1);
+    TaxOptions tax;
+    const auto values = fieldOptions(takeTaxOptions(args, tax), 1);
     Databases db;
     ql::EmployeeDetails d;
+    // Checked before the employee is saved, so a wrong item writes nothing.
+    ql::EmployeeTaxItems items;
+    if (tax.any()) items = applyTaxOptions(db.wage, items, tax);
     const qint32 id = applyAndSave(db, d, values);
+    if (tax.any()) {
+        items.employeeID = id;
+        ql::SaveEmployeeTaxItems(db.wage, items);
+    }
     out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
     return 0;
 }
@@ -118,10 +202,14 @@ int add(const QStringList& args, QTextStream& out) {
 int edit(const QStringList& args, QTextStream& out) {
     if (args.size() < 2) throw cli::CliUsageError();
     const qint32 id = employeeId(args.at(1));
-    const auto values = fieldOptions(args, 2);
+    TaxOptions tax;
+    const auto values = fieldOptions(takeTaxOptions(args, tax), 2);
     Databases db;
     ql::EmployeeDetails d = ql::LoadEmployee(db.wage, db.farm, id);
+    const ql::EmployeeTaxItems items =
+        tax.any() ? applyTaxOptions(db.wage, ql::LoadEmployeeTaxItems(db.wage, id), tax) : ql::EmployeeTaxItems{};
     applyAndSave(db, d, values);
+    if (tax.any()) ql::SaveEmployeeTaxItems(db.wage, items);
     out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
     return 0;
 }
@@ -184,7 +272,8 @@ const cli::CliCommand employeeCommand(
     "[--address T] [--city T] [--email T] [--occupation T] [--hours H] [--kiwisaver no|3|3.5|4|6|8|10] "
     ""
     "[--kiwisaver-status AE|AK|OK|NK|CT] [--kiwisaver-start YYYY-MM-DD] [--employer-kiwisaver R] [--account A] [--annual-leave DAYS] "
-    "[--leave-brought-forward DAYS] [--deduction NAME=AMOUNT|NAME=RATE%]...\n"
+    "[--leave-brought-forward DAYS] [--deduction NAME=AMOUNT|NAME=RATE%]... [--esct-rate PERCENT] [--child-support AMOUNT] "
+    "[--payroll-giving AMOUNT] [--sl-special-rate PERCENT] [--sl-extra AMOUNT]\n"
     "       employee edit EMPLOYEE_ID [any option of add]\n"
     "       employee show EMPLOYEE_ID\n"
     "       employee finish EMPLOYEE_ID YYYY-MM-DD\n"

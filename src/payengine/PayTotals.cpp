@@ -1,4 +1,5 @@
 #include "PayTotals.h"
+#include "data/PayFreeze.h"
 #include "WriteBatch.h"
 #include "Allowances.h"
 #include "AppContext.h"
@@ -94,7 +95,9 @@ void UpdateGridLine(PayView& form, int column, const QString& newText, int row) 
 void SaveWageGrid(PayView& form) {
     WriteBatch batch(App().WageDatabase);
     const QString table = detailTable(App().CurrentTab);
-    if (!table.isEmpty()) {
+    // A committed or held pay's lines can't have changed (its grid refuses edits), and the file refuses
+    // to have them written again: only its payslip view is made.
+    if (!table.isEmpty() && !PayFrozen(App().WageDatabase, App().CurrentWageID)) {
         SaveWageXArray(form, table);
         ReCalcPAYE(form);
     }

@@ -132,3 +132,25 @@ TEST_F(RefusalTest, WrongUsageIsExitTwo) {
 
 } // namespace
 } // namespace qltest
+
+TEST_F(RefusalTest, TaxItemsAreStoredShownAndAWrongOneWritesNothing) {
+    expectRefusal(with(milkerArgs(), QStringLiteral("--esct-rate"), QStringLiteral("150")),
+                  {QStringLiteral("ESCT rate: \"150\" is not a rate from 0 to 100 per cent.")});
+    expectRefusal(with(milkerArgs(), QStringLiteral("--child-support"), QStringLiteral("lots")),
+                  {QStringLiteral("Child support: \"lots\" is not an amount.")});
+    QStringList args = with(milkerArgs(), QStringLiteral("--esct-rate"), QStringLiteral("17.5"));
+    args = with(args, QStringLiteral("--child-support"), QStringLiteral("40"));
+    args = with(args, QStringLiteral("--sl-extra"), QStringLiteral("10"));
+    const CliResult added = cli(args);
+    ASSERT_EQ(added.exitCode, 0) << added.err.toStdString();
+    EXPECT_TRUE(added.out.contains(QStringLiteral("\"ESCTRate\": 17.5"))) << added.out.toStdString();
+    EXPECT_TRUE(added.out.contains(QStringLiteral("\"ChildSupport\": 40")));
+    EXPECT_TRUE(added.out.contains(QStringLiteral("\"SLExtra\": 10")));
+    const QString id = added.out.section(QStringLiteral("\"EmployeeID\": "), 1).section(u',', 0, 0).trimmed();
+    const CliResult edited =
+        cli({QStringLiteral("employee"), QStringLiteral("edit"), id, QStringLiteral("--payroll-giving"),
+             QStringLiteral("5")});
+    ASSERT_EQ(edited.exitCode, 0) << edited.err.toStdString();
+    EXPECT_TRUE(edited.out.contains(QStringLiteral("\"PayrollGiving\": 5")));
+    EXPECT_TRUE(edited.out.contains(QStringLiteral("\"ESCTRate\": 17.5")));
+}

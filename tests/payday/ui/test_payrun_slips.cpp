@@ -98,7 +98,10 @@ TEST_F(PayRunSlipsTest, OneConfirmationThenEveryPayslipAsAPdfFile) {
     const int before = dialogs.calls.size();
     EXPECT_EQ(d.commitPays(), 5);
     // The confirmation and the account of what was done: nothing in between.
-    ASSERT_EQ(dialogs.calls.size(), before + 2);
+    QStringList shown;
+    for (int i = before; i < dialogs.calls.size(); ++i)
+        shown << dialogs.calls.at(i).message;
+    ASSERT_EQ(dialogs.calls.size(), before + 2) << shown.join(QStringLiteral("\n---\n")).toStdString();
     EXPECT_EQ(dialogs.calls.at(before).message, question);
     EXPECT_TRUE(dialogs.calls.last().message.startsWith(QStringLiteral("5 pays were committed.")));
     EXPECT_TRUE(dialogs.calls.last().message.contains(QStringLiteral("5 payslips were saved as PDF files")))
