@@ -130,9 +130,6 @@ TEST_F(RefusalTest, WrongUsageIsExitTwo) {
         EXPECT_EQ(cli(args).exitCode, 2) << args.join(u' ').toStdString();
 }
 
-} // namespace
-} // namespace qltest
-
 TEST_F(RefusalTest, TaxItemsAreStoredShownAndAWrongOneWritesNothing) {
     expectRefusal(with(milkerArgs(), QStringLiteral("--esct-rate"), QStringLiteral("150")),
                   {QStringLiteral("ESCT rate: \"150\" is not a rate from 0 to 100 per cent.")});
@@ -154,3 +151,6 @@ TEST_F(RefusalTest, TaxItemsAreStoredShownAndAWrongOneWritesNothing) {
     EXPECT_TRUE(edited.out.contains(QStringLiteral("\"PayrollGiving\": 5")));
     EXPECT_TRUE(edited.out.contains(QStringLiteral("\"ESCTRate\": 17.5")));
 }
+
+} // namespace
+} // namespace qltest
