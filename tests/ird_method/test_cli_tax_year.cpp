@@ -17,6 +17,7 @@ QStringList args(std::initializer_list<const char*> list) {
 
 TEST(CliTaxYear, ListShowImport) {
     qltest::TempDocuments docs;
+    ASSERT_EQ(runCli(args({"init"}), docs.path()).exitCode, 0);
     const auto list = runCli(args({"tax-year", "list"}), docs.path());
     ASSERT_EQ(list.exitCode, 0) << list.err.toStdString();
     EXPECT_EQ(list.out, QStringLiteral("2024/25\t2024-04-01\t2025-03-31\n2024/25\t2024-07-31\t2025-03-31\n"

@@ -1,5 +1,6 @@
 // The child support code of the payday filing file: "P" when the protected net earnings held the
 // deduction below the amount the employee's standing items ask.
+#include "PayGuard.h"
 #include "PaydayFixture.h"
 #include "payday/PaydayFiles.h"
 #include "payengine/EmployeeTaxItems.h"
@@ -16,9 +17,11 @@ QString childSupportCode(const QString& text) {
 TEST_F(PaydayTest, ChildSupportHeldDownIsCodedP) {
     fixIrdNumbers();
     const qint32 driverPay = scalar(QStringLiteral("SELECT max(WageID) FROM Wages WHERE EmployeeID = 4")).toInt();
-    wage.execute(QStringLiteral("INSERT INTO DeductionDetails (WageID, DeductNameID, AmountCalcon, Percentage, "
-                                "Deductions) VALUES (%1, 5, 25, 100, 25)")
-                     .arg(driverPay));
+    withoutPayGuard(wage, [&] {
+        wage.execute(QStringLiteral("INSERT INTO DeductionDetails (WageID, DeductNameID, AmountCalcon, Percentage, "
+                                    "Deductions) VALUES (%1, 5, 25, 100, 25)")
+                         .arg(driverPay));
+    });
     // Asked 25 and took 25: no code.
     ql::EmployeeTaxItems items = ql::LoadEmployeeTaxItems(wage, 4);
     items.childSupport = ql::Currency::fromLong(25);
