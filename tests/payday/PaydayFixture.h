@@ -90,6 +90,16 @@ protected:
         s.contactEmail = QStringLiteral("pay@example.nz");
         ql::SavePaydaySettings(wage, s);
     }
+    // Valid IRD numbers, the employer's paying account and an account for each employee on the roster:
+    // what the bank files need.
+    void giveBankDetails() {
+        fixIrdNumbers();
+        ql::PaydaySettings s = ql::LoadPaydaySettings(wage);
+        s.payingAccount = QStringLiteral("01-0902-0068389-00");
+        ql::SavePaydaySettings(wage, s);
+        for (int id = 1; id <= 5; ++id)
+            ql::SetEmployeeBankAccount(wage, id, validAccount(id));
+    }
     // A farm whose payday details nobody has typed yet: the demo's are taken away.
     void clearPaydayDetails() {
         wage.execute(QStringLiteral("DELETE FROM PaydaySettings"));

@@ -14,12 +14,7 @@ protected:
     void SetUp() override {
         PaydayTest::SetUp();
         if (HasFatalFailure()) return;
-        fixIrdNumbers();
-        ql::PaydaySettings s = ql::LoadPaydaySettings(wage);
-        s.payingAccount = QStringLiteral("01-0902-0068389-00");
-        ql::SavePaydaySettings(wage, s);
-        for (int id = 1; id <= 5; ++id)
-            ql::SetEmployeeBankAccount(wage, id, validAccount(id));
+        giveBankDetails();
     }
     CliResult cli(const QStringList& args) { return runCli(args, docs->path()); }
     QString path(const QString& name) { return docs->path() + u'/' + name; }

@@ -109,12 +109,7 @@ protected:
     void SetUp() override {
         PaydayTest::SetUp();
         if (HasFatalFailure()) return;
-        fixIrdNumbers();
-        ql::PaydaySettings s = ql::LoadPaydaySettings(wage);
-        s.payingAccount = QStringLiteral("01-0902-0068389-00");
-        ql::SavePaydaySettings(wage, s);
-        for (int id = 1; id <= 5; ++id)
-            ql::SetEmployeeBankAccount(wage, id, validAccount(id));
+        giveBankDetails();
     }
     QString ei() {
         const ql::PaydayFile f = ql::EmploymentInformationFile(wage, kPaymentDate);
