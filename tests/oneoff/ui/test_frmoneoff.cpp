@@ -58,7 +58,7 @@ TEST_F(OneOffDialogTest, ControlsHaveNamesAndAccessKeys) {
         captions << l->text();
         EXPECT_NE(l->buddy(), nullptr) << l->text().toStdString();
     }
-    EXPECT_EQ(captions, QStringList({"&Date", "&Payment Type", "A&mount", "&Tax Type", "PA&YE"}));
+    EXPECT_EQ(captions, QStringList({"&Date", "&Payment Type", "A&mount", "&Tax Type", "Not liable for ACC &levy", "PA&YE"}));
     EXPECT_EQ(d.text1(0)->text(), QStringLiteral("10/04/2026"));
     EXPECT_EQ(d.pickerDate(), QDate(2026, 4, 10));
     EXPECT_FALSE(d.cmdOK()->isEnabled());
