@@ -212,7 +212,11 @@ int edit(const QStringList& args, QTextStream& out) {
     const ql::EmployeeTaxItems items =
         tax.any() ? applyTaxOptions(db.wage, ql::LoadEmployeeTaxItems(db.wage, id), tax) : ql::EmployeeTaxItems{};
     applyAndSave(db, d, values);
-    if (tax.any()) ql::SaveEmployeeTaxItems(db.wage, items);
+    if (tax.any())
+        ql::SaveEmployeeTaxItems(db.wage, items);
+    else
+        // New standing deductions keep the lines the employee's tax items stand for.
+        ql::SyncStandingTaxItemLines(db.wage, ql::LoadEmployeeTaxItems(db.wage, id));
     out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
     return 0;
 }

@@ -109,7 +109,7 @@ void storeItems(Database& wage, const EmployeeTaxItems& i) {
                   i.slSpecialRate, qint64(i.slExtra.raw()), i.tailoredRate, i.slCommissionerRate});
 }
 
-void syncStandingLine(Database& wage, qint32 employeeID, qint32 deductID, bool wanted) {
+void syncStandingLine(Database& wage, qint32 employeeID, qint32 deductID, bool wanted, bool removeUnwanted) {
     if (deductID == 0) return;
     const bool has = wage.scalar(QStringLiteral("SELECT count(*) FROM EmployeeDeductions WHERE EmployeeID = %1 AND "
                                                 "DeductID = %2")
@@ -120,10 +120,26 @@ void syncStandingLine(Database& wage, qint32 employeeID, qint32 deductID, bool w
         wage.execute(QStringLiteral("INSERT INTO EmployeeDeductions (EmployeeID, DeductID, FixedAmount, SpecialRate) "
                                     "VALUES (?, ?, 0, 0)"),
                      {employeeID, deductID});
-    else if (!wanted && has)
+    else if (!wanted && has && removeUnwanted)
         wage.execute(QStringLiteral("DELETE FROM EmployeeDeductions WHERE EmployeeID = ? AND DeductID = ? AND "
                                     "Coalesce(FixedAmount, 0) = 0 AND Coalesce(SpecialRate, 0) = 0"),
                      {employeeID, deductID});
+}
+
+// Each item above 0 puts its deduction among the employee's standing lines, so every new pay has it;
+// taking the item away (removeUnwanted) removes a line the item had put there.
+void syncStandingLines(Database& wage, const EmployeeTaxItems& i, bool removeUnwanted) {
+    if (i.payrollGiving > Currency() || i.slExtra > Currency() || i.slCommissionerRate > 0)
+        EnsureTaxItemDeductNames(wage);
+    const struct {
+        const QString& taxName;
+        bool wanted;
+    } lines[] = {{taxitem::ChildSupport, i.childSupport > Currency()},
+                 {taxitem::PayrollGiving, i.payrollGiving > Currency()},
+                 {taxitem::Commissioner, i.slCommissionerRate > 0},
+                 {taxitem::Borrower, i.slExtra > Currency()}};
+    for (const auto& l : lines)
+        syncStandingLine(wage, i.employeeID, TaxItemDeductID(wage, l.taxName), l.wanted, removeUnwanted);
 }
 
 } // namespace
@@ -132,14 +148,11 @@ void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& i) {
     const QString problem = EmployeeTaxItemsProblem(i);
     if (!problem.isEmpty()) throw VbError(5, QStringLiteral("EmployeeTaxItems"), problem);
     storeItems(wage, i);
-    // Each item above 0 puts its deduction among the employee's standing lines, so every new pay has it;
-    // taking the item away removes a line the item had put there.
-    if (i.payrollGiving > Currency() || i.slExtra > Currency() || i.slCommissionerRate > 0)
-        EnsureTaxItemDeductNames(wage);
-    syncStandingLine(wage, i.employeeID, TaxItemDeductID(wage, taxitem::ChildSupport), i.childSupport > Currency());
-    syncStandingLine(wage, i.employeeID, TaxItemDeductID(wage, taxitem::PayrollGiving), i.payrollGiving > Currency());
-    syncStandingLine(wage, i.employeeID, TaxItemDeductID(wage, taxitem::Commissioner), i.slCommissionerRate > 0);
-    syncStandingLine(wage, i.employeeID, TaxItemDeductID(wage, taxitem::Borrower), i.slExtra > Currency());
+    syncStandingLines(wage, i, true);
+}
+
+void SyncStandingTaxItemLines(Database& wage, const EmployeeTaxItems& i) {
+    syncStandingLines(wage, i, false);
 }
 
 bool ParseRatePercent(const QString& text, qint32& thousandths) {

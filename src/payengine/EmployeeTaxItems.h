@@ -42,6 +42,9 @@ QString EmployeeTaxItemsProblem(const EmployeeTaxItems& items);
 // their deduction among the employee's standing lines (so each new pay has it); at 0 such a line that
 // has no fixed amount or rate of its own is taken away again.
 void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& items);
+// Puts the standing deduction lines of the items above 0 back among the employee's, for a change of the
+// standing deductions that left them out. Takes nothing away.
+void SyncStandingTaxItemLines(Database& wage, const EmployeeTaxItems& items);
 
 // A per cent as typed ("17.5") to thousandths; false when it is not a number from 0 to 100 with at most
 // three decimals.

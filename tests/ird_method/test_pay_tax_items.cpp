@@ -207,6 +207,16 @@ TEST_F(PayTaxItemsTest, ExtraStudentLoanDeductionsAreLinesOfThePayAndTheFile) {
     EXPECT_EQ(h[17].toLongLong(), commissioner);
     EXPECT_EQ(h[18].toLongLong(), borrower);
     EXPECT_EQ(h[22].toLongLong(), paye + loan + commissioner + borrower);
+
+    // New standing deductions typed for the employee keep the lines the tax items stand for.
+    ASSERT_EQ(cli({QStringLiteral("employee"), QStringLiteral("edit"), QString::number(id), QStringLiteral("--deduction"),
+                   QStringLiteral("Board=10")})
+                  .exitCode,
+              0);
+    const qint32 next = addPay(id, QStringLiteral("2024-12-20"));
+    EXPECT_EQ(deduction(next, "Board"), 1000);
+    EXPECT_EQ(deduction(next, "Student Loan SLCIR"), commissioner);
+    EXPECT_EQ(deduction(next, "Student Loan SLBOR"), borrower);
 }
 
 TEST_F(PayTaxItemsTest, AnExtraPayWithARedundancyPartAndStudentLoan) {
