@@ -1,4 +1,5 @@
 #include "Contributions.h"
+#include "ExtraPay.h"
 #include "IrdPay.h"
 #include "AddPay.h"
 #include "AppContext.h"
@@ -49,8 +50,11 @@ Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency bas
         AppContext& app = App();
         if (const auto c = IrdContextForPay(app.CurrentEmployeeID, wageID, paysPerYear)) {
             // Inland Revenue: the employee's ESCT rate on the contribution's whole dollars, cut to cents.
+            // An extra pay times the pays in a year says nothing of the year: the four weeks' pays do.
+            const auto yearOfExtra = ExtraPayYearEstimate(app.CurrentEmployeeID, wageID, base);
             const qint32 esctRate =
-                EsctRateForPay(db, app.CurrentEmployeeID, c->figures, base, paysPerYear);
+                yearOfExtra ? EsctRateForPay(db, app.CurrentEmployeeID, c->figures, *yearOfExtra, 1.0f)
+                            : EsctRateForPay(db, app.CurrentEmployeeID, c->figures, base, paysPerYear);
             return CentsToCurrency(ird::EsctCents(CurrencyToCents(contribution), esctRate));
         }
     }
@@ -119,7 +123,7 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
     Currency fixedAmount;
     qint32 lastName = 0;
     auto rs = App().WageDatabase.openRecordset(
-        QStringLiteral("SELECT ContributionNameID, AmountCalcon, Percentage, Contributions, WageID "
+        QStringLiteral("SELECT ContributionNameID, AmountCalcon, Percentage, Contributions, ESCT, WageID "
                        "FROM ContributionDetails WHERE WageID = %1;")
             .arg(wageID),
         RecordsetType::Dynaset);
@@ -139,6 +143,9 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
                 rs->setValue(QStringLiteral("AmountCalcon"), QVariant::fromValue(amountCalcOn));
                 rs->setValue(QStringLiteral("Percentage"), QVariant(percentage));
                 rs->setValue(QStringLiteral("Contributions"), QVariant::fromValue(contribution));
+                // An extra pay's contribution line is worked as when it was made, ESCT and all.
+                if (ExtraPayYearEstimate(App().CurrentEmployeeID, wageID, base))
+                    rs->setValue(QStringLiteral("ESCT"), QVariant::fromValue(CalcESCT(id, contribution, base, wageID)));
                 rs->Update();
                 total += contribution;
             }

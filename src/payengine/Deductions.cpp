@@ -81,7 +81,6 @@ void UpdateDeductions(Currency taxable, qint32 wageID, PayView& form, const QStr
     // Set once: an employee without a row for a line keeps the values of the line before.
     float specialRate = 0;
     Currency fixedAmount;
-    QString taxName;
     auto rs = App().WageDatabase.openRecordset(
         QStringLiteral("SELECT DeductNameID, AmountCalcon, Percentage, Deductions, WageID "
                        "FROM DeductionDetails WHERE WageID = %1;")
@@ -92,6 +91,9 @@ void UpdateDeductions(Currency taxable, qint32 wageID, PayView& form, const QStr
         if (!IsNull(nameID)) {
             const qint32 id = CLng(nameID);
             GetEmpDeduct(id, specialRate, fixedAmount);
+            // Only a KiwiSaver line itself leaves out what is excluded from KiwiSaver: a line the
+            // employee has no standing row for (a student loan) goes on the whole taxable pay.
+            QString taxName;
             GetKSEmpDeduct(id, taxName);
             const Currency base = taxName == QLatin1String("KiwiSaver") ? taxable - excluded : taxable;
             float percentage = 0;

@@ -43,4 +43,25 @@ std::optional<ExtraPayTax> ExtraPayTaxOf(qint32 employeeID, const QDate& date, C
 // and the lump sum indicator.
 void SaveExtraPayFigures(qint32 wageID, const ExtraPayTax& tax);
 
+// Whether the pay is an extra pay: a one-off pay whose tax line is of the tax type "Extra pay".
+bool IsExtraPayOfPay(Database& wage, qint32 wageID);
+
+// The tax of the extra pay wageID worked again on its taxable amount, its date and the part not liable
+// for the levy it was made with (at most the amount): none when the pay is not an extra pay or the
+// method has no year or code for it. A recalculated extra pay keeps the extra-pay method.
+std::optional<ExtraPayTax> ExtraPayTaxOfPay(qint32 employeeID, qint32 wageID, Currency taxable);
+
+// The year's earnings an extra pay points to, for the ESCT rate when nothing better is known: the
+// regular pays of the four weeks over a year, and the extra pay. None when wageID is not an extra pay.
+std::optional<Currency> ExtraPayYearEstimate(qint32 employeeID, qint32 wageID, Currency amount);
+
+// What of an extra pay is left out of KiwiSaver's salary and wages: its part not liable for the levy
+// (a redundancy payment); nothing for any other pay.
+Currency ExtraPayKiwiSaverExcluded(Database& wage, qint32 wageID);
+
+// KiwiSaver on an extra pay of an enrolled employee: the employee's standing KiwiSaver deduction and
+// employer contribution (with its ESCT) as lines of the one-off pay wageID on base, and the pay's
+// deductions, take-home, contribution and ESCT totals after them.
+void AddExtraPayKiwiSaver(qint32 wageID, qint32 employeeID, Currency base);
+
 } // namespace ql

@@ -1,5 +1,6 @@
 #include "IrdPay.h"
 #include "AppContext.h"
+#include "ExtraPay.h"
 #include "TaxItemLines.h"
 #include "TaxYearStore.h"
 #include "data/Database.h"
@@ -113,6 +114,13 @@ bool IrdPercentLine(const QString& nameTable, qint32 nameID, Currency base, floa
     }
     // Student loan: the whole dollars of the pay less the per-pay threshold (none on secondary codes).
     const qint32 rate = c->items.slSpecialRate > 0 ? c->items.slSpecialRate : c->figures.studentLoanRate;
+    if (IsExtraPayOfPay(app.WageDatabase, app.CurrentWageID)) {
+        // An extra pay paid apart from a pay has no threshold.
+        amountCalcOn = c->code.studentLoan ? CentsToCurrency(cents / 100 * 100) : Currency();
+        percentage = float(rate / 1000.0);
+        amount = CentsToCurrency(ird::ExtraPayStudentLoanCents(c->figures, c->code, cents, c->items.slSpecialRate));
+        return true;
+    }
     const qint64 threshold = c->code.secondary() ? 0 : ird::StudentLoanThresholdCents(c->figures, c->pays);
     const qint64 over = qMax<qint64>(0, (cents / 100) * 100 - threshold);
     amountCalcOn = c->code.studentLoan ? CentsToCurrency(over) : Currency();

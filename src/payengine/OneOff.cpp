@@ -152,7 +152,11 @@ void OneOffForm::Form_Unload() {
     madeWageID = wageID;
     skipErrors([&] { SavePaymentDetails(wageID, amount, cmbPayName.itemData(cmbPayName.selectedIndex())); });
     skipErrors([&] { AddTaxDetail(wageID, record); });
-    if (extraPay && wageID != 0) skipErrors([&] { SaveExtraPayFigures(wageID, *extraPay); });
+    if (extraPay && wageID != 0) {
+        skipErrors([&] { SaveExtraPayFigures(wageID, *extraPay); });
+        // KiwiSaver's salary and wages take bonuses and lump sums, not a redundancy payment.
+        skipErrors([&] { AddExtraPayKiwiSaver(wageID, app.CurrentEmployeeID, amount - extraPay->notLiable); });
+    }
 }
 
 void SavePaymentDetails(qint32 wageID, Currency amount, qint32 paymentNameID) {

@@ -5,6 +5,7 @@
 #include "AppContext.h"
 #include "Contributions.h"
 #include "Deductions.h"
+#include "ExtraPay.h"
 #include "PayView.h"
 #include "Paye.h"
 #include "PaymentLines.h"
@@ -52,7 +53,8 @@ void ReCalcPAYE(PayView& form) {
     const Currency totalTaxable = captionAmount(form, QStringLiteral("lblTaxable")) +
                                   captionAmount(form, QStringLiteral("lblGross"));
     form.setCaption(QStringLiteral("lblTotalTaxable"), CStr(totalTaxable));
-    const Currency excluded = ExcludeKiwiSaver(app.CurrentWageID);
+    const Currency excluded =
+        ExcludeKiwiSaver(app.CurrentWageID) + ExtraPayKiwiSaverExcluded(app.WageDatabase, app.CurrentWageID);
     form.setCaption(QStringLiteral("lblPaye"),
                     CalcPAYE(app.CurrentEmployeeID, app.CurrentWageID, totalTaxable, paysPerYear));
     UpdateDeductions(totalTaxable, app.CurrentWageID, form, QStringLiteral("lblDeduct"), excluded);

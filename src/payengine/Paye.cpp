@@ -2,6 +2,7 @@
 #include "AppContext.h"
 #include "CountryEquations.h"
 #include "EditChecks.h"
+#include "ExtraPay.h"
 #include "IrdPay.h"
 #include "PayTaxFigures.h"
 #include "PayView.h"
@@ -163,6 +164,24 @@ QString CalcPAYE(qint32 employeeID, qint32 wageID, Currency taxable, float paysP
             }
         }
         rs->Close();
+        // An extra pay stays one: recalculated, it keeps the extra-pay method and its tax type.
+        if (const auto extra = ExtraPayTaxOfPay(employeeID, wageID, taxable)) {
+            Database& db = App().WageDatabase;
+            const QVariantList kept = db.firstRow(
+                QStringLiteral("SELECT TaxTypeID, PayIntervalID FROM TaxDetails WHERE WageID = %1").arg(wageID));
+            record.TaxTypeID = kept.size() > 0 && !IsNull(kept.at(0)) ? CLng(kept.at(0)) : record.TaxTypeID;
+            record.PayIntervalID = kept.size() > 1 && !IsNull(kept.at(1)) ? CLng(kept.at(1)) : record.PayIntervalID;
+            record.PAYE = extra->paye;
+            PayTaxFigures figures = LoadPayTaxFigures(db, wageID);
+            figures.givingCredit = Currency();
+            figures.notLiable = extra->notLiable;
+            figures.lowestRate = extra->lowestRate;
+            SavePayTaxFigures(db, wageID, figures);
+            db.execute(QStringLiteral("Delete FROM TaxDetails WHERE TaxDetails.WageID = %1").arg(wageID));
+            AddTaxDetail(wageID, record);
+            result = Format(QVariant::fromValue(record.PAYE), QStringLiteral("currency"));
+            return;
+        }
         // A New Zealand pay with a tax year in force: Inland Revenue's method, exactly.
         if (const auto c = IrdContextForPay(employeeID, wageID, paysPerYear)) {
             // The payroll giving credit comes off the PAYE the pay takes; the payday filing reports both.

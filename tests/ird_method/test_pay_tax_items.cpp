@@ -277,5 +277,98 @@ TEST_F(PayTaxItemsTest, AnExtraPayWithARedundancyPartAndStudentLoan) {
     EXPECT_EQ(ei[0][12], QStringLiteral("750000"));
 }
 
+TEST_F(PayTaxItemsTest, AnExtraPayEditedKeepsItsMethodAndBearsKiwiSaver) {
+    // Fortnightly $1,128 on M SL with KiwiSaver 3% and 3%; a bonus of $7,500 paid on its own on 28
+    // September 2024. Four weeks' pays $2,256 x 13 = $29,328: with the bonus $36,828, the 17.5% band, and
+    // the levy 1.6%. Student loan 12% of the bonus's whole dollars; KiwiSaver 3% of it (bonuses are
+    // salary and wages), the employer's 3% with ESCT at the rate the year's earnings give (17.5%).
+    const qint32 id = addEmployee(QStringLiteral("048130046"), QStringLiteral("M SL"), QStringLiteral("fortnightly"),
+                                  QStringLiteral("29328"),
+                                  {QStringLiteral("--kiwisaver"), QStringLiteral("3"),
+                                   QStringLiteral("--employer-kiwisaver"), QStringLiteral("3")});
+    addPay(id, QStringLiteral("2024-09-13"));
+    addPay(id, QStringLiteral("2024-09-27"));
+    const qint64 extraPayType = figure(QStringLiteral("SELECT TaxTypeID FROM TaxTypes WHERE Taxname = 'Extra pay'")) / 100;
+    const qint64 paymentName = figure(QStringLiteral("SELECT min(PaymentNameID) FROM PaymentNames")) / 100;
+    const CliResult made = cli({QStringLiteral("one-off"), QString::number(id), QStringLiteral("2024-09-28"),
+                                QStringLiteral("7500"), QString::number(paymentName), QString::number(extraPayType)});
+    ASSERT_EQ(made.exitCode, 0) << made.err.toStdString();
+    const qint32 pay = made.out.section(QStringLiteral("\"WageID\": "), 1).section(u',', 0, 0).trimmed().toInt();
+    auto contribution = [&](const char* column) {
+        return figure(QStringLiteral("SELECT Total(%1) FROM ContributionDetails WHERE WageID = %2")
+                          .arg(QLatin1String(column))
+                          .arg(pay));
+    };
+    auto expectPay = [&](qint64 paye, qint64 loan, qint64 kiwiSaver, qint64 employer, qint64 esct) {
+        EXPECT_EQ(wages(pay, "PAYE"), paye);
+        EXPECT_EQ(deduction(pay, "Student Loan"), loan);
+        EXPECT_EQ(deduction(pay, "KiwiSaver"), kiwiSaver);
+        EXPECT_EQ(contribution("Contributions"), employer);
+        EXPECT_EQ(contribution("ESCT"), esct);
+        EXPECT_EQ(wages(pay, "KiwiSaverContribution"), employer);
+        EXPECT_EQ(wages(pay, "ESCTDeductions"), esct);
+        EXPECT_EQ(wages(pay, "TakeHome"), wages(pay, "TotalTaxable") - paye - loan - kiwiSaver);
+        expectTotalsFollowLines(pay);
+    };
+    // 7,500 x 19.1%; 12% of 7,500; 3% = 225.00; ESCT 17.5% of 225 = 39.375, cut.
+    expectPay(143250, 90000, 22500, 22500, 3937);
+
+    // Two units of it typed on the wage screen: $15,000, grossed up $44,328, the same band.
+    ASSERT_EQ(cli({QStringLiteral("edit"), QString::number(pay), QStringLiteral("1"), QStringLiteral("0"),
+                   QStringLiteral("2"), QStringLiteral("2")})
+                  .exitCode,
+              0);
+    EXPECT_EQ(wages(pay, "TotalTaxable"), 1500000);
+    expectPay(286500, 180000, 45000, 45000, 7875);
+    // Three: $22,500, grossed up $51,828, the 30% band: 31.6%.
+    ASSERT_EQ(cli({QStringLiteral("edit"), QString::number(pay), QStringLiteral("1"), QStringLiteral("0"),
+                   QStringLiteral("2"), QStringLiteral("3")})
+                  .exitCode,
+              0);
+    expectPay(711000, 270000, 67500, 67500, 11812);
+    EXPECT_EQ(figure(QStringLiteral("SELECT t.Taxname = 'Extra pay' FROM TaxDetails d JOIN TaxTypes t ON "
+                                    "t.TaxTypeID = d.TaxTypeID WHERE d.WageID = %1")
+                         .arg(pay)),
+              100);
+}
+
+TEST_F(PayTaxItemsTest, AnExtraPaysRedundancyPartStaysOutOfKiwiSaverAfterAnEdit) {
+    // Inland Revenue's redundancy example ($7,500 on M SL fortnightly $1,128, no levy): PAYE $1,312.50.
+    // A redundancy payment is not salary and wages for KiwiSaver.
+    const qint32 id = addEmployee(QStringLiteral("048130046"), QStringLiteral("M SL"), QStringLiteral("fortnightly"),
+                                  QStringLiteral("29328"),
+                                  {QStringLiteral("--kiwisaver"), QStringLiteral("3"),
+                                   QStringLiteral("--employer-kiwisaver"), QStringLiteral("3")});
+    addPay(id, QStringLiteral("2024-09-13"));
+    addPay(id, QStringLiteral("2024-09-27"));
+    const qint64 extraPayType = figure(QStringLiteral("SELECT TaxTypeID FROM TaxTypes WHERE Taxname = 'Extra pay'")) / 100;
+    const qint64 paymentName = figure(QStringLiteral("SELECT min(PaymentNameID) FROM PaymentNames")) / 100;
+    const CliResult made = cli({QStringLiteral("one-off"), QString::number(id), QStringLiteral("2024-09-28"),
+                                QStringLiteral("7500"), QString::number(paymentName), QString::number(extraPayType),
+                                QStringLiteral("--not-liable-for-levy"), QStringLiteral("7500")});
+    ASSERT_EQ(made.exitCode, 0) << made.err.toStdString();
+    const qint32 pay = made.out.section(QStringLiteral("\"WageID\": "), 1).section(u',', 0, 0).trimmed().toInt();
+    EXPECT_EQ(wages(pay, "PAYE"), 131250);
+    EXPECT_EQ(deduction(pay, "Student Loan"), 90000);
+    EXPECT_EQ(deduction(pay, "KiwiSaver"), 0);
+    expectTotalsFollowLines(pay);
+    // Doubled on the wage screen: $15,000 of which $7,500 is the redundancy payment. Grossed up $44,328:
+    // 17.5% of all of it, the levy on the $7,500 liable; KiwiSaver on the liable $7,500 alone.
+    ASSERT_EQ(cli({QStringLiteral("edit"), QString::number(pay), QStringLiteral("1"), QStringLiteral("0"),
+                   QStringLiteral("2"), QStringLiteral("2")})
+                  .exitCode,
+              0);
+    EXPECT_EQ(wages(pay, "PAYE"), 262500 + 12000);
+    EXPECT_EQ(deduction(pay, "Student Loan"), 180000);
+    EXPECT_EQ(deduction(pay, "KiwiSaver"), 22500);
+    EXPECT_EQ(figure(QStringLiteral("SELECT Total(Contributions) FROM ContributionDetails WHERE WageID = %1").arg(pay)),
+              22500);
+    expectTotalsFollowLines(pay);
+    commit(pay, QStringLiteral("2024-09-28"));
+    const QList<QStringList> ei = paydayFile(QStringLiteral("2024-09-28"));
+    ASSERT_EQ(ei.size(), 2);
+    EXPECT_EQ(ei[1][12], QStringLiteral("750000")); // the part not liable for the levy kept
+}
+
 } // namespace
 } // namespace qltest
