@@ -7,6 +7,7 @@
 #include "payengine/AppContext.h"
 #include "payengine/Contributions.h"
 #include "payengine/Deductions.h"
+#include "payengine/PayTaxFigures.h"
 #include "payengine/PayView.h"
 #include "runtime/Convert.h"
 #include "runtime/Format.h"
@@ -201,7 +202,15 @@ void fillPaySlip(PayView& form, const QString& payeName, PaySlipRows& rs, SlipCa
     captions.show(QStringLiteral("lblTotalTaxable"), Format(QVariant(running), QStringLiteral("Fixed")));
 
     const Currency paye = taxOfPay(wageID);
-    AddPaySlipRec(rs, payeName, {}, {}, {}, Format(QVariant::fromValue(-paye), kFixed));
+    // The pay's PAYE is already less the payroll giving credit: the slip shows the tax before it and
+    // the credit, so the employee sees what the donations gave back.
+    const Currency credit = paye > Currency() ? LoadPayTaxFigures(App().WageDatabase, wageID).givingCredit : Currency();
+    if (credit > Currency()) {
+        AddPaySlipRec(rs, payeName, {}, {}, {}, Format(QVariant::fromValue(-(paye + credit)), kFixed));
+        AddPaySlipRec(rs, QStringLiteral("Payroll Giving Credit"), {}, {}, {}, Format(QVariant::fromValue(credit), kFixed));
+    } else {
+        AddPaySlipRec(rs, payeName, {}, {}, {}, Format(QVariant::fromValue(-paye), kFixed));
+    }
     running = lessCurrency(running, paye);
     captions.show(QStringLiteral("lblPaye"), Format(QVariant::fromValue(paye), QStringLiteral("currency")));
 

@@ -154,6 +154,19 @@ TEST_F(PayTaxItemsTest, PayrollGivingIsALineAndItsCreditComesOffThePaye) {
     EXPECT_EQ(wages(pay, "PAYE"), paye - credit);
     expectTotalsFollowLines(pay);
 
+    // The payslip: the PAYE before the credit, the credit, the net they leave, and the take-home.
+    const CliResult slip = cli({QStringLiteral("payslip"), QString::number(pay)});
+    ASSERT_EQ(slip.exitCode, 0) << slip.err.toStdString();
+    auto slipLine = [&](const char* name, qint64 amount) {
+        return QStringLiteral("[\"%1\", \"\", \"\", \"\", \"%2\"]")
+            .arg(QLatin1String(name), QString::number(double(amount) / 100.0, 'f', 2));
+    };
+    EXPECT_TRUE(slip.out.contains(slipLine("PAYE", -paye))) << slip.out.toStdString();
+    EXPECT_TRUE(slip.out.contains(slipLine("Payroll Giving Credit", credit))) << slip.out.toStdString();
+    EXPECT_TRUE(slip.out.contains(slipLine("Net", gross - paye + credit))) << slip.out.toStdString();
+    EXPECT_TRUE(slip.out.contains(slipLine("Take Home Pay", wages(pay, "TakeHome")))) << slip.out.toStdString();
+    EXPECT_EQ(wages(pay, "TakeHome"), 70572); // the casebook's pay less all its deductions
+
     commit(pay, QStringLiteral("2024-08-07"));
     const QList<QStringList> ei = paydayFile(QStringLiteral("2024-08-07"));
     ASSERT_EQ(ei.size(), 2);
