@@ -6,6 +6,7 @@
 #include "data/Database.h"
 #include "data/RoundCurrency.h"
 #include "payengine/EmployeeTaxItems.h"
+#include "payengine/TaxItemOptions.h"
 #include "payengine/TaxYear.h"
 #include "frame/SettingGetters.h"
 #include "staff/EmployeeCsv.h"
@@ -46,13 +47,10 @@ struct TaxOptions {
 };
 
 QStringList takeTaxOptions(const QStringList& args, TaxOptions& taken) {
-    static const QStringList names = {QStringLiteral("esct-rate"), QStringLiteral("child-support"),
-                                      QStringLiteral("payroll-giving"), QStringLiteral("sl-special-rate"),
-                                      QStringLiteral("sl-extra"), QStringLiteral("sl-commissioner-rate")};
     QStringList rest;
     for (int i = 0; i < args.size(); ++i) {
         const QString key = args.at(i).startsWith(QStringLiteral("--")) ? args.at(i).mid(2) : QString();
-        if (names.contains(key)) {
+        if (ql::FindTaxItemOption(key)) {
             if (i + 1 >= args.size()) throw cli::CliUsageError();
             for (const auto& v : taken.values)
                 if (v.first == key) throw cli::CliUsageError();
@@ -64,40 +62,11 @@ QStringList takeTaxOptions(const QStringList& args, TaxOptions& taken) {
     return rest;
 }
 
-ql::Currency amountOption(const QString& label, const QString& text) {
-    bool ok = false;
-    text.trimmed().toDouble(&ok);
-    if (!ok) throw cli::CliFailure(QStringLiteral("%1: \"%2\" is not an amount.").arg(label, text.trimmed()));
-    return ql::RoundCurrency(text.trimmed());
-}
-
-qint32 rateOption(const QString& label, const QString& text) {
-    qint32 rate = 0;
-    if (!ql::ParseRatePercent(text.trimmed(), rate))
-        throw cli::CliFailure(
-            QStringLiteral("%1: \"%2\" is not a rate from 0 to 100 per cent.").arg(label, text.trimmed()));
-    return rate;
-}
-
 // The items with the options applied; refused (nothing written) when one is wrong. The ESCT rate is
 // set for the tax year in force today, as the employee editor sets it.
 ql::EmployeeTaxItems applyTaxOptions(ql::Database& wage, ql::EmployeeTaxItems items, const TaxOptions& o) {
     qint32 esct = -1;
-    for (const auto& [key, value] : o.values) {
-        if (key == QLatin1String("esct-rate"))
-            esct = rateOption(QStringLiteral("ESCT rate"), value);
-        else if (key == QLatin1String("child-support"))
-            items.childSupport = amountOption(QStringLiteral("Child support"), value);
-        else if (key == QLatin1String("payroll-giving"))
-            items.payrollGiving = amountOption(QStringLiteral("Payroll giving"), value);
-        else if (key == QLatin1String("sl-special-rate"))
-            items.slSpecialRate = rateOption(QStringLiteral("Student loan special rate"), value);
-        else if (key == QLatin1String("sl-extra"))
-            items.slExtra = amountOption(QStringLiteral("Student loan extra deductions"), value);
-        else if (key == QLatin1String("sl-commissioner-rate"))
-            items.slCommissionerRate = rateOption(QStringLiteral("Student loan commissioner's rate"), value);
-    }
-    const QString problem = ql::EmployeeTaxItemsProblem(items);
+    const QString problem = ql::ApplyTaxItemValues(items, esct, o.values);
     if (!problem.isEmpty()) throw cli::CliFailure(problem);
     if (esct >= 0) ql::SetEsctRate(wage, items, esct, QDate::currentDate());
     return items;

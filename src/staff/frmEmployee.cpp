@@ -2,6 +2,8 @@
 #include "EmployeeFields.h"
 #include "EmployeeStore.h"
 #include "StaffLookups.h"
+#include "AccessKeys.h"
+#include "TaxItemsWidget.h"
 #include "data/Database.h"
 #include "frame/SettingGetters.h"
 #include "runtime/VbError.h"
@@ -18,18 +20,6 @@
 namespace ql {
 
 namespace {
-
-// Captions with an access key each: the first letter of the caption not yet taken by another.
-QString withAccessKey(const QString& caption, QString& taken) {
-    for (int i = 0; i < caption.size(); ++i) {
-        const QChar c = caption.at(i).toLower();
-        if (c.isLetter() && !taken.contains(c)) {
-            taken += c;
-            return caption.left(i) + u'&' + caption.mid(i) + u':';
-        }
-    }
-    return caption + u':';
-}
 
 QComboBox* combo(QWidget* parent, const QStringList& items, bool editable) {
     auto* c = new QComboBox(parent);
@@ -86,7 +76,7 @@ EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent),
         }
         w->setObjectName(QStringLiteral("txt_") + EmployeeColumnName(f.option));
         w->setAccessibleName(f.label);
-        auto* label = new QLabel(withAccessKey(f.label, taken), this);
+        auto* label = new QLabel(WithAccessKey(f.label, taken), this);
         label->setBuddy(w);
         const int column = i < half ? 0 : 2;
         row = i < half ? i : i - half;
@@ -97,6 +87,9 @@ EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent),
     // The tab order follows the columns: down the first, then down the second.
     for (int i = 1; i < fields.size(); ++i)
         setTabOrder(m_fields.value(fields.at(i - 1).option), m_fields.value(fields.at(i).option));
+    // The tax items come after the fields, in the tab order too, with the access keys left over.
+    m_taxItems = new TaxItemsWidget(taken, this);
+    if (!fields.isEmpty()) setTabOrder(m_fields.value(fields.last().option), m_taxItems->firstField());
     lblProblems = new QLabel(this);
     lblProblems->setObjectName(QStringLiteral("lblProblems"));
     lblProblems->setAccessibleName(QStringLiteral("Problems"));
@@ -106,6 +99,7 @@ EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent),
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(grid);
+    layout->addWidget(m_taxItems);
     layout->addWidget(lblProblems);
 }
 
@@ -124,6 +118,7 @@ void EmployeePanel::load(const EmployeeDetails& details) {
             e->setText(value);
         }
     }
+    m_taxItems->load(m_wage, details.EmployeeID);
     lblProblems->hide();
 }
 
@@ -138,6 +133,7 @@ void EmployeePanel::showProblems(const QString& text, const QString& firstOption
     lblProblems->setText(text);
     lblProblems->show();
     if (QWidget* w = m_fields.value(firstOption)) w->setFocus();
+    else if (QWidget* box = m_taxItems->field(firstOption)) box->setFocus();
 }
 
 bool EmployeePanel::save() {
@@ -164,10 +160,18 @@ bool EmployeePanel::save() {
         showProblems(ProblemText(problems), problems.first().option);
         return false;
     }
+    // The tax items are checked before anything is written, as on the command line.
+    QString taxOption;
+    const QString taxProblem = m_taxItems->problem(taxOption);
+    if (!taxProblem.isEmpty()) {
+        showProblems(taxProblem, taxOption);
+        return false;
+    }
     try {
         Database farm;
         farm.open(DataFileName());
         const qint32 id = SaveEmployee(m_wage, farm, d);
+        m_taxItems->save(m_wage, id);
         m_details = LoadEmployee(m_wage, farm, id);
     } catch (const VbError& e) {
         showProblems(e.description(), QString());

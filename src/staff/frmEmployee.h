@@ -12,6 +12,7 @@ class QLabel;
 namespace ql {
 
 class Database;
+class TaxItemsWidget;
 
 class EmployeePanel : public QWidget {
     Q_OBJECT
@@ -31,6 +32,7 @@ private:
     EmployeeDetails m_details;
     QHash<QString, QWidget*> m_fields;
     QLabel* lblProblems = nullptr;
+    TaxItemsWidget* m_taxItems = nullptr;
 };
 
 class frmEmployee : public QDialog {
