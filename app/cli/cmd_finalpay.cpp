@@ -33,37 +33,9 @@ int finalPay(const QStringList& args, QTextStream& out) {
         name = session.employeeName(employeeID);
     }
     if (addTo > 0) cli::RecalculatePay(addTo);
-    QJsonObject j;
+    QJsonObject j = cli::finalPayJson(r);
     j.insert(QStringLiteral("EmployeeID"), employeeID);
     j.insert(QStringLiteral("Name"), name);
-    j.insert(QStringLiteral("LastDay"), cli::isoDate(lastDay));
-    j.insert(QStringLiteral("OWP"), cli::money(r.owp.amount));
-    j.insert(QStringLiteral("AWE"), cli::money(r.awe.amount));
-    j.insert(QStringLiteral("AnnualWeeksUntaken"), r.entitledWeeksUntaken);
-    j.insert(QStringLiteral("SinceAnniversary"), cli::isoDate(r.lastAnniversary));
-    j.insert(QStringLiteral("GrossSinceAnniversary"), cli::money(r.grossSinceAnniversary));
-    j.insert(QStringLiteral("PaidAsYouGo"), cli::money(r.paidAsYouGo));
-    j.insert(QStringLiteral("DailyRate"), cli::money(r.dailyRate));
-    j.insert(QStringLiteral("DailyRateUsed"), r.dailyRateUsed);
-    j.insert(QStringLiteral("AlternativeHolidays"), r.alternativeHolidays);
-    QJsonArray holidays;
-    for (const QDate& d : r.publicHolidays)
-        holidays << cli::isoDate(d);
-    j.insert(QStringLiteral("PublicHolidays"), holidays);
-    QJsonArray lines;
-    for (const FinalPayLine& l : r.lines) {
-        QJsonObject lj;
-        lj.insert(QStringLiteral("component"), l.component);
-        lj.insert(QStringLiteral("caption"), l.caption);
-        lj.insert(QStringLiteral("units"), l.units);
-        lj.insert(QStringLiteral("rate"), cli::money(l.rate));
-        lj.insert(QStringLiteral("amount"), cli::money(l.amount));
-        lj.insert(QStringLiteral("working"), l.working);
-        lines << lj;
-    }
-    j.insert(QStringLiteral("Lines"), lines);
-    j.insert(QStringLiteral("Total"), cli::money(r.total));
-    j.insert(QStringLiteral("Notes"), QJsonArray::fromStringList(r.notes));
     if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
     cli::printJson(out, j);
     return 0;
