@@ -143,12 +143,14 @@ int payDays(const QStringList& args, QTextStream& out) {
 }
 
 // holiday-terms EMPLOYEE_ID [--pay-as-you-go yes|no] [--minimum-wage adult|starting-out|training]
-//               [--daily-pay automatic|relevant|average] [--region NAME]
+//               [--daily-pay automatic|relevant|average] [--region NAME] [--continuous yes|no]
+//               [--penal-rate R]
 int holidayTerms(const QStringList& args, QTextStream& out) {
     if (args.isEmpty()) throw cli::CliUsageError();
     const int employeeID = cli::wholeArgument(args.at(0));
     const auto o = cli::holidayOptions(args, 1, {QStringLiteral("pay-as-you-go"), QStringLiteral("minimum-wage"),
-                                                 QStringLiteral("daily-pay"), QStringLiteral("region")});
+                                                 QStringLiteral("daily-pay"), QStringLiteral("region"),
+                                                 QStringLiteral("continuous"), QStringLiteral("penal-rate")});
     cli::HolidaySession session;
     ql::Database& wage = session.wage();
     requireEmployee(wage, employeeID);
@@ -185,6 +187,18 @@ int holidayTerms(const QStringList& args, QTextStream& out) {
             throw cli::CliFailure(QStringLiteral("\"%1\" is not a region with an anniversary day. The regions are: %2.")
                                       .arg(v, HolidayRegions().join(QStringLiteral(", "))));
     }
+    if (o.contains(QStringLiteral("continuous"))) {
+        const QString v = o.value(QStringLiteral("continuous"));
+        if (v != QLatin1String("yes") && v != QLatin1String("no")) throw cli::CliUsageError();
+        t.continuous = v == QLatin1String("yes");
+    }
+    if (o.contains(QStringLiteral("penal-rate"))) {
+        bool ok = false;
+        const float v = o.value(QStringLiteral("penal-rate")).toFloat(&ok);
+        if (!ok || v < 0 || v > 5)
+            throw cli::CliFailure(QStringLiteral("The penal rate is a multiple of the hourly rate from 0 (none) to 5."));
+        t.penalRate = v;
+    }
     if (!o.isEmpty()) SetTerms(wage, employeeID, t);
     QJsonObject j;
     j.insert(QStringLiteral("EmployeeID"), employeeID);
@@ -192,6 +206,8 @@ int holidayTerms(const QStringList& args, QTextStream& out) {
     j.insert(QStringLiteral("MinimumWage"), MinimumWageRateCode(t.minimumWage));
     j.insert(QStringLiteral("DailyPay"), DailyPayCode(t.dailyPay));
     j.insert(QStringLiteral("Region"), t.region.isEmpty() ? QJsonValue() : QJsonValue(t.region));
+    j.insert(QStringLiteral("Continuous"), t.continuous);
+    j.insert(QStringLiteral("PenalRate"), t.penalRate > 0 ? QJsonValue(double(t.penalRate)) : QJsonValue());
     cli::printJson(out, j);
     return 0;
 }
@@ -205,7 +221,7 @@ const cli::CliCommand payDaysCommand("pay-days", "pay-days WAGE_ID [--days N] [-
 const cli::CliCommand holidayTermsCommand(
     "holiday-terms",
     "holiday-terms EMPLOYEE_ID [--pay-as-you-go yes|no] [--minimum-wage adult|starting-out|training] "
-    "[--daily-pay automatic|relevant|average] [--region NAME]",
+    "[--daily-pay automatic|relevant|average] [--region NAME] [--continuous yes|no] [--penal-rate R]",
     holidayTerms);
 
 } // namespace

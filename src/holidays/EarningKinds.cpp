@@ -159,6 +159,11 @@ void EnsureHolidayTables(Database& wage) {
         " AlternativeID INTEGER PRIMARY KEY AUTOINCREMENT,"
         " EmployeeID LONG REFERENCES Employees(EmployeeID) ON DELETE CASCADE,"
         " EarnedOn DATETIME, TakenOn DATETIME, PaidOut DATETIME, Comments TEXT(255));"));
+    // Terms added since: whether the employment is continuous, and a penal rate for public holidays worked.
+    if (!hasColumn(wage, QStringLiteral("HolidayTerms"), QStringLiteral("Continuous")))
+        wage.execute(QStringLiteral("ALTER TABLE HolidayTerms ADD COLUMN Continuous YESNO"));
+    if (!hasColumn(wage, QStringLiteral("HolidayTerms"), QStringLiteral("PenalRate")))
+        wage.execute(QStringLiteral("ALTER TABLE HolidayTerms ADD COLUMN PenalRate SINGLE"));
 }
 
 EarningKind NameKind(Database& wage, const QString& table, qint32 id) {

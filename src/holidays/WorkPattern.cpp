@@ -99,7 +99,8 @@ HolidayTerms TermsOf(Database& wage, qint32 employeeID) {
     ensureRegion(wage);
     HolidayTerms t;
     const QVariantList row = wage.firstRow(
-        QStringLiteral("SELECT PayAsYouGo, MinimumWageRate, DailyPay, Region FROM HolidayTerms WHERE EmployeeID = %1")
+        QStringLiteral("SELECT PayAsYouGo, MinimumWageRate, DailyPay, Region, Continuous, PenalRate FROM HolidayTerms "
+                       "WHERE EmployeeID = %1")
             .arg(employeeID));
     if (row.isEmpty()) return t;
     t.payAsYouGo = !IsNull(row.at(0)) && CBool(row.at(0));
@@ -110,15 +111,17 @@ HolidayTerms TermsOf(Database& wage, qint32 employeeID) {
     for (DailyPayChoice c : {DailyPayChoice::Automatic, DailyPayChoice::Relevant, DailyPayChoice::Average})
         if (dp == DailyPayCode(c)) t.dailyPay = c;
     t.region = IsNull(row.at(3)) ? QString() : row.at(3).toString();
+    t.continuous = IsNull(row.at(4)) || CBool(row.at(4));
+    t.penalRate = IsNull(row.at(5)) ? 0.0f : CSng(row.at(5));
     return t;
 }
 
 void SetTerms(Database& wage, qint32 employeeID, const HolidayTerms& t) {
     ensureRegion(wage);
     wage.execute(QStringLiteral("INSERT OR REPLACE INTO HolidayTerms (EmployeeID, PayAsYouGo, MinimumWageRate, "
-                                "DailyPay, Region) VALUES (?, ?, ?, ?, ?)"),
+                                "DailyPay, Region, Continuous, PenalRate) VALUES (?, ?, ?, ?, ?, ?, ?)"),
                  {employeeID, t.payAsYouGo ? 1 : 0, MinimumWageRateCode(t.minimumWage), DailyPayCode(t.dailyPay),
-                  t.region});
+                  t.region, t.continuous ? 1 : 0, double(t.penalRate)});
 }
 
 PayDays PayDaysOf(Database& wage, qint32 wageID) {

@@ -36,6 +36,12 @@ struct HolidayTerms {
     MinimumWageRate minimumWage = MinimumWageRate::Adult;
     DailyPayChoice dailyPay = DailyPayChoice::Automatic;
     QString region; // anniversary day's region; empty: national holidays only
+    // False for casual or intermittent work, where each engagement stands alone: sick, bereavement and
+    // family violence leave then come only from the hours test.
+    bool continuous = true;
+    // A multiple of the hourly rate that the employment agreement pays for work on a public holiday
+    // (for example 2 for double time); 0 when it gives none.
+    float penalRate = 0;
 };
 
 HolidayTerms TermsOf(Database& wage, qint32 employeeID);

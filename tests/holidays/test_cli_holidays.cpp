@@ -129,3 +129,27 @@ TEST_F(CliHolidaysTest, KindsOfEarningsCanBeChanged) {
     json({"earning-kinds", "--set", "payment", "2", "overtime-sometimes"}, 1);
     EXPECT_TRUE(last.err.contains(QStringLiteral("is not a kind of earnings")));
 }
+
+TEST_F(CliHolidaysTest, SickBereavementAndFamilyViolenceLeaveShowWhatIsDue) {
+    addPays();
+    QJsonObject o = json({"leave-pay", "1", "bereavement", "--from", "2026-12-07", "--days", "3", "--relation", "other"});
+    QJsonObject e = o.value("Entitlement").toObject();
+    EXPECT_TRUE(e.value("Entitled").toBool());
+    EXPECT_EQ(e.value("Relation").toString(), QStringLiteral("other"));
+    EXPECT_DOUBLE_EQ(e.value("AvailableDays").toDouble(), 1.0);
+    EXPECT_TRUE(e.value("BeyondEntitlement").toBool());
+    EXPECT_TRUE(e.value("Basis").toString().startsWith(QStringLiteral("six months' current continuous employment")));
+    o = json({"leave-pay", "1", "family-violence", "--from", "2026-12-07", "--days", "2"});
+    e = o.value("Entitlement").toObject();
+    EXPECT_DOUBLE_EQ(e.value("AvailableDays").toDouble(), 10.0);
+    EXPECT_FALSE(e.value("BeyondEntitlement").toBool());
+    // Casual work: the hours test decides, from the pays' hours.
+    json({"holiday-terms", "1", "--continuous", "no"});
+    EXPECT_FALSE(last.out.contains(QStringLiteral("\"Continuous\": true")));
+    o = json({"leave-pay", "1", "sick", "--from", "2026-12-07", "--days", "1"});
+    e = o.value("Entitlement").toObject();
+    EXPECT_FALSE(e.value("Entitled").toBool()); // five weeks of pays are not six months
+    EXPECT_TRUE(e.value("HoursTest").toString().contains(QStringLiteral("not met"))) << e.value("HoursTest").toString().toStdString();
+    json({"leave-pay", "1", "sick", "--from", "2026-12-07", "--days", "1", "--relation", "close"}, 1);
+    EXPECT_TRUE(last.err.contains(QStringLiteral("for bereavement leave only")));
+}
