@@ -154,6 +154,9 @@ int leavePay(const QStringList& args, QTextStream& out) {
     if (r.workedHours > 0) {
         j.insert(QStringLiteral("WorkedHours"), double(r.workedHours));
         j.insert(QStringLiteral("WorkedPay"), cli::money(r.workedPay));
+        j.insert(QStringLiteral("TimeAndAHalf"), cli::money(r.timeAndAHalf));
+        j.insert(QStringLiteral("PenalRate"), r.penalRate > 0 ? QJsonValue(double(r.penalRate)) : QJsonValue());
+        j.insert(QStringLiteral("PenalPay"), r.penalRate > 0 ? cli::money(r.penalPay) : QJsonValue());
         j.insert(QStringLiteral("AlternativeHolidayEarned"), r.alternativeEarned);
     }
     if (r.checked) {

@@ -186,16 +186,30 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
                 continue;
             }
             if (workedHours > 0) {
-                // Worked: time and a half of what the hours earn, and an alternative holiday.
+                // Worked: the greater of time and a half of the part of relevant daily pay the hours
+                // earn and the agreement's penal rate for them, and an alternative holiday.
                 r.workedHours = workedHours;
                 const Currency hourly = r.rdp.available && r.rdp.hours > 0 ? r.rdp.hourlyRate : e.payRate;
-                r.workedPay = ToCents(Currency::fromDouble(hourly.toDouble() * double(workedHours) * 1.5));
+                const double portion = hourly.toDouble() * double(workedHours);
+                r.timeAndAHalf = ToCents(Currency::fromDouble(portion * 1.5));
+                r.penalRate = terms.penalRate;
+                r.penalPay = ToCents(Currency::fromDouble(portion * double(terms.penalRate)));
+                const bool penal = r.penalPay > r.timeAndAHalf;
+                r.workedPay = penal ? r.penalPay : r.timeAndAHalf;
                 r.alternativeEarned = true;
                 r.dayList << LeaveDay{d, r.workedPay,
-                                      h->name + QStringLiteral(": worked, time and a half and an alternative holiday")};
+                                      h->name + (penal ? QStringLiteral(": worked, the penal rate and an alternative holiday")
+                                                       : QStringLiteral(": worked, time and a half and an alternative holiday"))};
                 total += r.workedPay;
-                r.rateUsed = QStringLiteral("time and a half");
-                r.rate = Currency::fromDouble(hourly.toDouble() * 1.5);
+                r.rateUsed = penal ? QStringLiteral("penal rate") : QStringLiteral("time and a half");
+                r.rate = Currency::fromDouble(hourly.toDouble() * (penal ? double(terms.penalRate) : 1.5));
+                if (terms.penalRate > 0)
+                    r.notes << QStringLiteral("Worked %1 hours at %2 an hour: time and a half %3, the penal rate (x%4) %5; "
+                                              "the greater is paid.")
+                                   .arg(double(workedHours), 0, 'f', 2)
+                                   .arg(ToCents(hourly).toFixed4().chopped(2), r.timeAndAHalf.toFixed4().chopped(2))
+                                   .arg(double(terms.penalRate), 0, 'f', 2)
+                                   .arg(r.penalPay.toFixed4().chopped(2));
                 continue;
             }
             const DailyRate rdp = RelevantDailyPay(e, EffectivePattern(wage, employeeID, d), d);

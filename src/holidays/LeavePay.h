@@ -38,7 +38,10 @@ struct LeavePayResult {
     QList<LeaveDay> dayList;
     // Worked on a public holiday: the hours at time and a half and whether an alternative holiday is earned.
     float workedHours = 0;
-    Currency workedPay;
+    Currency workedPay;     // the greater of the two below
+    Currency timeAndAHalf;  // the hours' part of relevant daily pay, plus half again
+    Currency penalPay;      // the hours at the agreement's penal rate; 0 when it gives none
+    float penalRate = 0;
     bool alternativeEarned = false;
     // Sick, bereavement and family violence leave: what the Act gives on the first day.
     bool checked = false;      // false for the other kinds
