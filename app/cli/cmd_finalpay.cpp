@@ -5,6 +5,9 @@
 #include "holidays/Entitlements.h"
 #include "holidays/FinalPay.h"
 #include "holidays/LeaveLiability.h"
+#include "holidays/LeaveLiabilityReport.h"
+#include "frame/SettingGetters.h"
+#include "reports/paint/ReportPdf.h"
 #include "runtime/VbError.h"
 #include <QJsonArray>
 #include <QJsonObject>
@@ -41,25 +44,36 @@ int finalPay(const QStringList& args, QTextStream& out) {
     return 0;
 }
 
-// leave-liability YYYY-MM-DD [--csv]
+// leave-liability YYYY-MM-DD [--csv | --pdf FILE]
 int leaveLiability(const QStringList& args, QTextStream& out) {
-    if (args.isEmpty() || args.size() > 2) throw cli::CliUsageError();
+    if (args.isEmpty() || args.size() > 3) throw cli::CliUsageError();
     const QDate day = cli::isoDateArgument(args.at(0));
     const bool csv = args.size() == 2;
     if (csv && args.at(1) != QLatin1String("--csv")) throw cli::CliUsageError();
+    const bool pdf = args.size() == 3;
+    if (pdf && args.at(1) != QLatin1String("--pdf")) throw cli::CliUsageError();
     cli::HolidaySession session;
     Liability l;
     try {
         l = LeaveLiabilityOn(session.wage(), day);
+        ql::Database farm;
+        farm.open(ql::DataFileName());
+        NameLiabilityRows(session.wage(), farm, l);
     } catch (const ql::VbError& e) {
         throw cli::CliFailure(e.description());
     }
-    for (LiabilityRow& r : l.rows) {
-        const QString n = session.employeeName(r.employeeID);
-        if (!n.isEmpty()) r.name = n;
-    }
     if (csv) {
         out << LiabilityCsv(l);
+        return 0;
+    }
+    if (pdf) {
+        int pages = 0;
+        try {
+            pages = ql::WriteReportPdf(LeaveLiabilityReport(l, ql::Firm()), args.at(2));
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+        out << args.at(2) << QStringLiteral(": %1 employees, %2 pages\n").arg(l.rows.size()).arg(pages);
         return 0;
     }
     QJsonArray rows;
@@ -121,7 +135,9 @@ int alternativeHolidays(const QStringList& args, QTextStream& out) {
 }
 
 const cli::CliCommand finalPayCommand("final-pay", "final-pay EMPLOYEE_ID YYYY-MM-DD [--add-to WAGE_ID]", finalPay);
-const cli::CliCommand leaveLiabilityCommand("leave-liability", "leave-liability YYYY-MM-DD [--csv]", leaveLiability);
+// The printed form needs a painter on text, so the command runs with a (screenless) GUI application.
+const cli::CliCommand leaveLiabilityCommand("leave-liability", "leave-liability YYYY-MM-DD [--csv | --pdf FILE]",
+                                            leaveLiability, true);
 const cli::CliCommand alternativeHolidaysCommand(
     "alternative-holidays",
     "alternative-holidays EMPLOYEE_ID [--earned YYYY-MM-DD | --taken YYYY-MM-DD | --paid-out YYYY-MM-DD]",

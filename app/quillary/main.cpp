@@ -1,6 +1,7 @@
 // The desktop program: the suite's menu starts it with a title on its command line, or through the
 // session bus (bus activation), where ReadySetGo gives the title.
 #include "WireMenusAndOneOff.h"
+#include "WireHolidays.h"
 #include "WireStaff.h"
 #include "frame/Messages.h"
 #include "frame/QtDialogs.h"
@@ -66,6 +67,7 @@ int main(int argc, char** argv) {
         auto f = std::make_unique<ql::WageMainForm>();
         ql::TitleMenuBar* bar = ql::wireMenusAndOneOff(*f->widget()); // title menus, one-off pay, rebates
         ql::wireStaff(*f->widget(), bar);                              // employer and employees
+        ql::wireHolidays(*f->widget(), bar);                           // the leave liability
         return f;
     });
 

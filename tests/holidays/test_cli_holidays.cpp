@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 
 using namespace qltest;
 
@@ -152,4 +153,24 @@ TEST_F(CliHolidaysTest, SickBereavementAndFamilyViolenceLeaveShowWhatIsDue) {
     EXPECT_TRUE(e.value("HoursTest").toString().contains(QStringLiteral("not met"))) << e.value("HoursTest").toString().toStdString();
     json({"leave-pay", "1", "sick", "--from", "2026-12-07", "--days", "1", "--relation", "close"}, 1);
     EXPECT_TRUE(last.err.contains(QStringLiteral("for bereavement leave only")));
+}
+
+TEST_F(CliHolidaysTest, TheLiabilityIsPrintedAsAPdfReport) {
+    const QString file = docs->path() + QStringLiteral("/liability.pdf");
+    const CliResult r = runCli({"leave-liability", "2026-11-20", "--pdf", file}, docs->path());
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    EXPECT_EQ(r.out.trimmed(), file + QStringLiteral(": 5 employees, 1 pages"));
+    QProcess text;
+    text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
+    ASSERT_TRUE(text.waitForFinished(30000));
+    const QString printed = QString::fromUtf8(text.readAllStandardOutput());
+    EXPECT_TRUE(printed.contains(QStringLiteral("Leave Liability at 20 Nov 2026"))) << printed.toStdString();
+    EXPECT_TRUE(printed.contains(QStringLiteral("Testington, Aroha"))) << printed.toStdString();
+    // The report's total is the CSV's.
+    const CliResult csv = runCli({"leave-liability", "2026-11-20", "--csv"}, docs->path());
+    const QString total = csv.out.trimmed().section(u',', -1);
+    EXPECT_TRUE(printed.contains(total)) << total.toStdString();
+    const CliResult bad = runCli({"leave-liability", "2026-11-20", "--pdf", "/no/such/folder/x.pdf"}, docs->path());
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_TRUE(bad.err.contains(QStringLiteral("cannot be written")));
 }
