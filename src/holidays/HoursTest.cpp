@@ -13,6 +13,12 @@ std::vector<double> dailyHours(const QList<PayRecord>& pays, const QDate& from, 
     std::vector<double> h(std::size_t(from.daysTo(to) + 1), 0.0);
     for (const PayRecord& p : pays) {
         if (p.end < from || p.start > to) continue;
+        if (!p.dayHours.isEmpty()) {
+            // Hours entered day by day stand where they were worked.
+            for (auto it = p.dayHours.constBegin(); it != p.dayHours.constEnd(); ++it)
+                if (it.key() >= from && it.key() <= to) h[std::size_t(from.daysTo(it.key()))] += double(it.value());
+            continue;
+        }
         const double hours = p.hoursEntered ? double(*p.hoursEntered) : double(p.lineHours);
         const qint64 length = p.start.daysTo(p.end) + 1;
         if (hours <= 0 || length <= 0) continue;

@@ -19,7 +19,8 @@ Currency upToCent(Currency c) {
 
 // The parts of the period between changes of the rate, the hours shared out by the usual hours of
 // each day (each calendar day alike when the usual week has none in the period).
-void splitAtRateChanges(Database& wage, MinimumWageCheck& c, MinimumWageRate kind) {
+void splitAtRateChanges(Database& wage, MinimumWageCheck& c, MinimumWageRate kind,
+                        const QMap<QDate, float>& dayHours) {
     c.parts.clear();
     QList<QDate> starts{c.periodStart};
     for (const MinimumWageRates& r : MinimumWageHistory())
@@ -33,7 +34,18 @@ void splitAtRateChanges(Database& wage, MinimumWageCheck& c, MinimumWageRate kin
     QList<double> weights;
     double total = 0;
     bool byPattern = true;
-    for (int pass = 0; pass < 2; ++pass) {
+    if (!dayHours.isEmpty()) {
+        // The hours entered for each day fall in their own part.
+        for (int i = 0; i < starts.size(); ++i) {
+            const QDate to = i + 1 < starts.size() ? starts.at(i + 1).addDays(-1) : c.periodEnd;
+            double w = 0;
+            for (auto it = dayHours.constBegin(); it != dayHours.constEnd(); ++it)
+                if (it.key() >= starts.at(i) && it.key() <= to) w += double(it.value());
+            weights << w;
+            total += w;
+        }
+    }
+    for (int pass = 0; pass < 2 && total <= 0; ++pass) {
         weights.clear();
         total = 0;
         for (int i = 0; i < starts.size(); ++i) {
@@ -53,7 +65,9 @@ void splitAtRateChanges(Database& wage, MinimumWageCheck& c, MinimumWageRate kin
         if (total > 0) break;
         byPattern = false;
     }
-    c.hoursShared = byPattern ? QStringLiteral("by the usual hours of each day") : QStringLiteral("by calendar days");
+    c.hoursShared = !dayHours.isEmpty() && total > 0 ? QStringLiteral("by the hours entered for each day")
+                    : byPattern                     ? QStringLiteral("by the usual hours of each day")
+                                                    : QStringLiteral("by calendar days");
     for (int i = 0; i < starts.size(); ++i) {
         const QDate to = i + 1 < starts.size() ? starts.at(i + 1).addDays(-1) : c.periodEnd;
         const double hours = double(c.hours) * weights.at(i) / total;
@@ -125,7 +139,7 @@ MinimumWageCheck CheckMinimumWage(Database& wage, qint32 wageID) {
     const MinimumWageRate kind = TermsOf(wage, c.employeeID).minimumWage;
     c.rateKind = MinimumWageRateCode(kind);
     c.hourlyMinimum = MinimumHourlyRate(c.periodEnd, kind);
-    splitAtRateChanges(wage, c, kind);
+    splitAtRateChanges(wage, c, kind, pay->dayHours);
     double minimum = 0;
     for (const MinimumWagePart& part : c.parts)
         minimum += part.minimum.toDouble();

@@ -129,9 +129,28 @@ PayDays PayDaysOf(Database& wage, qint32 wageID) {
     PayDays d;
     const QVariantList row =
         wage.firstRow(QStringLiteral("SELECT DaysWorked, HoursWorked FROM HolidayPayDays WHERE WageID = %1").arg(wageID));
-    if (row.isEmpty()) return d;
-    if (!IsNull(row.at(0))) d.days = CSng(row.at(0));
-    if (!IsNull(row.at(1))) d.hours = CSng(row.at(1));
+    if (!row.isEmpty()) {
+        if (!IsNull(row.at(0))) d.days = CSng(row.at(0));
+        if (!IsNull(row.at(1))) d.hours = CSng(row.at(1));
+    }
+    auto rs = wage.openRecordset(
+        QStringLiteral("SELECT WorkDate, Hours FROM HolidayPayDayHours WHERE WageID = %1 ORDER BY WorkDate").arg(wageID),
+        RecordsetType::Snapshot);
+    for (; !rs->EOF_(); rs->MoveNext()) {
+        const QVariant v = rs->value(0);
+        const QDate day = !IsNull(v) && IsDate(v) ? CDate(v) : QDate();
+        if (day.isValid() && !IsNull(rs->value(1))) d.perDay.insert(day, CSng(rs->value(1)));
+    }
+    rs->Close();
+    if (!d.perDay.isEmpty()) {
+        float days = 0, hours = 0;
+        for (float h : d.perDay) {
+            if (h > 0) ++days;
+            hours += h;
+        }
+        d.days = days;
+        d.hours = hours;
+    }
     return d;
 }
 
@@ -139,6 +158,10 @@ void SetPayDays(Database& wage, qint32 wageID, const PayDays& d) {
     EnsureHolidayTables(wage);
     wage.execute(QStringLiteral("INSERT OR REPLACE INTO HolidayPayDays (WageID, DaysWorked, HoursWorked) VALUES (?, ?, ?)"),
                  {wageID, d.days ? QVariant(*d.days) : QVariant(), d.hours ? QVariant(*d.hours) : QVariant()});
+    wage.execute(QStringLiteral("DELETE FROM HolidayPayDayHours WHERE WageID = %1").arg(wageID));
+    for (auto it = d.perDay.constBegin(); it != d.perDay.constEnd(); ++it)
+        wage.execute(QStringLiteral("INSERT INTO HolidayPayDayHours (WageID, WorkDate, Hours) VALUES (?, ?, ?)"),
+                     {wageID, it.key().toString(Qt::ISODate), double(it.value())});
 }
 
 } // namespace ql::holidays

@@ -4,6 +4,7 @@
 #include "data/Database.h"
 #include <QDate>
 #include <QList>
+#include <QMap>
 #include <QString>
 #include <array>
 #include <optional>
@@ -50,10 +51,12 @@ void SetTerms(Database& wage, qint32 employeeID, const HolidayTerms& terms);
 QString MinimumWageRateCode(MinimumWageRate r);
 QString DailyPayCode(DailyPayChoice c);
 
-// The days and hours a pay says were worked, when the user entered them.
+// The days and hours a pay says were worked, when the user entered them. Hours entered for single days
+// of the pay's period give the pay's days (those with hours) and hours.
 struct PayDays {
     std::optional<float> days;
     std::optional<float> hours;
+    QMap<QDate, float> perDay;
 };
 PayDays PayDaysOf(Database& wage, qint32 wageID);
 void SetPayDays(Database& wage, qint32 wageID, const PayDays& d);

@@ -174,3 +174,26 @@ TEST_F(CliHolidaysTest, TheLiabilityIsPrintedAsAPdfReport) {
     EXPECT_EQ(bad.exitCode, 1);
     EXPECT_TRUE(bad.err.contains(QStringLiteral("cannot be written")));
 }
+
+TEST_F(CliHolidaysTest, HoursAreEnteredForSingleDaysOfAPay) {
+    addPays(); // pay 5: 21 to 27 November 2026
+    QJsonObject o = json({"pay-days", "5", "--day", "2026-11-23=10", "--day", "2026-11-24=9.5", "--day", "2026-11-25=0"});
+    EXPECT_DOUBLE_EQ(o.value("DaysWorked").toDouble(), 2.0);
+    EXPECT_DOUBLE_EQ(o.value("HoursWorked").toDouble(), 19.5);
+    ASSERT_EQ(o.value("PerDay").toArray().size(), 3);
+    EXPECT_EQ(o.value("PerDay").toArray().at(1).toObject().value("date").toString(), QStringLiteral("2026-11-24"));
+    // The minimum wage check reads them.
+    EXPECT_DOUBLE_EQ(json({"minimum-wage", "5"}).value("Hours").toDouble(), 19.5);
+    json({"pay-days", "5", "--day", "2026-11-30=8"}, 1);
+    EXPECT_TRUE(last.err.contains(QStringLiteral("2026-11-30 is not in the period of pay 5 (2026-11-21 to 2026-11-27)")))
+        << last.err.toStdString();
+    json({"pay-days", "5", "--day", "2026-11-23=25"}, 1);
+    EXPECT_TRUE(last.err.contains(QStringLiteral("is not a number of hours from 0 to 24")));
+    json({"pay-days", "5", "--hours", "40"}, 1);
+    EXPECT_TRUE(last.err.contains(QStringLiteral("has hours for single days")));
+    // Nothing of the refused commands was written.
+    EXPECT_DOUBLE_EQ(json({"pay-days", "5"}).value("HoursWorked").toDouble(), 19.5);
+    o = json({"pay-days", "5", "--clear-days", "--hours", "40"});
+    EXPECT_TRUE(o.value("PerDay").toArray().isEmpty());
+    EXPECT_DOUBLE_EQ(o.value("HoursWorked").toDouble(), 40.0);
+}
