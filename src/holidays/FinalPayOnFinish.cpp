@@ -17,10 +17,12 @@ namespace {
 VbError refusal(const QString& text) { return VbError(5, QStringLiteral("FinalPay"), text); }
 
 // A wage screen of its own standing on the employee, as the pay run uses one; the program's own
-// screen is put back when it goes.
+// screen, and the employee and pay it shows, are put back when it goes.
 class FinishScreen {
 public:
-    explicit FinishScreen(qint32 employeeID) : m_previous(App().WageForm) {
+    explicit FinishScreen(qint32 employeeID)
+        : m_previous(App().WageForm), m_employee(App().CurrentEmployee), m_employeeID(App().CurrentEmployeeID),
+          m_addressID(App().CurrentAddressID), m_wageID(App().CurrentWageID) {
         AppContext& app = App();
         FillEmployeeArray();
         app.WageForm = &m_screen;
@@ -32,7 +34,14 @@ public:
         }
         m_index = index;
     }
-    ~FinishScreen() { App().WageForm = m_previous; }
+    ~FinishScreen() {
+        AppContext& app = App();
+        app.WageForm = m_previous;
+        app.CurrentEmployee = m_employee;
+        app.CurrentEmployeeID = m_employeeID;
+        app.CurrentAddressID = m_addressID;
+        app.CurrentWageID = m_wageID;
+    }
     FinishScreen(const FinishScreen&) = delete;
     FinishScreen& operator=(const FinishScreen&) = delete;
     bool onRoster() const { return m_index >= 0; }
@@ -54,6 +63,8 @@ public:
 private:
     WageScreen m_screen;
     PayView* m_previous;
+    decltype(AppContext::CurrentEmployee) m_employee;
+    qint32 m_employeeID, m_addressID, m_wageID;
     int m_index = -1;
 };
 

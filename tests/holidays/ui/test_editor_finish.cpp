@@ -42,7 +42,10 @@ TEST_F(EditorFinishTest, SavingAFinishDateMakesTheFinalPayAndShowsItsWorking) {
     ASSERT_NE(finish, nullptr);
     EXPECT_FALSE(finish->accessibleName().isEmpty());
     finish->setText(QStringLiteral("25/11/2026"));
+    context.CurrentEmployeeID = 2; // the ledger shows another employee meanwhile
     ASSERT_TRUE(editor.panel()->save());
+    // The final pay's own screen leaves the ledger's employee as it was.
+    EXPECT_EQ(context.CurrentEmployeeID, 2);
     ASSERT_FALSE(dialogs.calls.isEmpty());
     const QString shown = dialogs.calls.last().message;
     EXPECT_TRUE(shown.contains(QStringLiteral("Pay 5, not yet committed, covers the last day"))) << shown.toStdString();
