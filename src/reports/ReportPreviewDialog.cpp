@@ -31,6 +31,11 @@ std::function<void(QDialog*)>& shownHook() {
     return h;
 }
 
+ReportActionsFor& screenActions() {
+    static ReportActionsFor a;
+    return a;
+}
+
 QString askPath(QWidget* parent, const QString& suggested) {
     QFileDialog dialog(parent, QStringLiteral("Save PDF"), suggested,
                        QStringLiteral("PDF files (*.pdf)"));
@@ -50,6 +55,14 @@ PdfPathChooser setPdfPathChooser(PdfPathChooser c) {
     PdfPathChooser previous = chooser();
     chooser() = std::move(c);
     return previous;
+}
+
+void setReportScreenActions(ReportActionsFor actions) {
+    screenActions() = std::move(actions);
+}
+
+QList<PreviewAction> reportScreenActions(const PreparedReport& report) {
+    return screenActions() ? screenActions()(report) : QList<PreviewAction>{};
 }
 
 void setPreviewShownHook(std::function<void(QDialog*)> hook) {
