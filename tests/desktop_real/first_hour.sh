@@ -2,7 +2,7 @@
 # A new user's first hour with the real desktop program on the demo farm, on an 800x600 screen without
 # a window manager, by key presses alone: a backup from Tools; the Email Settings pointed at a local
 # SMTP server; the demo week paid from the Pay Run button with one confirmation, its five payslips
-# emailed; a committed pay's payslip previewed, saved as PDF and emailed from the preview; F1 showing
+# emailed, its payday files window; a committed pay's payslip previewed, saved as PDF and emailed from the preview; the history; F1 showing
 # the program's own help (no browser here); the backup restored from Tools. Every window it meets must
 # lie wholly on the screen. With QUILLARY_SHOTS set to a folder, each step is kept there as a PNG.
 #   first_hour.sh QUILLARY QUILLARY_CLI
@@ -91,6 +91,13 @@ if [ "${1:-}" = "--inside" ]; then
     focus "$account"
     press Return
     focus "$run"
+    press alt+f # Payday files of the run
+    files=$(window '^Payday Files$') || fail_step "no Payday Files window"
+    shot 08b-payday-files "$files"
+    focus "$files"
+    press Escape
+    gone '^Payday Files$' || fail_step "Payday Files did not close"
+    focus "$run"
     press alt+c # Close
     gone '^Pay Run$' || fail_step "the pay run did not close"
 
@@ -134,6 +141,15 @@ if [ "${1:-}" = "--inside" ]; then
     focus "$reports"
     press alt+b # Back
     gone '^Reports$' || fail_step "the report screen did not close"
+
+    # The history of the shown employee.
+    focus "$main"
+    press alt+q
+    history=$(window '^History$') || fail_step "no history window"
+    shot 14b-history "$history"
+    focus "$history"
+    press Escape
+    gone '^History$' || fail_step "the history did not close"
 
     # F1: the program's own help, no browser being there.
     focus "$main"
