@@ -2,9 +2,10 @@
 # A new user's first hour with the real desktop program on the demo farm, on an 800x600 screen without
 # a window manager, by key presses alone: a backup from Tools; the Email Settings pointed at a local
 # SMTP server; the demo week paid from the Pay Run button with one confirmation, its five payslips
-# emailed, its payday files window; a committed pay's payslip previewed, saved as PDF and emailed from the preview; the history; F1 showing
-# the program's own help (no browser here); the backup restored from Tools. Every window it meets must
-# lie wholly on the screen. With QUILLARY_SHOTS set to a folder, each step is kept there as a PNG.
+# emailed, its Payday Files window; a committed pay's payslip previewed, saved as PDF and emailed from
+# the preview; the history; F1 showing the program's own help (no browser here); the backup restored
+# from Tools. Every window it meets must lie wholly on the screen. With QUILLARY_SHOTS set to a
+# folder, each step is kept there as a PNG.
 #   first_hour.sh QUILLARY QUILLARY_CLI
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
