@@ -2,7 +2,9 @@
 // never in the settings file; QUILLARY_SMTP_PASSWORD wins for scripts; without a keyring the settings
 // screen and the command line say where the password comes from instead.
 #include "CliRunner.h"
+#include "SmtpSink.h"
 #include "TestEnv.h"
+#include "data/Database.h"
 #include "frame/Messages.h"
 #include "frame/ScriptedDialogs.h"
 #include "frame/SettingGetters.h"
@@ -27,7 +29,7 @@ protected:
     void SetUp() override {
         ql::setDialogs(&dialogs);
         qunsetenv("QUILLARY_SMTP_PASSWORD");
-        ASSERT_EQ(runCli({QStringLiteral("init")}, docs->path()).exitCode, 0);
+        ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs->path()).exitCode, 0);
         server.host = QStringLiteral("smtp.example.com");
         server.port = 587;
         server.security = QStringLiteral("starttls");
@@ -105,6 +107,39 @@ TEST_F(SecretServiceTest, TheSettingsScreenKeepsATypedPasswordInTheKeyring) {
         d.accept();
     }
     EXPECT_EQ(ql::ReadKeyringPassword(server), QStringLiteral("tui-7-tieke"));
+    ASSERT_EQ(ql::StoreKeyringPassword(server, QString()), QString());
+}
+
+TEST_F(SecretServiceTest, TheKeptPasswordLogsInToTheMailServer) {
+    ASSERT_EQ(ql::KeyringProblem(), QString());
+    SmtpSink sink(docs->path() + QStringLiteral("/inbox"), server.user + QStringLiteral(":hoiho-9-kaka"));
+    ASSERT_GT(sink.port, 0) << "the local SMTP server did not start";
+    server.host = QStringLiteral("127.0.0.1");
+    server.port = sink.port;
+    server.security = QStringLiteral("none");
+    ql::SaveMailSettings(server);
+    ASSERT_EQ(runCli({QStringLiteral("pay-run"), QStringLiteral("2026-11-06"), QStringLiteral("--commit")},
+                     docs->path())
+                  .exitCode,
+              0);
+    ql::Database wage;
+    wage.open(ql::WageFileName());
+    const QString wageID = wage.scalar(QStringLiteral("SELECT min(WageID) FROM Wages")).toString();
+    wage.close();
+
+    // A wrong password kept: the server refuses it, and the command says so.
+    ASSERT_EQ(ql::StoreKeyringPassword(server, QStringLiteral("wrong")), QString());
+    CliResult r = runCli({QStringLiteral("payslip"), wageID, QStringLiteral("--email")}, docs->path());
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.err.contains(QStringLiteral("did not take it"))) << r.err.toStdString();
+    EXPECT_EQ(sink.received(0), 0);
+
+    // The right one: the slip goes through, logged in as the user.
+    ASSERT_EQ(ql::StoreKeyringPassword(server, QStringLiteral("hoiho-9-kaka")), QString());
+    r = runCli({QStringLiteral("payslip"), wageID, QStringLiteral("--email")}, docs->path());
+    EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
+    ASSERT_EQ(sink.received(1), 1);
+    EXPECT_EQ(sink.text(QStringLiteral("logins")).trimmed(), server.user);
     ASSERT_EQ(ql::StoreKeyringPassword(server, QString()), QString());
 }
 
