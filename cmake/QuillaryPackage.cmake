@@ -8,8 +8,9 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Payroll for small New Zealand employers")
 set(CPACK_DEBIAN_PACKAGE_SECTION "office")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The Qt platform plugins and fonts the window needs at run time are not found from the libraries.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, fonts-dejavu-core")
+# The Qt platform plugins, fonts and the keyring library (loaded when asked for) are not found from
+# the libraries.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, fonts-dejavu-core, libsecret-1-0")
 set(CPACK_PACKAGE_INSTALL_DIRECTORY "quillary")
 set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
 include(CPack)

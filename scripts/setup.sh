@@ -12,6 +12,7 @@ packages=(
     dbus dbus-x11 libglib2.0-bin xvfb xauth xdotool fonts-dejavu-core poppler-utils locales tzdata
     dpkg-dev x11-apps
     libcurl4-openssl-dev python3-aiosmtpd
+    qtkeychain-qt6-dev libsecret-1-0 gnome-keyring libsecret-tools
 )
 
 missing=()

@@ -3,6 +3,7 @@
 #include "frame/Messages.h"
 #include "ledger/Roster.h"
 #include "startup/Startup.h"
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -67,6 +68,39 @@ QHash<QString, QString> holidayOptions(const QStringList& args, int from, const 
 QJsonValue money(ql::Currency c) { return QJsonValue(c.toString().toDouble()); }
 
 QString isoDate(const QDate& d) { return d.isValid() ? d.toString(Qt::ISODate) : QString(); }
+
+QJsonObject finalPayJson(const ql::holidays::FinalPayResult& r) {
+    QJsonObject j;
+    j.insert(QStringLiteral("LastDay"), isoDate(r.lastDay));
+    j.insert(QStringLiteral("OWP"), money(r.owp.amount));
+    j.insert(QStringLiteral("AWE"), money(r.awe.amount));
+    j.insert(QStringLiteral("AnnualWeeksUntaken"), r.entitledWeeksUntaken);
+    j.insert(QStringLiteral("SinceAnniversary"), isoDate(r.lastAnniversary));
+    j.insert(QStringLiteral("GrossSinceAnniversary"), money(r.grossSinceAnniversary));
+    j.insert(QStringLiteral("PaidAsYouGo"), money(r.paidAsYouGo));
+    j.insert(QStringLiteral("DailyRate"), money(r.dailyRate));
+    j.insert(QStringLiteral("DailyRateUsed"), r.dailyRateUsed);
+    j.insert(QStringLiteral("AlternativeHolidays"), r.alternativeHolidays);
+    QJsonArray holidays;
+    for (const QDate& d : r.publicHolidays)
+        holidays << isoDate(d);
+    j.insert(QStringLiteral("PublicHolidays"), holidays);
+    QJsonArray lines;
+    for (const ql::holidays::FinalPayLine& l : r.lines) {
+        QJsonObject lj;
+        lj.insert(QStringLiteral("component"), l.component);
+        lj.insert(QStringLiteral("caption"), l.caption);
+        lj.insert(QStringLiteral("units"), l.units);
+        lj.insert(QStringLiteral("rate"), money(l.rate));
+        lj.insert(QStringLiteral("amount"), money(l.amount));
+        lj.insert(QStringLiteral("working"), l.working);
+        lines << lj;
+    }
+    j.insert(QStringLiteral("Lines"), lines);
+    j.insert(QStringLiteral("Total"), money(r.total));
+    j.insert(QStringLiteral("Notes"), QJsonArray::fromStringList(r.notes));
+    return j;
+}
 
 void printJson(QTextStream& out, const QJsonObject& o) {
     out << QString::fromUtf8(QJsonDocument(o).toJson(QJsonDocument::Indented));

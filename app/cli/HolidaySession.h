@@ -4,6 +4,7 @@
 #include "CliCommand.h"
 #include "data/Database.h"
 #include "frame/ScriptedDialogs.h"
+#include "holidays/FinalPay.h"
 #include "payengine/AppContext.h"
 #include "runtime/Convert.h"
 #include "runtime/Currency.h"
@@ -43,6 +44,8 @@ QHash<QString, QString> holidayOptions(const QStringList& args, int from, const 
 // Money as a JSON number with its exact decimals.
 QJsonValue money(ql::Currency c);
 QString isoDate(const QDate& d);
+// Every figure of a final pay: OWP, AWE, the inputs, each line with its working, the total.
+QJsonObject finalPayJson(const ql::holidays::FinalPayResult& r);
 // Prints the object as indented JSON.
 void printJson(QTextStream& out, const class QJsonObject& o);
 

@@ -2,6 +2,7 @@
 #include "CliCommand.h"
 #include "PaySlipEmail.h"
 #include "ReportCommands.h"
+#include "mail/MailKeyring.h"
 #include "mail/MailSettings.h"
 #include "mail/PaySlipEmail.h"
 #include "data/Database.h"
@@ -33,8 +34,7 @@ namespace {
 QString settingsText(const ql::MailSettings& s) {
     return QStringLiteral("host: %1\nport: %2\nsecurity: %3\nuser: %4\nfrom: %5\npassword: %6\n")
         .arg(s.host, QString::number(s.effectivePort()), s.security, s.user, s.from,
-             ql::MailPassword().isEmpty() ? QStringLiteral("not set (QUILLARY_SMTP_PASSWORD)")
-                                          : QStringLiteral("from QUILLARY_SMTP_PASSWORD"));
+             ql::MailPasswordSource(s));
 }
 
 int emailSettings(const QStringList& args, QTextStream& out) {

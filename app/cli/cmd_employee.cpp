@@ -2,6 +2,7 @@
 // line with the rules of the employee editor. The options are the fields of staff/EmployeeFields.h;
 // a refusal prints its message, exits 1 and writes nothing.
 #include "CliCommand.h"
+#include "HolidaySession.h"
 #include "JsonRows.h"
 #include "data/Database.h"
 #include "data/RoundCurrency.h"
@@ -9,10 +10,14 @@
 #include "payengine/TaxItemOptions.h"
 #include "payengine/TaxYear.h"
 #include "frame/SettingGetters.h"
+#include "holidays/FinalPayOnFinish.h"
 #include "staff/EmployeeCsv.h"
 #include "staff/EmployeeStore.h"
 #include "staff/StaffLookups.h"
 #include "runtime/VbError.h"
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <optional>
 
 namespace {
 
@@ -204,8 +209,31 @@ int finish(const QStringList& args, QTextStream& out) {
     const QDate when = QDate::fromString(args.at(2), Qt::ISODate);
     if (!when.isValid() || args.at(2).size() != 10) throw cli::CliUsageError();
     Databases db;
+    const ql::EmployeeDetails before = ql::LoadEmployee(db.wage, db.farm, id);
+    // The final pay is made while the employee is still on the roster; a date the finish refuses
+    // makes none, and a refused final pay finishes nobody.
+    std::optional<ql::holidays::FinishedPay> made;
+    if (!before.DateFinished.isValid() && before.DateHired.isValid() && when >= before.DateHired) {
+        cli::HolidaySession session;
+        try {
+            made = ql::holidays::MakeFinalPay(id, when);
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+    }
     ql::FinishEmployee(db.wage, db.farm, id, when);
-    out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
+    QString text = json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
+    if (made) {
+        QJsonObject f = cli::finalPayJson(made->result);
+        f.insert(QStringLiteral("Choice"), made->choice);
+        const QString pay = QString::fromUtf8(QJsonDocument(f).toJson(QJsonDocument::Indented)).trimmed();
+        text.chop(3); // "\n}\n"
+        text += QStringLiteral(",\n  \"FinalPayWageID\": %1,\n  \"FinalPayAdded\": %2,\n  \"FinalPay\": %3\n}\n")
+                    .arg(made->wageID > 0 ? QString::number(made->wageID) : QStringLiteral("null"),
+                         made->added ? QStringLiteral("true") : QStringLiteral("false"),
+                         QString(pay).replace(QLatin1Char('\n'), QStringLiteral("\n  ")));
+    }
+    out << text;
     return 0;
 }
 

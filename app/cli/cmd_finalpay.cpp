@@ -5,6 +5,9 @@
 #include "holidays/Entitlements.h"
 #include "holidays/FinalPay.h"
 #include "holidays/LeaveLiability.h"
+#include "holidays/LeaveLiabilityReport.h"
+#include "frame/SettingGetters.h"
+#include "reports/paint/ReportPdf.h"
 #include "runtime/VbError.h"
 #include <QJsonArray>
 #include <QJsonObject>
@@ -33,61 +36,44 @@ int finalPay(const QStringList& args, QTextStream& out) {
         name = session.employeeName(employeeID);
     }
     if (addTo > 0) cli::RecalculatePay(addTo);
-    QJsonObject j;
+    QJsonObject j = cli::finalPayJson(r);
     j.insert(QStringLiteral("EmployeeID"), employeeID);
     j.insert(QStringLiteral("Name"), name);
-    j.insert(QStringLiteral("LastDay"), cli::isoDate(lastDay));
-    j.insert(QStringLiteral("OWP"), cli::money(r.owp.amount));
-    j.insert(QStringLiteral("AWE"), cli::money(r.awe.amount));
-    j.insert(QStringLiteral("AnnualWeeksUntaken"), r.entitledWeeksUntaken);
-    j.insert(QStringLiteral("SinceAnniversary"), cli::isoDate(r.lastAnniversary));
-    j.insert(QStringLiteral("GrossSinceAnniversary"), cli::money(r.grossSinceAnniversary));
-    j.insert(QStringLiteral("PaidAsYouGo"), cli::money(r.paidAsYouGo));
-    j.insert(QStringLiteral("DailyRate"), cli::money(r.dailyRate));
-    j.insert(QStringLiteral("DailyRateUsed"), r.dailyRateUsed);
-    j.insert(QStringLiteral("AlternativeHolidays"), r.alternativeHolidays);
-    QJsonArray holidays;
-    for (const QDate& d : r.publicHolidays)
-        holidays << cli::isoDate(d);
-    j.insert(QStringLiteral("PublicHolidays"), holidays);
-    QJsonArray lines;
-    for (const FinalPayLine& l : r.lines) {
-        QJsonObject lj;
-        lj.insert(QStringLiteral("component"), l.component);
-        lj.insert(QStringLiteral("caption"), l.caption);
-        lj.insert(QStringLiteral("units"), l.units);
-        lj.insert(QStringLiteral("rate"), cli::money(l.rate));
-        lj.insert(QStringLiteral("amount"), cli::money(l.amount));
-        lj.insert(QStringLiteral("working"), l.working);
-        lines << lj;
-    }
-    j.insert(QStringLiteral("Lines"), lines);
-    j.insert(QStringLiteral("Total"), cli::money(r.total));
-    j.insert(QStringLiteral("Notes"), QJsonArray::fromStringList(r.notes));
     if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
     cli::printJson(out, j);
     return 0;
 }
 
-// leave-liability YYYY-MM-DD [--csv]
+// leave-liability YYYY-MM-DD [--csv | --pdf FILE]
 int leaveLiability(const QStringList& args, QTextStream& out) {
-    if (args.isEmpty() || args.size() > 2) throw cli::CliUsageError();
+    if (args.isEmpty() || args.size() > 3) throw cli::CliUsageError();
     const QDate day = cli::isoDateArgument(args.at(0));
     const bool csv = args.size() == 2;
     if (csv && args.at(1) != QLatin1String("--csv")) throw cli::CliUsageError();
+    const bool pdf = args.size() == 3;
+    if (pdf && args.at(1) != QLatin1String("--pdf")) throw cli::CliUsageError();
     cli::HolidaySession session;
     Liability l;
     try {
         l = LeaveLiabilityOn(session.wage(), day);
+        ql::Database farm;
+        farm.open(ql::DataFileName());
+        NameLiabilityRows(session.wage(), farm, l);
     } catch (const ql::VbError& e) {
         throw cli::CliFailure(e.description());
     }
-    for (LiabilityRow& r : l.rows) {
-        const QString n = session.employeeName(r.employeeID);
-        if (!n.isEmpty()) r.name = n;
-    }
     if (csv) {
         out << LiabilityCsv(l);
+        return 0;
+    }
+    if (pdf) {
+        int pages = 0;
+        try {
+            pages = ql::WriteReportPdf(LeaveLiabilityReport(l, ql::Firm()), args.at(2));
+        } catch (const ql::VbError& e) {
+            throw cli::CliFailure(e.description());
+        }
+        out << args.at(2) << QStringLiteral(": %1 employees, %2 pages\n").arg(l.rows.size()).arg(pages);
         return 0;
     }
     QJsonArray rows;
@@ -149,7 +135,9 @@ int alternativeHolidays(const QStringList& args, QTextStream& out) {
 }
 
 const cli::CliCommand finalPayCommand("final-pay", "final-pay EMPLOYEE_ID YYYY-MM-DD [--add-to WAGE_ID]", finalPay);
-const cli::CliCommand leaveLiabilityCommand("leave-liability", "leave-liability YYYY-MM-DD [--csv]", leaveLiability);
+// The printed form needs a painter on text, so the command runs with a (screenless) GUI application.
+const cli::CliCommand leaveLiabilityCommand("leave-liability", "leave-liability YYYY-MM-DD [--csv | --pdf FILE]",
+                                            leaveLiability, true);
 const cli::CliCommand alternativeHolidaysCommand(
     "alternative-holidays",
     "alternative-holidays EMPLOYEE_ID [--earned YYYY-MM-DD | --taken YYYY-MM-DD | --paid-out YYYY-MM-DD]",

@@ -89,7 +89,8 @@ int leavePay(const QStringList& args, QTextStream& out) {
     const LeaveKind kind = LeaveKindFromCode(args.at(1), &ok);
     if (!ok) throw cli::CliUsageError();
     const auto o = cli::holidayOptions(args, 2, {QStringLiteral("from"), QStringLiteral("days"),
-                                                 QStringLiteral("worked-hours"), QStringLiteral("add-to")});
+                                                 QStringLiteral("worked-hours"), QStringLiteral("add-to"),
+                                                 QStringLiteral("relation")});
     if (!o.contains(QStringLiteral("from")) || !o.contains(QStringLiteral("days"))) throw cli::CliUsageError();
     const QDate from = cli::isoDateArgument(o.value(QStringLiteral("from")));
     bool daysOk = false;
@@ -103,12 +104,19 @@ int leavePay(const QStringList& args, QTextStream& out) {
         if (!wOk || worked <= 0 || worked > 24 || kind != LeaveKind::Public)
             throw cli::CliFailure(QStringLiteral("Hours worked are given for a public holiday only, above 0 and up to 24."));
     }
+    bool closeRelative = true;
+    if (o.contains(QStringLiteral("relation"))) {
+        const QString v = o.value(QStringLiteral("relation"));
+        if (kind != LeaveKind::Bereavement || (v != QLatin1String("close") && v != QLatin1String("other")))
+            throw cli::CliFailure(QStringLiteral("The relation is given for bereavement leave only: close or other."));
+        closeRelative = v == QLatin1String("close");
+    }
     const int addTo = o.contains(QStringLiteral("add-to")) ? cli::wholeArgument(o.value(QStringLiteral("add-to"))) : 0;
     LeavePayResult r;
     {
         cli::HolidaySession session;
         try {
-            r = ComputeLeavePay(session.wage(), employeeID, kind, from, days, worked);
+            r = ComputeLeavePay(session.wage(), employeeID, kind, from, days, worked, closeRelative);
             if (addTo > 0) AddLeaveToPay(session.wage(), addTo, employeeID, r);
         } catch (const ql::VbError& e) {
             throw cli::CliFailure(e.description());
@@ -146,7 +154,21 @@ int leavePay(const QStringList& args, QTextStream& out) {
     if (r.workedHours > 0) {
         j.insert(QStringLiteral("WorkedHours"), double(r.workedHours));
         j.insert(QStringLiteral("WorkedPay"), cli::money(r.workedPay));
+        j.insert(QStringLiteral("TimeAndAHalf"), cli::money(r.timeAndAHalf));
+        j.insert(QStringLiteral("PenalRate"), r.penalRate > 0 ? QJsonValue(double(r.penalRate)) : QJsonValue());
+        j.insert(QStringLiteral("PenalPay"), r.penalRate > 0 ? cli::money(r.penalPay) : QJsonValue());
         j.insert(QStringLiteral("AlternativeHolidayEarned"), r.alternativeEarned);
+    }
+    if (r.checked) {
+        QJsonObject e;
+        e.insert(QStringLiteral("Entitled"), r.entitled);
+        e.insert(QStringLiteral("Basis"), r.entitlementBasis);
+        e.insert(QStringLiteral("AvailableDays"), r.availableDays);
+        e.insert(QStringLiteral("BeyondEntitlement"), r.beyondEntitlement);
+        e.insert(QStringLiteral("HoursTest"), r.hoursTest);
+        if (kind == LeaveKind::Bereavement)
+            e.insert(QStringLiteral("Relation"), closeRelative ? QStringLiteral("close") : QStringLiteral("other"));
+        j.insert(QStringLiteral("Entitlement"), e);
     }
     j.insert(QStringLiteral("Notes"), QJsonArray::fromStringList(r.notes));
     if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
@@ -158,7 +180,7 @@ const cli::CliCommand publicHolidaysCommand("public-holidays", "public-holidays 
 const cli::CliCommand leavePayCommand(
     "leave-pay",
     "leave-pay EMPLOYEE_ID annual|public|sick|bereavement|family-violence|alternative --from YYYY-MM-DD --days N "
-    "[--worked-hours H] [--add-to WAGE_ID]",
+    "[--worked-hours H] [--relation close|other] [--add-to WAGE_ID]",
     leavePay);
 
 } // namespace

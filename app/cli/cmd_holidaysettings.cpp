@@ -4,6 +4,7 @@
 #include "CliCommand.h"
 #include "HolidaySession.h"
 #include "holidays/EarningKinds.h"
+#include "holidays/PayHistory.h"
 #include "holidays/PublicHolidays.h"
 #include "holidays/WorkPattern.h"
 #include "runtime/VbError.h"
@@ -121,34 +122,92 @@ std::optional<float> optionalNumber(const QHash<QString, QString>& o, const QStr
     return v;
 }
 
-// pay-days WAGE_ID [--days N] [--hours H]
+// pay-days WAGE_ID [--days N] [--hours H] [--day YYYY-MM-DD=H]... [--clear-days]
 int payDays(const QStringList& args, QTextStream& out) {
     if (args.isEmpty()) throw cli::CliUsageError();
     const int wageID = cli::wholeArgument(args.at(0));
-    const auto o = cli::holidayOptions(args, 1, {QStringLiteral("days"), QStringLiteral("hours")});
+    // --day may come again and again; the other options once each.
+    QStringList rest{args.at(0)};
+    QList<QPair<QDate, QString>> dayHours;
+    bool clear = false;
+    for (int i = 1; i < args.size(); ++i) {
+        if (args.at(i) == QLatin1String("--clear-days")) {
+            clear = true;
+        } else if (args.at(i) == QLatin1String("--day")) {
+            if (i + 1 >= args.size()) throw cli::CliUsageError();
+            const QString v = args.at(++i);
+            const int eq = int(v.indexOf(u'='));
+            if (eq < 0) throw cli::CliUsageError();
+            dayHours << qMakePair(cli::isoDateArgument(v.left(eq)), v.mid(eq + 1));
+        } else {
+            rest << args.at(i);
+        }
+    }
+    const auto o = cli::holidayOptions(rest, 1, {QStringLiteral("days"), QStringLiteral("hours")});
     cli::HolidaySession session;
     ql::Database& wage = session.wage();
-    if (wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE WageID = %1").arg(wageID)).toInt() == 0)
-        throw cli::CliFailure(QStringLiteral("There is no pay %1.").arg(wageID));
+    const QVariantList pay = wage.firstRow(QStringLiteral("SELECT EmployeeID FROM Wages WHERE WageID = %1").arg(wageID));
+    if (pay.isEmpty()) throw cli::CliFailure(QStringLiteral("There is no pay %1.").arg(wageID));
     PayDays d = PayDaysOf(wage, wageID);
+    if (clear) {
+        d.perDay.clear();
+        d.days.reset();
+        d.hours.reset();
+    }
+    if (!dayHours.isEmpty()) {
+        QDate start, end;
+        for (const PayRecord& p : LoadPays(wage, ql::CLng(pay.at(0))))
+            if (p.wageID == wageID) {
+                start = p.start;
+                end = p.end;
+            }
+        for (const auto& [day, text] : dayHours) {
+            bool ok = false;
+            const float h = text.toFloat(&ok);
+            if (!ok || h < 0 || h > 24)
+                throw cli::CliFailure(QStringLiteral("\"%1\" is not a number of hours from 0 to 24.").arg(text));
+            if (day < start || day > end)
+                throw cli::CliFailure(QStringLiteral("%1 is not in the period of pay %2 (%3 to %4).")
+                                          .arg(day.toString(Qt::ISODate))
+                                          .arg(wageID)
+                                          .arg(start.toString(Qt::ISODate), end.toString(Qt::ISODate)));
+            d.perDay.insert(day, h);
+        }
+    }
+    if (!d.perDay.isEmpty() && !o.isEmpty())
+        throw cli::CliFailure(
+            QStringLiteral("Pay %1 has hours for single days: its days and hours come from them.").arg(wageID));
     if (const auto v = optionalNumber(o, QStringLiteral("days"), 366)) d.days = v;
     if (const auto v = optionalNumber(o, QStringLiteral("hours"), 24 * 366)) d.hours = v;
-    if (!o.isEmpty()) SetPayDays(wage, wageID, d);
+    if (!o.isEmpty() || !dayHours.isEmpty() || clear) {
+        SetPayDays(wage, wageID, d);
+        d = PayDaysOf(wage, wageID);
+    }
     QJsonObject j;
     j.insert(QStringLiteral("WageID"), wageID);
     j.insert(QStringLiteral("DaysWorked"), d.days ? QJsonValue(double(*d.days)) : QJsonValue());
     j.insert(QStringLiteral("HoursWorked"), d.hours ? QJsonValue(double(*d.hours)) : QJsonValue());
+    QJsonArray perDay;
+    for (auto it = d.perDay.constBegin(); it != d.perDay.constEnd(); ++it) {
+        QJsonObject dj;
+        dj.insert(QStringLiteral("date"), cli::isoDate(it.key()));
+        dj.insert(QStringLiteral("hours"), double(it.value()));
+        perDay << dj;
+    }
+    j.insert(QStringLiteral("PerDay"), perDay);
     cli::printJson(out, j);
     return 0;
 }
 
 // holiday-terms EMPLOYEE_ID [--pay-as-you-go yes|no] [--minimum-wage adult|starting-out|training]
-//               [--daily-pay automatic|relevant|average] [--region NAME]
+//               [--daily-pay automatic|relevant|average] [--region NAME] [--continuous yes|no]
+//               [--penal-rate R]
 int holidayTerms(const QStringList& args, QTextStream& out) {
     if (args.isEmpty()) throw cli::CliUsageError();
     const int employeeID = cli::wholeArgument(args.at(0));
     const auto o = cli::holidayOptions(args, 1, {QStringLiteral("pay-as-you-go"), QStringLiteral("minimum-wage"),
-                                                 QStringLiteral("daily-pay"), QStringLiteral("region")});
+                                                 QStringLiteral("daily-pay"), QStringLiteral("region"),
+                                                 QStringLiteral("continuous"), QStringLiteral("penal-rate")});
     cli::HolidaySession session;
     ql::Database& wage = session.wage();
     requireEmployee(wage, employeeID);
@@ -185,6 +244,18 @@ int holidayTerms(const QStringList& args, QTextStream& out) {
             throw cli::CliFailure(QStringLiteral("\"%1\" is not a region with an anniversary day. The regions are: %2.")
                                       .arg(v, HolidayRegions().join(QStringLiteral(", "))));
     }
+    if (o.contains(QStringLiteral("continuous"))) {
+        const QString v = o.value(QStringLiteral("continuous"));
+        if (v != QLatin1String("yes") && v != QLatin1String("no")) throw cli::CliUsageError();
+        t.continuous = v == QLatin1String("yes");
+    }
+    if (o.contains(QStringLiteral("penal-rate"))) {
+        bool ok = false;
+        const float v = o.value(QStringLiteral("penal-rate")).toFloat(&ok);
+        if (!ok || v < 0 || v > 5)
+            throw cli::CliFailure(QStringLiteral("The penal rate is a multiple of the hourly rate from 0 (none) to 5."));
+        t.penalRate = v;
+    }
     if (!o.isEmpty()) SetTerms(wage, employeeID, t);
     QJsonObject j;
     j.insert(QStringLiteral("EmployeeID"), employeeID);
@@ -192,6 +263,8 @@ int holidayTerms(const QStringList& args, QTextStream& out) {
     j.insert(QStringLiteral("MinimumWage"), MinimumWageRateCode(t.minimumWage));
     j.insert(QStringLiteral("DailyPay"), DailyPayCode(t.dailyPay));
     j.insert(QStringLiteral("Region"), t.region.isEmpty() ? QJsonValue() : QJsonValue(t.region));
+    j.insert(QStringLiteral("Continuous"), t.continuous);
+    j.insert(QStringLiteral("PenalRate"), t.penalRate > 0 ? QJsonValue(double(t.penalRate)) : QJsonValue());
     cli::printJson(out, j);
     return 0;
 }
@@ -201,11 +274,13 @@ const cli::CliCommand earningKindsCommand("earning-kinds", "earning-kinds [--set
 const cli::CliCommand workPatternCommand(
     "work-pattern", "work-pattern EMPLOYEE_ID [--from YYYY-MM-DD --hours MON,TUE,WED,THU,FRI,SAT,SUN] [--on YYYY-MM-DD]",
     workPattern);
-const cli::CliCommand payDaysCommand("pay-days", "pay-days WAGE_ID [--days N] [--hours H]", payDays);
+const cli::CliCommand payDaysCommand("pay-days",
+                                     "pay-days WAGE_ID [--days N] [--hours H] [--day YYYY-MM-DD=H]... [--clear-days]",
+                                     payDays);
 const cli::CliCommand holidayTermsCommand(
     "holiday-terms",
     "holiday-terms EMPLOYEE_ID [--pay-as-you-go yes|no] [--minimum-wage adult|starting-out|training] "
-    "[--daily-pay automatic|relevant|average] [--region NAME]",
+    "[--daily-pay automatic|relevant|average] [--region NAME] [--continuous yes|no] [--penal-rate R]",
     holidayTerms);
 
 } // namespace

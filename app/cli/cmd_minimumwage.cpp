@@ -2,9 +2,11 @@
 // the pay recalculated as after an edit of its payment lines.
 #include "CliCommand.h"
 #include "HolidaySession.h"
+#include "holidays/LeavePay.h"
 #include "holidays/MinimumWage.h"
 #include "holidays/PayAsYouGo.h"
 #include "runtime/VbError.h"
+#include <QJsonArray>
 #include <QJsonObject>
 #include <cmath>
 
@@ -24,6 +26,18 @@ QJsonObject checkJson(const MinimumWageCheck& c) {
     j.insert(QStringLiteral("Rate"), c.rateKind);
     j.insert(QStringLiteral("HourlyMinimum"), cli::money(c.hourlyMinimum));
     j.insert(QStringLiteral("Minimum"), cli::money(c.minimum));
+    QJsonArray parts;
+    for (const MinimumWagePart& p : c.parts) {
+        QJsonObject pj;
+        pj.insert(QStringLiteral("from"), cli::isoDate(p.from));
+        pj.insert(QStringLiteral("to"), cli::isoDate(p.to));
+        pj.insert(QStringLiteral("hours"), std::round(p.hours * 10000.0) / 10000.0);
+        pj.insert(QStringLiteral("hourlyMinimum"), cli::money(p.hourlyMinimum));
+        pj.insert(QStringLiteral("minimum"), cli::money(ToCents(p.minimum)));
+        parts << pj;
+    }
+    j.insert(QStringLiteral("Parts"), parts);
+    if (!c.hoursShared.isEmpty()) j.insert(QStringLiteral("HoursShared"), c.hoursShared);
     j.insert(QStringLiteral("TopUp"), cli::money(c.topUp));
     j.insert(QStringLiteral("TopUpOnPay"), cli::money(c.existingTopUp));
     j.insert(QStringLiteral("Committed"), c.committed);

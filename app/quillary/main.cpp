@@ -1,10 +1,12 @@
 // The desktop program: the suite's menu starts it with a title on its command line, or through the
 // session bus (bus activation), where ReadySetGo gives the title.
 #include "WireMenusAndOneOff.h"
+#include "WireHolidays.h"
 #include "WireStaff.h"
 #include "frame/Messages.h"
 #include "frame/QtDialogs.h"
 #include "ledger/frmWage.h"
+#include "mail/PaySlipEmailDialog.h"
 #include "payengine/AppContext.h"
 #include "reports/frm_crystal.h"
 #include "runtime/VbError.h"
@@ -62,10 +64,12 @@ int main(int argc, char** argv) {
     ql::installPayeInfoDialog(); // the tax settings dialog that the wage account checks open
     ql::installReportScreens();  // prints show the report screen, its preview and the print dialog
     ql::installPaySlipPrint();   // a commit's "Generate pay slip" prints the report's payslip
+    ql::installPaySlipEmailAction(); // the payslip's preview offers Email
     ql::setMainFormFactory([] {
         auto f = std::make_unique<ql::WageMainForm>();
         ql::TitleMenuBar* bar = ql::wireMenusAndOneOff(*f->widget()); // title menus, one-off pay, rebates
         ql::wireStaff(*f->widget(), bar);                              // employer and employees
+        ql::wireHolidays(*f->widget(), bar);                           // the leave liability
         return f;
     });
 

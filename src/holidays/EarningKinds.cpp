@@ -152,6 +152,9 @@ void EnsureHolidayTables(Database& wage) {
         "CREATE TABLE IF NOT EXISTS HolidayPayDays ("
         " WageID LONG PRIMARY KEY REFERENCES Wages(WageID) ON DELETE CASCADE,"
         " DaysWorked SINGLE, HoursWorked SINGLE);"
+        "CREATE TABLE IF NOT EXISTS HolidayPayDayHours ("
+        " WageID LONG REFERENCES Wages(WageID) ON DELETE CASCADE, WorkDate DATETIME, Hours SINGLE,"
+        " PRIMARY KEY (WageID, WorkDate));"
         "CREATE TABLE IF NOT EXISTS HolidayTerms ("
         " EmployeeID LONG PRIMARY KEY REFERENCES Employees(EmployeeID) ON DELETE CASCADE,"
         " PayAsYouGo YESNO, MinimumWageRate TEXT(20), DailyPay TEXT(20), Region TEXT(40));"
@@ -159,6 +162,11 @@ void EnsureHolidayTables(Database& wage) {
         " AlternativeID INTEGER PRIMARY KEY AUTOINCREMENT,"
         " EmployeeID LONG REFERENCES Employees(EmployeeID) ON DELETE CASCADE,"
         " EarnedOn DATETIME, TakenOn DATETIME, PaidOut DATETIME, Comments TEXT(255));"));
+    // Terms added since: whether the employment is continuous, and a penal rate for public holidays worked.
+    if (!hasColumn(wage, QStringLiteral("HolidayTerms"), QStringLiteral("Continuous")))
+        wage.execute(QStringLiteral("ALTER TABLE HolidayTerms ADD COLUMN Continuous YESNO"));
+    if (!hasColumn(wage, QStringLiteral("HolidayTerms"), QStringLiteral("PenalRate")))
+        wage.execute(QStringLiteral("ALTER TABLE HolidayTerms ADD COLUMN PenalRate SINGLE"));
 }
 
 EarningKind NameKind(Database& wage, const QString& table, qint32 id) {

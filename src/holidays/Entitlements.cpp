@@ -1,5 +1,6 @@
 #include "Entitlements.h"
 #include "EarningKinds.h"
+#include "HoursTest.h"
 #include "PayHistory.h"
 #include "WorkPattern.h"
 #include "data/Recordset.h"
@@ -82,13 +83,15 @@ AnnualBalance AnnualBalanceOn(Database& wage, qint32 employeeID, const QDate& da
 }
 
 SickBalance SickBalanceOn(Database& wage, qint32 employeeID, const QDate& day) {
-    const Employee e = LoadEmployee(wage, employeeID);
+    const LeaveEntitlement ent = EntitlementOn(wage, employeeID, day);
     SickBalance b;
-    b.firstEntitled = e.hired.addMonths(6);
+    b.firstEntitled = ent.grants.isEmpty() ? QDate() : ent.grants.first();
+    b.basis = ent.basis;
+    b.hoursTest = ent.lastTest.to.isValid() ? ent.lastTest.working() : QString();
     const QList<LedgerRow> taken = takenRows(wage, employeeID, kSickLeave, day);
     double balance = 0;
     int next = 0;
-    for (QDate grant = b.firstEntitled; grant <= day; grant = grant.addYears(1)) {
+    for (const QDate& grant : ent.grants) {
         // Days taken before this grant come off the balance first.
         for (; next < taken.size() && taken.at(next).from < grant; ++next) {
             balance -= taken.at(next).days;
@@ -102,6 +105,33 @@ SickBalance SickBalanceOn(Database& wage, qint32 employeeID, const QDate& day) {
         b.takenDays += taken.at(next).days;
     }
     b.balanceDays = balance;
+    return b;
+}
+
+FamilyViolenceBalance FamilyViolenceBalanceOn(Database& wage, qint32 employeeID, const QDate& day) {
+    const LeaveEntitlement ent = EntitlementOn(wage, employeeID, day);
+    FamilyViolenceBalance b;
+    b.basis = ent.basis;
+    if (!ent.entitled()) return b;
+    b.yearFrom = ent.lastGrant();
+    const QVariant taken = wage.scalar(
+        QStringLiteral("SELECT sum(d.DetailHours) FROM PaymentDetails d JOIN PaymentNames n ON n.PaymentNameID = "
+                       "d.PaymentNameID JOIN Wages w ON w.WageID = d.WageID WHERE w.EmployeeID = %1 AND n.EarningKind "
+                       "= '%2' AND w.Date >= '%3' AND w.Date <= '%4'")
+            .arg(employeeID)
+            .arg(KindCode(EarningKind::FamilyViolenceLeavePay), b.yearFrom.toString(Qt::ISODate),
+                 day.addDays(-1).toString(Qt::ISODate)));
+    b.takenDays = IsNull(taken) ? 0.0 : CDbl(taken);
+    b.balanceDays = std::max(0.0, 10.0 - b.takenDays);
+    return b;
+}
+
+BereavementEntitlement BereavementOn(Database& wage, qint32 employeeID, const QDate& day, bool closeRelative) {
+    const LeaveEntitlement ent = EntitlementOn(wage, employeeID, day);
+    BereavementEntitlement b;
+    b.entitled = ent.entitled();
+    b.basis = ent.basis;
+    b.days = b.entitled ? (closeRelative ? 3 : 1) : 0;
     return b;
 }
 

@@ -11,9 +11,33 @@ namespace {
 
 QString money2(Currency c) { return ToCents(c).toFixed4().chopped(2); }
 
+const QString kAnnual = QStringLiteral("Annual holidays not taken");
+const QString kEight = QStringLiteral("Holiday pay 8% since the last anniversary");
+const QString kAlternative = QStringLiteral("Alternative holidays not taken");
+const QString kPublic = QStringLiteral("Public holidays within the untaken holidays");
+
+// What earlier final-pay lines on the pay add to its gross earnings.
+Currency earlierFinalLines(Database& wage, qint32 wageID) {
+    QStringList quoted;
+    for (const QString& c : FinalPayCaptions())
+        quoted << QStringLiteral("'%1'").arg(QString(c).replace(QLatin1Char('\''), QStringLiteral("''")));
+    const QVariant v = wage.scalar(QStringLiteral("SELECT sum(d.Payment) FROM PaymentDetails d JOIN PaymentNames n ON "
+                                                  "n.PaymentNameID = d.PaymentNameID WHERE d.WageID = %1 AND "
+                                                  "n.PayUnitname IN (%2) AND n.EarningKind IN ('annual-leave', "
+                                                  "'alternative-holiday', 'public-holiday')")
+                                       .arg(wageID)
+                                       .arg(quoted.join(QLatin1Char(','))));
+    return IsNull(v) ? Currency() : CCur(v);
+}
+
 } // namespace
 
-FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& lastDay) {
+const QStringList& FinalPayCaptions() {
+    static const QStringList captions{kAnnual, kEight, kAlternative, kPublic};
+    return captions;
+}
+
+FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& lastDay, qint32 finalWageID) {
     const Employee e = LoadEmployee(wage, employeeID);
     if (lastDay < e.hired)
         throw VbError(5, QStringLiteral("FinalPay"),
@@ -37,7 +61,7 @@ FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& l
     if (r.entitledWeeksUntaken > 0) {
         FinalPayLine l;
         l.component = QStringLiteral("annual-holidays");
-        l.caption = QStringLiteral("Annual holidays not taken");
+        l.caption = kAnnual;
         l.kind = EarningKind::AnnualLeavePay;
         l.units = r.entitledWeeksUntaken;
         l.rate = weekly;
@@ -53,7 +77,8 @@ FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& l
     // 8% of the gross earnings since the last anniversary, less what was paid as you go in that time.
     const QDate since = r.lastAnniversary;
     for (const PayRecord& p : pays)
-        if (p.end >= since && p.end <= lastDay) r.grossSinceAnniversary += p.gross;
+        if (p.wageID == finalWageID || (p.end >= since && p.end <= lastDay)) r.grossSinceAnniversary += p.gross;
+    if (finalWageID > 0) r.grossSinceAnniversary -= earlierFinalLines(wage, finalWageID);
     const QVariant payg = wage.scalar(
         QStringLiteral("SELECT sum(d.Payment) FROM PaymentDetails d JOIN PaymentNames n ON n.PaymentNameID = "
                        "d.PaymentNameID JOIN Wages w ON w.WageID = d.WageID WHERE w.EmployeeID = %1 AND "
@@ -73,7 +98,7 @@ FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& l
     if (eight > Currency()) {
         FinalPayLine l;
         l.component = QStringLiteral("eight-percent");
-        l.caption = QStringLiteral("Holiday pay 8% since the last anniversary");
+        l.caption = kEight;
         l.kind = EarningKind::AnnualLeavePay;
         l.units = 1;
         l.rate = eight;
@@ -97,7 +122,7 @@ FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& l
     if (r.alternativeHolidays > 0) {
         FinalPayLine l;
         l.component = QStringLiteral("alternative-holidays");
-        l.caption = QStringLiteral("Alternative holidays not taken");
+        l.caption = kAlternative;
         l.kind = EarningKind::AlternativeHolidayPay;
         l.units = r.alternativeHolidays;
         l.rate = ToCents(r.dailyRate);
@@ -121,7 +146,7 @@ FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& l
     if (!r.publicHolidays.isEmpty()) {
         FinalPayLine l;
         l.component = QStringLiteral("public-holidays");
-        l.caption = QStringLiteral("Public holidays within the untaken holidays");
+        l.caption = kPublic;
         l.kind = EarningKind::PublicHolidayPay;
         l.units = r.publicHolidays.size();
         l.rate = ToCents(r.dailyRate);

@@ -8,6 +8,7 @@
 #include "LeavePay.h"
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace ql::holidays {
 
@@ -38,7 +39,12 @@ struct FinalPayResult {
     QStringList notes;
 };
 
-FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& lastDay);
+// finalWageID: the pay that will carry the lines. Its own earnings count in the 8% whatever its date
+// (it may end after the last day), and lines already put on it by an earlier run never do.
+FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& lastDay, qint32 finalWageID = 0);
+
+// The captions of the final pay's lines, one per component.
+const QStringList& FinalPayCaptions();
 
 // Puts each line on an uncommitted pay of the employee (replacing lines of the same payment names).
 // Refuses (VbError) a committed pay or a pay of another employee.

@@ -1,5 +1,9 @@
 #include "HolidayPayWidget.h"
 #include "LeaveWorking.h"
+#include "leave/LeaveScreen.h"
+#include "leave/basLeave.h"
+#include "runtime/Convert.h"
+#include "runtime/DateFns.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "payengine/AppContext.h"
@@ -89,6 +93,17 @@ void HolidayPayWidget::chooseLeave(int ledgerLeaveType, const QDate& from, doubl
             if (kKinds[i] == *kind) m_kind->setCurrentIndex(i);
     if (from.isValid()) m_from->setDate(from);
     if (days > 0) m_days->setValue(days);
+}
+
+void HolidayPayWidget::followLedgerRow(const LeaveScreen& ledger, int row) {
+    if (row < 0 || row >= ledger.LeaveArray.rowCount() || ledger.CurrentLeaveTypeID <= 0) return;
+    const QVariant from = ledger.cellValue(row, leave::DateFrom);
+    const QVariant days = ledger.cellValue(row, leave::Days);
+    // In lieu counts hours, not days: the panel keeps its days for an alternative holiday.
+    const double dayCount =
+        ledger.CurrentLeaveTypeID == leave::InLieu || IsNull(days) || !IsNumeric(days) ? 0.0 : CDbl(days);
+    chooseLeave(ledger.CurrentLeaveTypeID, !IsNull(from) && IsDate(from) ? CDate(from) : QDate(), dayCount);
+    workOut();
 }
 
 void HolidayPayWidget::workOut() {

@@ -11,12 +11,17 @@ class QPushButton;
 
 namespace ql {
 
+class LeaveScreen;
+
 class HolidayPayWidget : public QWidget {
     Q_OBJECT
 public:
     explicit HolidayPayWidget(QWidget* parent = nullptr);
     // Chooses the leave kind of a ledger kind (1 to 5) and the leave of a ledger row.
     void chooseLeave(int ledgerLeaveType, const QDate& from, double days);
+    // Chooses the leave of a row of the ledger's open page and works it out; a row beyond the ledger's
+    // rows (the add-new row) leaves the panel as it is.
+    void followLedgerRow(const LeaveScreen& ledger, int row);
     // Works the chosen leave out for the current employee and shows it.
     void workOut();
     // The "Add leave to this pay" button's work; false when refused (the message was shown).

@@ -1,5 +1,6 @@
 #include "LeavePay.h"
 #include "Entitlements.h"
+#include "HoursTest.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
 #include <algorithm>
@@ -46,6 +47,54 @@ Currency dailyRate(const DailyRate& rdp, const DailyRate& adp, DailyPayChoice ch
     return Currency();
 }
 
+// Sick, bereavement and family violence leave against what the Act gives on the first day: noted, not
+// refused, since an employer may give more (sick leave in advance, a longer bereavement).
+void checkEntitlement(Database& wage, qint32 employeeID, LeaveKind kind, const QDate& from, double days,
+                      bool closeRelative, LeavePayResult& r) {
+    r.checked = true;
+    QString what;
+    if (kind == LeaveKind::Sick) {
+        const SickBalance b = SickBalanceOn(wage, employeeID, from);
+        r.entitled = b.firstEntitled.isValid() && b.firstEntitled <= from;
+        r.entitlementBasis = b.basis;
+        r.hoursTest = b.hoursTest;
+        r.availableDays = b.balanceDays;
+        what = QStringLiteral("Sick leave balance on the first day: %1 days (%2 taken).")
+                   .arg(b.balanceDays, 0, 'f', 1)
+                   .arg(b.takenDays, 0, 'f', 1);
+    } else if (kind == LeaveKind::FamilyViolence) {
+        const FamilyViolenceBalance b = FamilyViolenceBalanceOn(wage, employeeID, from);
+        r.entitled = b.yearFrom.isValid();
+        r.entitlementBasis = b.basis;
+        r.availableDays = b.balanceDays;
+        what = r.entitled ? QStringLiteral("Family violence leave left in the year from %1: %2 days of 10 (not carried over).")
+                                .arg(b.yearFrom.toString(Qt::ISODate))
+                                .arg(b.balanceDays, 0, 'f', 1)
+                          : QString();
+    } else {
+        const BereavementEntitlement b = BereavementOn(wage, employeeID, from, closeRelative);
+        r.entitled = b.entitled;
+        r.entitlementBasis = b.basis;
+        r.availableDays = b.days;
+        what = r.entitled ? QStringLiteral("Bereavement leave for this death: %1 (%2).")
+                                .arg(b.days == 1 ? QStringLiteral("1 day") : QStringLiteral("%1 days").arg(b.days),
+                                     closeRelative ? QStringLiteral("a close relative") : QStringLiteral("another person"))
+                          : QString();
+    }
+    if (r.hoursTest.isEmpty()) r.hoursTest = EntitlementOn(wage, employeeID, from).lastTest.working();
+    if (!r.entitled) {
+        r.notes << QStringLiteral("No leave of this kind is due on %1 (%2).").arg(from.toString(Qt::ISODate), r.entitlementBasis);
+        r.beyondEntitlement = true;
+        return;
+    }
+    r.notes << what;
+    if (days > r.availableDays + 1e-9) {
+        r.beyondEntitlement = true;
+        r.notes << QStringLiteral("The leave is longer than the %1 days the Act gives: the rest is the employer's to give.")
+                       .arg(r.availableDays, 0, 'f', 1);
+    }
+}
+
 } // namespace
 
 Currency ToCents(Currency c) {
@@ -74,7 +123,7 @@ EarningKind EarningKindOf(LeaveKind kind) { return kindName(kind).earning; }
 QString LeaveLineCaption(LeaveKind kind) { return QString::fromLatin1(kindName(kind).caption); }
 
 LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind, const QDate& from, double days,
-                               float workedHours) {
+                               float workedHours, bool closeRelative) {
     const Employee e = LoadEmployee(wage, employeeID);
     const QList<PayRecord> pays = LoadPays(wage, employeeID);
     const HolidayTerms terms = TermsOf(wage, employeeID);
@@ -109,20 +158,8 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
         return r;
     }
 
-    if (kind == LeaveKind::Sick) {
-        const SickBalance sick = SickBalanceOn(wage, employeeID, from);
-        r.notes << QStringLiteral("Sick leave balance on the first day: %1 days.").arg(sick.balanceDays, 0, 'f', 1);
-        if (from < sick.firstEntitled)
-            r.notes << QStringLiteral("No sick leave is due before %1, six months after the start (the hours test "
-                                      "is not checked).")
-                           .arg(sick.firstEntitled.toString(Qt::ISODate));
-        else if (days > sick.balanceDays)
-            r.notes << QStringLiteral("The leave is longer than the balance of sick leave.");
-    } else if (kind == LeaveKind::Bereavement) {
-        r.notes << QStringLiteral("Bereavement leave is 3 days for a close relative's death and 1 day for another's.");
-    } else if (kind == LeaveKind::FamilyViolence) {
-        r.notes << QStringLiteral("Family violence leave is 10 days in each year after six months' employment.");
-    }
+    if (kind == LeaveKind::Sick || kind == LeaveKind::Bereavement || kind == LeaveKind::FamilyViolence)
+        checkEntitlement(wage, employeeID, kind, from, days, closeRelative, r);
 
     const QList<PublicHoliday> thisYear = PublicHolidaysOf(from.year(), terms.region);
     const QList<PublicHoliday> nextYear = PublicHolidaysOf(from.year() + 1, terms.region);
@@ -149,16 +186,30 @@ LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind
                 continue;
             }
             if (workedHours > 0) {
-                // Worked: time and a half of what the hours earn, and an alternative holiday.
+                // Worked: the greater of time and a half of the part of relevant daily pay the hours
+                // earn and the agreement's penal rate for them, and an alternative holiday.
                 r.workedHours = workedHours;
                 const Currency hourly = r.rdp.available && r.rdp.hours > 0 ? r.rdp.hourlyRate : e.payRate;
-                r.workedPay = ToCents(Currency::fromDouble(hourly.toDouble() * double(workedHours) * 1.5));
+                const double portion = hourly.toDouble() * double(workedHours);
+                r.timeAndAHalf = ToCents(Currency::fromDouble(portion * 1.5));
+                r.penalRate = terms.penalRate;
+                r.penalPay = ToCents(Currency::fromDouble(portion * double(terms.penalRate)));
+                const bool penal = r.penalPay > r.timeAndAHalf;
+                r.workedPay = penal ? r.penalPay : r.timeAndAHalf;
                 r.alternativeEarned = true;
                 r.dayList << LeaveDay{d, r.workedPay,
-                                      h->name + QStringLiteral(": worked, time and a half and an alternative holiday")};
+                                      h->name + (penal ? QStringLiteral(": worked, the penal rate and an alternative holiday")
+                                                       : QStringLiteral(": worked, time and a half and an alternative holiday"))};
                 total += r.workedPay;
-                r.rateUsed = QStringLiteral("time and a half");
-                r.rate = Currency::fromDouble(hourly.toDouble() * 1.5);
+                r.rateUsed = penal ? QStringLiteral("penal rate") : QStringLiteral("time and a half");
+                r.rate = Currency::fromDouble(hourly.toDouble() * (penal ? double(terms.penalRate) : 1.5));
+                if (terms.penalRate > 0)
+                    r.notes << QStringLiteral("Worked %1 hours at %2 an hour: time and a half %3, the penal rate (x%4) %5; "
+                                              "the greater is paid.")
+                                   .arg(double(workedHours), 0, 'f', 2)
+                                   .arg(ToCents(hourly).toFixed4().chopped(2), r.timeAndAHalf.toFixed4().chopped(2))
+                                   .arg(double(terms.penalRate), 0, 'f', 2)
+                                   .arg(r.penalPay.toFixed4().chopped(2));
                 continue;
             }
             const DailyRate rdp = RelevantDailyPay(e, EffectivePattern(wage, employeeID, d), d);

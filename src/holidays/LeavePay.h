@@ -38,16 +38,27 @@ struct LeavePayResult {
     QList<LeaveDay> dayList;
     // Worked on a public holiday: the hours at time and a half and whether an alternative holiday is earned.
     float workedHours = 0;
-    Currency workedPay;
+    Currency workedPay;     // the greater of the two below
+    Currency timeAndAHalf;  // the hours' part of relevant daily pay, plus half again
+    Currency penalPay;      // the hours at the agreement's penal rate; 0 when it gives none
+    float penalRate = 0;
     bool alternativeEarned = false;
+    // Sick, bereavement and family violence leave: what the Act gives on the first day.
+    bool checked = false;      // false for the other kinds
+    bool entitled = false;
+    QString entitlementBasis;  // six months' continuous employment, or the hours test
+    QString hoursTest;         // the hours test's working
+    double availableDays = 0;  // the balance (sick, family violence) or the days for this death (bereavement)
+    bool beyondEntitlement = false;
     QStringList notes;
 };
 
 // days: the leave's days (annual: working days of leave; the others: otherwise working days to pay,
 // or calendar days to look through for public holidays). workedHours above 0 for public: hours worked
 // on the holiday.
+// closeRelative for bereavement: the death of a close relative (3 days) rather than of another (1 day).
 LeavePayResult ComputeLeavePay(Database& wage, qint32 employeeID, LeaveKind kind, const QDate& from, double days,
-                               float workedHours = 0);
+                               float workedHours = 0, bool closeRelative = true);
 
 // Puts the leave on an uncommitted pay of the employee as a payment line of the leave's kind (the
 // hours worked on a public holiday as a line of their own), records an alternative holiday earned by

@@ -1,6 +1,7 @@
 #include "MinimumWage.h"
 #include "EarningKinds.h"
 #include "LeavePay.h"
+#include <QStringList>
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
 
@@ -14,6 +15,65 @@ Currency upToCent(Currency c) {
     const std::int64_t raw = c.raw();
     const std::int64_t cents = raw / 100 + ((raw % 100) > 0 ? 1 : 0);
     return Currency::fromRaw(cents * 100);
+}
+
+// The parts of the period between changes of the rate, the hours shared out by the usual hours of
+// each day (each calendar day alike when the usual week has none in the period).
+void splitAtRateChanges(Database& wage, MinimumWageCheck& c, MinimumWageRate kind,
+                        const QMap<QDate, float>& dayHours) {
+    c.parts.clear();
+    QList<QDate> starts{c.periodStart};
+    for (const MinimumWageRates& r : MinimumWageHistory())
+        if (r.from > c.periodStart && r.from <= c.periodEnd) starts << r.from;
+    if (starts.size() == 1) {
+        const Currency rate = MinimumHourlyRate(c.periodEnd, kind);
+        c.parts << MinimumWagePart{c.periodStart, c.periodEnd, double(c.hours), rate,
+                                   Currency::fromDouble(rate.toDouble() * double(c.hours))};
+        return;
+    }
+    QList<double> weights;
+    double total = 0;
+    bool byPattern = true;
+    if (!dayHours.isEmpty()) {
+        // The hours entered for each day fall in their own part.
+        for (int i = 0; i < starts.size(); ++i) {
+            const QDate to = i + 1 < starts.size() ? starts.at(i + 1).addDays(-1) : c.periodEnd;
+            double w = 0;
+            for (auto it = dayHours.constBegin(); it != dayHours.constEnd(); ++it)
+                if (it.key() >= starts.at(i) && it.key() <= to) w += double(it.value());
+            weights << w;
+            total += w;
+        }
+    }
+    for (int pass = 0; pass < 2 && total <= 0; ++pass) {
+        weights.clear();
+        total = 0;
+        for (int i = 0; i < starts.size(); ++i) {
+            const QDate to = i + 1 < starts.size() ? starts.at(i + 1).addDays(-1) : c.periodEnd;
+            double w = 0;
+            for (QDate d = starts.at(i); d <= to; d = d.addDays(1)) {
+                if (!byPattern) {
+                    w += 1;
+                    continue;
+                }
+                const auto pattern = EffectivePattern(wage, c.employeeID, d);
+                w += pattern ? double(pattern->hoursOn(d)) : 0.0;
+            }
+            weights << w;
+            total += w;
+        }
+        if (total > 0) break;
+        byPattern = false;
+    }
+    c.hoursShared = !dayHours.isEmpty() && total > 0 ? QStringLiteral("by the hours entered for each day")
+                    : byPattern                     ? QStringLiteral("by the usual hours of each day")
+                                                    : QStringLiteral("by calendar days");
+    for (int i = 0; i < starts.size(); ++i) {
+        const QDate to = i + 1 < starts.size() ? starts.at(i + 1).addDays(-1) : c.periodEnd;
+        const double hours = double(c.hours) * weights.at(i) / total;
+        const Currency rate = MinimumHourlyRate(starts.at(i), kind);
+        c.parts << MinimumWagePart{starts.at(i), to, hours, rate, Currency::fromDouble(rate.toDouble() * hours)};
+    }
 }
 
 } // namespace
@@ -79,13 +139,20 @@ MinimumWageCheck CheckMinimumWage(Database& wage, qint32 wageID) {
     const MinimumWageRate kind = TermsOf(wage, c.employeeID).minimumWage;
     c.rateKind = MinimumWageRateCode(kind);
     c.hourlyMinimum = MinimumHourlyRate(c.periodEnd, kind);
-    c.minimum = ToCents(Currency::fromDouble(c.hourlyMinimum.toDouble() * double(c.hours)));
+    splitAtRateChanges(wage, c, kind, pay->dayHours);
+    double minimum = 0;
+    for (const MinimumWagePart& part : c.parts)
+        minimum += part.minimum.toDouble();
+    c.minimum = ToCents(Currency::fromDouble(minimum));
     if (c.minimum > c.payThatCounts) {
         c.topUp = upToCent(c.minimum - c.payThatCounts);
+        QStringList rates;
+        for (const MinimumWagePart& part : c.parts)
+            rates << part.hourlyMinimum.toFixed4().chopped(2);
         c.message = QStringLiteral("The pay for %1 hours is %2, below the minimum wage of %3 an hour (%4). A minimum "
                                    "wage top-up of %5 is due.")
                         .arg(QString::number(double(c.hours), 'f', 2), ToCents(c.payThatCounts).toFixed4().chopped(2),
-                             c.hourlyMinimum.toFixed4().chopped(2), c.minimum.toFixed4().chopped(2),
+                             rates.join(QStringLiteral(" and ")), c.minimum.toFixed4().chopped(2),
                              c.topUp.toFixed4().chopped(2));
     }
     return c;

@@ -109,6 +109,7 @@ QList<PayRecord> LoadPays(Database& wage, qint32 employeeID) {
         const PayDays d = PayDaysOf(wage, p.wageID);
         p.daysEntered = d.days;
         p.hoursEntered = d.hours;
+        p.dayHours = d.perDay;
     }
     return pays;
 }

@@ -6,6 +6,7 @@
 #include "runtime/Currency.h"
 #include <QDate>
 #include <QList>
+#include <QMap>
 #include <optional>
 
 namespace ql::holidays {
@@ -22,6 +23,7 @@ struct PayRecord {
     float lineHours = 0;   // units of the payment lines for time worked
     std::optional<float> daysEntered;
     std::optional<float> hoursEntered;
+    QMap<QDate, float> dayHours; // hours entered for single days of the period
 };
 
 struct Employee {

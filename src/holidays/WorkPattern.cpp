@@ -99,7 +99,8 @@ HolidayTerms TermsOf(Database& wage, qint32 employeeID) {
     ensureRegion(wage);
     HolidayTerms t;
     const QVariantList row = wage.firstRow(
-        QStringLiteral("SELECT PayAsYouGo, MinimumWageRate, DailyPay, Region FROM HolidayTerms WHERE EmployeeID = %1")
+        QStringLiteral("SELECT PayAsYouGo, MinimumWageRate, DailyPay, Region, Continuous, PenalRate FROM HolidayTerms "
+                       "WHERE EmployeeID = %1")
             .arg(employeeID));
     if (row.isEmpty()) return t;
     t.payAsYouGo = !IsNull(row.at(0)) && CBool(row.at(0));
@@ -110,15 +111,17 @@ HolidayTerms TermsOf(Database& wage, qint32 employeeID) {
     for (DailyPayChoice c : {DailyPayChoice::Automatic, DailyPayChoice::Relevant, DailyPayChoice::Average})
         if (dp == DailyPayCode(c)) t.dailyPay = c;
     t.region = IsNull(row.at(3)) ? QString() : row.at(3).toString();
+    t.continuous = IsNull(row.at(4)) || CBool(row.at(4));
+    t.penalRate = IsNull(row.at(5)) ? 0.0f : CSng(row.at(5));
     return t;
 }
 
 void SetTerms(Database& wage, qint32 employeeID, const HolidayTerms& t) {
     ensureRegion(wage);
     wage.execute(QStringLiteral("INSERT OR REPLACE INTO HolidayTerms (EmployeeID, PayAsYouGo, MinimumWageRate, "
-                                "DailyPay, Region) VALUES (?, ?, ?, ?, ?)"),
+                                "DailyPay, Region, Continuous, PenalRate) VALUES (?, ?, ?, ?, ?, ?, ?)"),
                  {employeeID, t.payAsYouGo ? 1 : 0, MinimumWageRateCode(t.minimumWage), DailyPayCode(t.dailyPay),
-                  t.region});
+                  t.region, t.continuous ? 1 : 0, double(t.penalRate)});
 }
 
 PayDays PayDaysOf(Database& wage, qint32 wageID) {
@@ -126,9 +129,28 @@ PayDays PayDaysOf(Database& wage, qint32 wageID) {
     PayDays d;
     const QVariantList row =
         wage.firstRow(QStringLiteral("SELECT DaysWorked, HoursWorked FROM HolidayPayDays WHERE WageID = %1").arg(wageID));
-    if (row.isEmpty()) return d;
-    if (!IsNull(row.at(0))) d.days = CSng(row.at(0));
-    if (!IsNull(row.at(1))) d.hours = CSng(row.at(1));
+    if (!row.isEmpty()) {
+        if (!IsNull(row.at(0))) d.days = CSng(row.at(0));
+        if (!IsNull(row.at(1))) d.hours = CSng(row.at(1));
+    }
+    auto rs = wage.openRecordset(
+        QStringLiteral("SELECT WorkDate, Hours FROM HolidayPayDayHours WHERE WageID = %1 ORDER BY WorkDate").arg(wageID),
+        RecordsetType::Snapshot);
+    for (; !rs->EOF_(); rs->MoveNext()) {
+        const QVariant v = rs->value(0);
+        const QDate day = !IsNull(v) && IsDate(v) ? CDate(v) : QDate();
+        if (day.isValid() && !IsNull(rs->value(1))) d.perDay.insert(day, CSng(rs->value(1)));
+    }
+    rs->Close();
+    if (!d.perDay.isEmpty()) {
+        float days = 0, hours = 0;
+        for (float h : d.perDay) {
+            if (h > 0) ++days;
+            hours += h;
+        }
+        d.days = days;
+        d.hours = hours;
+    }
     return d;
 }
 
@@ -136,6 +158,10 @@ void SetPayDays(Database& wage, qint32 wageID, const PayDays& d) {
     EnsureHolidayTables(wage);
     wage.execute(QStringLiteral("INSERT OR REPLACE INTO HolidayPayDays (WageID, DaysWorked, HoursWorked) VALUES (?, ?, ?)"),
                  {wageID, d.days ? QVariant(*d.days) : QVariant(), d.hours ? QVariant(*d.hours) : QVariant()});
+    wage.execute(QStringLiteral("DELETE FROM HolidayPayDayHours WHERE WageID = %1").arg(wageID));
+    for (auto it = d.perDay.constBegin(); it != d.perDay.constEnd(); ++it)
+        wage.execute(QStringLiteral("INSERT INTO HolidayPayDayHours (WageID, WorkDate, Hours) VALUES (?, ?, ?)"),
+                     {wageID, it.key().toString(Qt::ISODate), double(it.value())});
 }
 
 } // namespace ql::holidays

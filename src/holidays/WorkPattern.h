@@ -4,6 +4,7 @@
 #include "data/Database.h"
 #include <QDate>
 #include <QList>
+#include <QMap>
 #include <QString>
 #include <array>
 #include <optional>
@@ -36,6 +37,12 @@ struct HolidayTerms {
     MinimumWageRate minimumWage = MinimumWageRate::Adult;
     DailyPayChoice dailyPay = DailyPayChoice::Automatic;
     QString region; // anniversary day's region; empty: national holidays only
+    // False for casual or intermittent work, where each engagement stands alone: sick, bereavement and
+    // family violence leave then come only from the hours test.
+    bool continuous = true;
+    // A multiple of the hourly rate that the employment agreement pays for work on a public holiday
+    // (for example 2 for double time); 0 when it gives none.
+    float penalRate = 0;
 };
 
 HolidayTerms TermsOf(Database& wage, qint32 employeeID);
@@ -44,10 +51,12 @@ void SetTerms(Database& wage, qint32 employeeID, const HolidayTerms& terms);
 QString MinimumWageRateCode(MinimumWageRate r);
 QString DailyPayCode(DailyPayChoice c);
 
-// The days and hours a pay says were worked, when the user entered them.
+// The days and hours a pay says were worked, when the user entered them. Hours entered for single days
+// of the pay's period give the pay's days (those with hours) and hours.
 struct PayDays {
     std::optional<float> days;
     std::optional<float> hours;
+    QMap<QDate, float> perDay;
 };
 PayDays PayDaysOf(Database& wage, qint32 wageID);
 void SetPayDays(Database& wage, qint32 wageID, const PayDays& d);

@@ -4,6 +4,7 @@
 #include "frame/Messages.h"
 #include <QEvent>
 #include "holidays/HolidayPayWidget.h"
+#include <QItemSelectionModel>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -136,6 +137,9 @@ void LeaveTabWidget::build() {
     layout->addLayout(totals);
     m_holidayPay = new HolidayPayWidget(this);
     layout->addWidget(m_holidayPay);
+    // The holiday pay panel follows the ledger row the user stands on: its kind, first day and days.
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { m_holidayPay->followLedgerRow(*m_screen, current.row()); });
 
     setTabOrder(m_tabLeave, m_opt[0]);
     setTabOrder(m_opt[0], m_opt[1]);

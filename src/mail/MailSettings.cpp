@@ -45,10 +45,6 @@ void SaveMailSettings(const MailSettings& s) {
     WriteSetting(kSection, QStringLiteral("From"), s.from);
 }
 
-QString MailPassword() {
-    return qEnvironmentVariable("QUILLARY_SMTP_PASSWORD");
-}
-
 QString MailSettingsProblem(const MailSettings& s) {
     if (s.host.isEmpty())
         return QStringLiteral("No mail server is set: give one with email-settings --host or in Email Settings.");

@@ -53,7 +53,7 @@ QString EmailPaySlip(Database& wage, qint32 wageID, const QByteArray& pdf) {
     message.body = QStringLiteral("Kia ora %1,\n\nYour payslip is attached as a PDF file.\n").arg(m.employee);
     message.attachmentName = m.attachmentName;
     message.attachment = pdf;
-    const QString why = SendMail(settings, MailPassword(), message);
+    const QString why = SendMail(settings, MailPassword(settings), message);
     return why.isEmpty() ? QString() : who + QStringLiteral(": ") + why;
 }
 

@@ -1,4 +1,5 @@
 #include "frmEmailSettings.h"
+#include "MailKeyring.h"
 #include "MailSettings.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
@@ -41,6 +42,26 @@ frmEmailSettings::frmEmailSettings(QWidget* parent) : QDialog(parent) {
     txtFrom->setObjectName(QStringLiteral("txtFrom"));
     txtFrom->setAccessibleName(QStringLiteral("Sender's address"));
 
+    txtPassword = new QLineEdit(this);
+    txtPassword->setObjectName(QStringLiteral("txtPassword"));
+    txtPassword->setAccessibleName(QStringLiteral("Password"));
+    txtPassword->setEchoMode(QLineEdit::Password);
+    lblKeyring = new QLabel(this);
+    lblKeyring->setObjectName(QStringLiteral("lblKeyring"));
+    const QString problem = KeyringProblem();
+    if (!problem.isEmpty()) {
+        txtPassword->setEnabled(false);
+        lblKeyring->setText(problem);
+    } else {
+        QString why;
+        const bool kept = !ReadKeyringPassword(s, &why).isEmpty();
+        if (kept) txtPassword->setPlaceholderText(QStringLiteral("(kept in the keyring)"));
+        lblKeyring->setText(!why.isEmpty() ? why
+                            : kept        ? QStringLiteral("The password is kept in the desktop keyring.")
+                                          : QStringLiteral("A password typed here is kept in the desktop keyring."));
+    }
+    lblKeyring->setAccessibleName(lblKeyring->text());
+
     auto* form = new QFormLayout;
     const auto row = [&](const QString& caption, QWidget* field) {
         auto* label = new QLabel(caption, this);
@@ -52,12 +73,11 @@ frmEmailSettings::frmEmailSettings(QWidget* parent) : QDialog(parent) {
     row(QStringLiteral("S&ecurity:"), cboSecurity);
     row(QStringLiteral("&User:"), txtUser);
     row(QStringLiteral("&From:"), txtFrom);
-    auto* note = new QLabel(QStringLiteral("The password is not kept in the settings file: the program takes it "
-                                           "from QUILLARY_SMTP_PASSWORD."),
-                            this);
-    note->setWordWrap(true);
+    row(QStringLiteral("Pass&word:"), txtPassword);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("&OK"));
     buttons->button(QDialogButtonBox::Ok)->setAccessibleName(QStringLiteral("OK"));
+    buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("&Cancel"));
     buttons->button(QDialogButtonBox::Cancel)->setAccessibleName(QStringLiteral("Cancel"));
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -69,7 +89,7 @@ frmEmailSettings::frmEmailSettings(QWidget* parent) : QDialog(parent) {
     });
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
-    layout->addWidget(note);
+    layout->addWidget(lblKeyring);
     layout->addWidget(buttons);
 }
 
@@ -87,6 +107,14 @@ void frmEmailSettings::accept() {
         return;
     }
     SaveMailSettings(s);
+    if (txtPassword->isEnabled() && txtPassword->isModified()) {
+        const QString why = StoreKeyringPassword(s, txtPassword->text());
+        if (!why.isEmpty()) {
+            ShowMessage(why, msg::OKOnly, Firm(), QStringLiteral("Email Settings"), QString(), msg::Warning, true);
+            txtPassword->setFocus();
+            return;
+        }
+    }
     QDialog::accept();
 }
 

@@ -3,6 +3,7 @@
 #include "PaydayPays.h"
 #include "data/Recordset.h"
 #include "frame/Dialogs.h"
+#include "frame/FirstPayAnswer.h"
 #include "frame/Messages.h"
 #include "ledger/Roster.h"
 #include "ledger/WageScreen.h"
@@ -34,33 +35,6 @@ void takeFigures(PayRunItem& item, const Recordset& row) {
     item.deductions = money(row.value(QStringLiteral("Deductions")));
     item.takeHome = money(row.value(QStringLiteral("TakeHome")));
 }
-
-// Answers the wage screen's question for the date of a first pay with the run's date; every other
-// dialog goes to the program's own.
-class FirstPayAnswer : public Dialogs {
-public:
-    FirstPayAnswer(Dialogs& inner, QString date) : m_inner(inner), m_date(std::move(date)) {}
-    qint16 messageBox(const QString& message, qint32 buttons, const QString& caption, const QString& heading,
-                      const QString& subHeading, qint32 kind, bool flag) override {
-        lastMessage = message;
-        return m_inner.messageBox(message, buttons, caption, heading, subHeading, kind, flag);
-    }
-    QString inputBox(const QString&, const QString&, const QString&, bool, bool) override {
-        ++asked;
-        return m_date;
-    }
-    void errorDialog(const QString& description, long number, const QString& location, const QString& title,
-                     const QString& programName, qint32 level, bool flag) override {
-        lastMessage = description;
-        m_inner.errorDialog(description, number, location, title, programName, level, flag);
-    }
-    int asked = 0;
-    QString lastMessage;
-
-private:
-    Dialogs& m_inner;
-    QString m_date;
-};
 
 } // namespace
 

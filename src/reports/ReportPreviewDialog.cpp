@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QMainWindow>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
@@ -31,6 +32,11 @@ std::function<void(QDialog*)>& shownHook() {
     return h;
 }
 
+ReportActionsFor& screenActions() {
+    static ReportActionsFor a;
+    return a;
+}
+
 QString askPath(QWidget* parent, const QString& suggested) {
     QFileDialog dialog(parent, QStringLiteral("Save PDF"), suggested,
                        QStringLiteral("PDF files (*.pdf)"));
@@ -50,6 +56,14 @@ PdfPathChooser setPdfPathChooser(PdfPathChooser c) {
     PdfPathChooser previous = chooser();
     chooser() = std::move(c);
     return previous;
+}
+
+void setReportScreenActions(ReportActionsFor actions) {
+    screenActions() = std::move(actions);
+}
+
+QList<PreviewAction> reportScreenActions(const PreparedReport& report) {
+    return screenActions() ? screenActions()(report) : QList<PreviewAction>{};
 }
 
 void setPreviewShownHook(std::function<void(QDialog*)> hook) {
@@ -90,8 +104,22 @@ void PreviewReports(const QList<PreparedReport>& reports, const QString& title, 
                                  SaveReportsAsPdf(reports, title + QStringLiteral(".pdf"), owner);
                              }};
     actions << extra;
+    // The program's own actions get a row of their own, so that none hides behind the tool bar's
+    // overflow on a small screen.
     QToolBar* bar = dialog.findChild<QToolBar*>();
-    if (bar) bar->addSeparator();
+    if (auto* frame = dialog.findChild<QMainWindow*>()) {
+        auto* own = new QToolBar(QStringLiteral("Output"), frame);
+        own->setObjectName(QStringLiteral("OutputBar"));
+        own->setAccessibleName(QStringLiteral("Output"));
+        own->setMovable(false);
+        own->setFloatable(false);
+        own->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        frame->addToolBarBreak(Qt::TopToolBarArea);
+        frame->addToolBar(Qt::TopToolBarArea, own);
+        bar = own;
+    } else if (bar) {
+        bar->addSeparator();
+    }
     for (const PreviewAction& a : actions) {
         auto* action = new QAction(a.caption, &dialog);
         action->setObjectName(a.name);

@@ -31,6 +31,12 @@ QString SaveReportsAsPdf(const QList<PreparedReport>& reports, const QString& su
 using PdfPathChooser = std::function<QString(QWidget* parent, const QString& suggested)>;
 PdfPathChooser setPdfPathChooser(PdfPathChooser chooser);
 
+// More actions for the preview the report screen opens, chosen by the report shown (the payslip's
+// Email, for one). Empty at first.
+using ReportActionsFor = std::function<QList<PreviewAction>(const PreparedReport& report)>;
+void setReportScreenActions(ReportActionsFor actions);
+QList<PreviewAction> reportScreenActions(const PreparedReport& report);
+
 // Runs on each preview once it is on the screen and fitted (tests look at it, and close it).
 void setPreviewShownHook(std::function<void(QDialog* preview)> hook);
 

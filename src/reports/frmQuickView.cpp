@@ -156,11 +156,14 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     m_chart->setRenderHint(QPainter::Antialiasing);
     m_chart->setMinimumSize(240, 160);
     // On a narrow screen the chart stands below the list, so that both keep a readable width.
-    if (size.width() < 1000) splitter->setOrientation(Qt::Vertical);
+    const bool narrow = size.width() < 1000;
+    if (narrow) splitter->setOrientation(Qt::Vertical);
     splitter->addWidget(left);
     splitter->addWidget(m_chart);
-    splitter->setStretchFactor(0, 3);
-    splitter->setStretchFactor(1, 2);
+    // Below the list the chart needs the height of its title, axes and legend to stay readable.
+    if (narrow) m_chart->setMinimumHeight(230);
+    splitter->setStretchFactor(0, narrow ? 1 : 3);
+    splitter->setStretchFactor(1, narrow ? 1 : 2);
     outer->addWidget(splitter, 1);
 
     auto* buttons = new QHBoxLayout;

@@ -84,7 +84,8 @@ void frm_crystal::closeEvent(QCloseEvent* event) {
 namespace {
 
 void preview(const PreparedReport& report, const ReportControl&) {
-    PreviewReports(QList<PreparedReport>{report}, report.name, QApplication::activeWindow());
+    PreviewReports(QList<PreparedReport>{report}, report.name, QApplication::activeWindow(),
+                   reportScreenActions(report));
 }
 
 void print(const PreparedReport& report, const ReportControl&) {

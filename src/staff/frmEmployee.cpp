@@ -5,7 +5,9 @@
 #include "AccessKeys.h"
 #include "TaxItemsWidget.h"
 #include "data/Database.h"
+#include "frame/Messages.h"
 #include "frame/SettingGetters.h"
+#include "holidays/FinalPayOnFinish.h"
 #include "runtime/VbError.h"
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -167,7 +169,11 @@ bool EmployeePanel::save() {
         showProblems(taxProblem, taxOption);
         return false;
     }
+    // A finish date given now makes the final pay first, while the employee is still on the roster.
+    QString finalPay;
     try {
+        if (d.EmployeeID != 0 && d.DateFinished.isValid() && !m_details.DateFinished.isValid())
+            finalPay = holidays::FinalPayText(holidays::MakeFinalPay(d.EmployeeID, d.DateFinished));
         Database farm;
         farm.open(DataFileName());
         const qint32 id = SaveEmployee(m_wage, farm, d);
@@ -178,6 +184,9 @@ bool EmployeePanel::save() {
         return false;
     }
     lblProblems->hide();
+    if (!finalPay.isEmpty())
+        ShowMessage(finalPay.replace(QLatin1Char('\n'), QStringLiteral("\r\n")), msg::OKOnly, Firm(),
+                    QStringLiteral("Final pay"), d.FirstName + u' ' + d.LastName, msg::Information, false);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 
 using namespace qltest;
 
@@ -128,4 +129,71 @@ TEST_F(CliHolidaysTest, KindsOfEarningsCanBeChanged) {
     EXPECT_EQ(kindOf(o.value("names").toArray(), "payment", 2), QStringLiteral("overtime-regular"));
     json({"earning-kinds", "--set", "payment", "2", "overtime-sometimes"}, 1);
     EXPECT_TRUE(last.err.contains(QStringLiteral("is not a kind of earnings")));
+}
+
+TEST_F(CliHolidaysTest, SickBereavementAndFamilyViolenceLeaveShowWhatIsDue) {
+    addPays();
+    QJsonObject o = json({"leave-pay", "1", "bereavement", "--from", "2026-12-07", "--days", "3", "--relation", "other"});
+    QJsonObject e = o.value("Entitlement").toObject();
+    EXPECT_TRUE(e.value("Entitled").toBool());
+    EXPECT_EQ(e.value("Relation").toString(), QStringLiteral("other"));
+    EXPECT_DOUBLE_EQ(e.value("AvailableDays").toDouble(), 1.0);
+    EXPECT_TRUE(e.value("BeyondEntitlement").toBool());
+    EXPECT_TRUE(e.value("Basis").toString().startsWith(QStringLiteral("six months' current continuous employment")));
+    o = json({"leave-pay", "1", "family-violence", "--from", "2026-12-07", "--days", "2"});
+    e = o.value("Entitlement").toObject();
+    EXPECT_DOUBLE_EQ(e.value("AvailableDays").toDouble(), 10.0);
+    EXPECT_FALSE(e.value("BeyondEntitlement").toBool());
+    // Casual work: the hours test decides, from the pays' hours.
+    json({"holiday-terms", "1", "--continuous", "no"});
+    EXPECT_FALSE(last.out.contains(QStringLiteral("\"Continuous\": true")));
+    o = json({"leave-pay", "1", "sick", "--from", "2026-12-07", "--days", "1"});
+    e = o.value("Entitlement").toObject();
+    EXPECT_FALSE(e.value("Entitled").toBool()); // five weeks of pays are not six months
+    EXPECT_TRUE(e.value("HoursTest").toString().contains(QStringLiteral("not met"))) << e.value("HoursTest").toString().toStdString();
+    json({"leave-pay", "1", "sick", "--from", "2026-12-07", "--days", "1", "--relation", "close"}, 1);
+    EXPECT_TRUE(last.err.contains(QStringLiteral("for bereavement leave only")));
+}
+
+TEST_F(CliHolidaysTest, TheLiabilityIsPrintedAsAPdfReport) {
+    const QString file = docs->path() + QStringLiteral("/liability.pdf");
+    const CliResult r = runCli({"leave-liability", "2026-11-20", "--pdf", file}, docs->path());
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    EXPECT_EQ(r.out.trimmed(), file + QStringLiteral(": 5 employees, 1 pages"));
+    QProcess text;
+    text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
+    ASSERT_TRUE(text.waitForFinished(30000));
+    const QString printed = QString::fromUtf8(text.readAllStandardOutput());
+    EXPECT_TRUE(printed.contains(QStringLiteral("Leave Liability at 20 Nov 2026"))) << printed.toStdString();
+    EXPECT_TRUE(printed.contains(QStringLiteral("Testington, Aroha"))) << printed.toStdString();
+    // The report's total is the CSV's.
+    const CliResult csv = runCli({"leave-liability", "2026-11-20", "--csv"}, docs->path());
+    const QString total = csv.out.trimmed().section(u',', -1);
+    EXPECT_TRUE(printed.contains(total)) << total.toStdString();
+    const CliResult bad = runCli({"leave-liability", "2026-11-20", "--pdf", "/no/such/folder/x.pdf"}, docs->path());
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_TRUE(bad.err.contains(QStringLiteral("cannot be written")));
+}
+
+TEST_F(CliHolidaysTest, HoursAreEnteredForSingleDaysOfAPay) {
+    addPays(); // pay 5: 21 to 27 November 2026
+    QJsonObject o = json({"pay-days", "5", "--day", "2026-11-23=10", "--day", "2026-11-24=9.5", "--day", "2026-11-25=0"});
+    EXPECT_DOUBLE_EQ(o.value("DaysWorked").toDouble(), 2.0);
+    EXPECT_DOUBLE_EQ(o.value("HoursWorked").toDouble(), 19.5);
+    ASSERT_EQ(o.value("PerDay").toArray().size(), 3);
+    EXPECT_EQ(o.value("PerDay").toArray().at(1).toObject().value("date").toString(), QStringLiteral("2026-11-24"));
+    // The minimum wage check reads them.
+    EXPECT_DOUBLE_EQ(json({"minimum-wage", "5"}).value("Hours").toDouble(), 19.5);
+    json({"pay-days", "5", "--day", "2026-11-30=8"}, 1);
+    EXPECT_TRUE(last.err.contains(QStringLiteral("2026-11-30 is not in the period of pay 5 (2026-11-21 to 2026-11-27)")))
+        << last.err.toStdString();
+    json({"pay-days", "5", "--day", "2026-11-23=25"}, 1);
+    EXPECT_TRUE(last.err.contains(QStringLiteral("is not a number of hours from 0 to 24")));
+    json({"pay-days", "5", "--hours", "40"}, 1);
+    EXPECT_TRUE(last.err.contains(QStringLiteral("has hours for single days")));
+    // Nothing of the refused commands was written.
+    EXPECT_DOUBLE_EQ(json({"pay-days", "5"}).value("HoursWorked").toDouble(), 19.5);
+    o = json({"pay-days", "5", "--clear-days", "--hours", "40"});
+    EXPECT_TRUE(o.value("PerDay").toArray().isEmpty());
+    EXPECT_DOUBLE_EQ(o.value("HoursWorked").toDouble(), 40.0);
 }

@@ -106,6 +106,28 @@ TEST_F(LeavePayTest, APublicHolidayWorkedIsTimeAndAHalfAndAnAlternativeHoliday) 
     EXPECT_EQ(r.amount, cur("300"));
 }
 
+TEST_F(LeavePayTest, APenalRateAboveTimeAndAHalfIsPaidWhenTheTermsGiveOne) {
+    addFarmHand();
+    HolidayTerms t = TermsOf(wage, 1);
+    t.penalRate = 2.0f; // double time in the agreement
+    SetTerms(wage, 1, t);
+    EXPECT_EQ(TermsOf(wage, 1).penalRate, 2.0f);
+    LeavePayResult r = ComputeLeavePay(wage, 1, LeaveKind::Public, QDate(2026, 10, 26), 1, 8);
+    EXPECT_EQ(r.timeAndAHalf, cur("300"));
+    EXPECT_EQ(r.penalPay, cur("400")); // 8 hours x 25 x 2
+    EXPECT_EQ(r.workedPay, cur("400"));
+    EXPECT_EQ(r.rateUsed, QStringLiteral("penal rate"));
+    EXPECT_TRUE(r.alternativeEarned);
+    EXPECT_TRUE(r.notes.join(u' ').contains(QStringLiteral("time and a half 300.00, the penal rate (x2.00) 400.00")));
+    // A penal rate below time and a half (time and a quarter) leaves time and a half.
+    t.penalRate = 1.25f;
+    SetTerms(wage, 1, t);
+    r = ComputeLeavePay(wage, 1, LeaveKind::Public, QDate(2026, 10, 26), 1, 8);
+    EXPECT_EQ(r.penalPay, cur("250"));
+    EXPECT_EQ(r.workedPay, cur("300"));
+    EXPECT_EQ(r.rateUsed, QStringLiteral("time and a half"));
+}
+
 TEST_F(LeavePayTest, PublicHolidaysInAFortnightAreFound) {
     addFarmHand();
     // Christmas 2026 is a Friday; Boxing Day, a Saturday, moves to Monday 28 December for a

@@ -1,4 +1,4 @@
-// The minimum wage check of a pay: each pay period alone, at the rate in force at its end.
+// The minimum wage check of a pay: each pay period alone, each part of it at the rate then in force.
 #include "HolidayFixture.h"
 #include "holidays/MinimumWage.h"
 #include "runtime/VbError.h"
@@ -94,4 +94,32 @@ TEST_F(MinimumWageTest, ACommittedPayIsNotChanged) {
 
 TEST_F(MinimumWageTest, NoSuchPayIsRefused) {
     EXPECT_THROW(CheckMinimumWage(wage, 999), ql::VbError);
+}
+
+TEST_F(MinimumWageTest, AFortnightAcrossFirstAprilIsTakenInPartsAtTheirOwnRates) {
+    // Monday 23 March to Sunday 5 April 2026, Monday to Friday 8 hours, 80 hours at $23.60.
+    addEmployee(5, QDate(2025, 1, 6), 23.60, 0, 2);
+    setPattern(5, QDate(2025, 1, 6), {8, 8, 8, 8, 8, 0, 0});
+    const int pay = addPay(5, QDate(2026, 4, 5), {{kOrdinary, 80, 23.60}}, QStringLiteral("Fortnightly"));
+    const MinimumWageCheck c = CheckMinimumWage(wage, pay);
+    EXPECT_EQ(c.periodStart, QDate(2026, 3, 23));
+    ASSERT_EQ(c.parts.size(), 2);
+    // Seven working days before 1 April (56 hours at 23.50 = 1,316.00), three after (24 at 23.95 = 574.80).
+    EXPECT_EQ(c.parts.at(0).to, QDate(2026, 3, 31));
+    EXPECT_DOUBLE_EQ(c.parts.at(0).hours, 56.0);
+    EXPECT_EQ(c.parts.at(0).hourlyMinimum, cur("23.50"));
+    EXPECT_EQ(c.parts.at(1).from, QDate(2026, 4, 1));
+    EXPECT_DOUBLE_EQ(c.parts.at(1).hours, 24.0);
+    EXPECT_EQ(c.parts.at(1).hourlyMinimum, cur("23.95"));
+    EXPECT_EQ(c.minimum, cur("1890.80"));
+    EXPECT_EQ(c.payThatCounts, cur("1888"));
+    // At the new rate for the whole fortnight it would be 28.00; each part at its own rate, 2.80.
+    EXPECT_EQ(c.topUp, cur("2.80"));
+    EXPECT_EQ(c.hoursShared, QStringLiteral("by the usual hours of each day"));
+    EXPECT_TRUE(c.message.contains(QStringLiteral("23.50 and 23.95 an hour"))) << c.message.toStdString();
+    // A fortnight after 1 April is one part.
+    const int next = addPay(5, QDate(2026, 4, 19), {{kOrdinary, 80, 23.60}}, QStringLiteral("Fortnightly"));
+    const MinimumWageCheck after = CheckMinimumWage(wage, next);
+    ASSERT_EQ(after.parts.size(), 1);
+    EXPECT_EQ(after.topUp, cur("28"));
 }

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QThread>
@@ -13,7 +14,13 @@ namespace qltest {
 // The sink script beside this header, bounded to a minute whatever the test does.
 class SmtpSink {
 public:
-    explicit SmtpSink(const QString& folder) : m_folder(folder) {
+    // With a login ("user:password") the server demands it and keeps each accepted one in "logins".
+    explicit SmtpSink(const QString& folder, const QString& login = QString()) : m_folder(folder) {
+        if (!login.isEmpty()) {
+            QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+            env.insert(QStringLiteral("SMTP_SINK_LOGIN"), login);
+            m_process.setProcessEnvironment(env);
+        }
         // Debian's own interpreter holds python3-aiosmtpd, whatever python3 comes first on the path.
         const QString python = QFile::exists(QStringLiteral("/usr/bin/python3")) ? QStringLiteral("/usr/bin/python3")
                                                                                  : QStringLiteral("python3");

@@ -5,6 +5,8 @@ Usage: smtp_sink.py FOLDER [SECONDS]
 Prints the port it listens on (127.0.0.1), then for message N writes N.eml (as received),
 N.rcpt (the envelope recipients, one a line), N.subject and each attachment as N-<filename>.
 Stops when standard input closes or after SECONDS (60 by default).
+With SMTP_SINK_LOGIN=user:password in the environment the server demands that login (AUTH PLAIN or
+LOGIN, without TLS) and refuses any other; each accepted login is appended to FOLDER/logins.
 """
 import email
 import email.policy
@@ -15,6 +17,7 @@ import sys
 import time
 
 from aiosmtpd.controller import Controller
+from aiosmtpd.smtp import AuthResult, LoginPassword
 
 
 class Keeper:
@@ -42,6 +45,23 @@ class Keeper:
         return "250 OK"
 
 
+class Login:
+    def __init__(self, folder, expected):
+        self.folder = folder
+        self.user, _, self.password = expected.partition(":")
+
+    def __call__(self, server, session, envelope, mechanism, auth_data):
+        if not isinstance(auth_data, LoginPassword):
+            return AuthResult(success=False, handled=False)
+        user = auth_data.login.decode("utf-8", "replace")
+        password = auth_data.password.decode("utf-8", "replace")
+        if user != self.user or password != self.password:
+            return AuthResult(success=False, handled=False)
+        with open(os.path.join(self.folder, "logins"), "a", encoding="utf-8") as f:
+            f.write(user + "\n")
+        return AuthResult(success=True)
+
+
 def free_port():
     with socket.socket() as s:
         s.bind(("127.0.0.1", 0))
@@ -53,7 +73,12 @@ def main():
     seconds = float(sys.argv[2]) if len(sys.argv) > 2 else 60.0
     os.makedirs(folder, exist_ok=True)
     port = free_port()
-    controller = Controller(Keeper(folder), hostname="127.0.0.1", port=port)
+    login = os.environ.get("SMTP_SINK_LOGIN", "")
+    if login:
+        controller = Controller(Keeper(folder), hostname="127.0.0.1", port=port, auth_required=True,
+                                auth_require_tls=False, authenticator=Login(folder, login))
+    else:
+        controller = Controller(Keeper(folder), hostname="127.0.0.1", port=port)
     controller.start()
     print(port, flush=True)
     deadline = time.monotonic() + seconds

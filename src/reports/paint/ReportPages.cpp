@@ -90,7 +90,8 @@ ReportPages::ReportPages(const PreparedReport& report, QPaintDevice* device, con
 }
 
 QFont ReportPages::font(const QString& style) const {
-    QFont f(m_report.fontFamily);
+    // A font without a family crashes the print preview's recording of it: the layouts' own default.
+    QFont f(m_report.fontFamily.isEmpty() ? QStringLiteral("DejaVu Sans") : m_report.fontFamily);
     double size = m_report.fontSize;
     if (style == QLatin1String("title")) {
         size *= 1.6;
