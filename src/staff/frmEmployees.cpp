@@ -137,8 +137,9 @@ void frmEmployees::exportFile() {
     }
 }
 
-bool ShowEmployees(Database& wage, QWidget* owner) {
+bool ShowEmployees(Database& wage, QWidget* owner, qint32 shown) {
     frmEmployees d(wage, owner);
+    if (shown > 0) d.refill(shown);
     d.exec();
     return d.changed();
 }
