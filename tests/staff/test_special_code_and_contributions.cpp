@@ -1,8 +1,9 @@
 // A special tax code with the employee's own rate, and the employer's standing contributions other than
 // KiwiSaver: set up from the command line, refused where wrong with nothing written, carried through the
 // CSV files, and paid: the PAYE of the certificate's rate on whole dollars, the contribution lines with
-// ESCT on a superannuation scheme's contribution.
+// ESCT on a superannuation scheme's contribution. And the employee's email in the employee details file.
 #include "StaffFixture.h"
+#include "payday/PaydayFileCheck.h"
 #include "payengine/IrdMethod.h"
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -192,6 +193,28 @@ TEST_F(SpecialCodeTest, TheCsvFilesCarryTheRateAndTheContributions) {
     // The export goes by last name: Hohaia first.
     r = runCli({QStringLiteral("employee"), QStringLiteral("show"), QStringLiteral("1")}, other.path());
     EXPECT_TRUE(r.out.contains(QStringLiteral("\"STCRate\": 21"))) << r.out.toStdString();
+}
+
+TEST_F(SpecialCodeTest, TheEmployeeDetailsFileCarriesTheEmail) {
+    QStringList hand = handArgs();
+    hand << QStringLiteral("--email") << QStringLiteral("mere.tane@kowhai.example.nz");
+    ASSERT_EQ(cli(hand).exitCode, 0);
+    // An address with a character Inland Revenue doesn't take is kept, and left out of the file.
+    QStringList milker = milkerArgs();
+    milker << QStringLiteral("--email") << QStringLiteral("ana+milking@kowhai.example.nz");
+    ASSERT_EQ(cli(milker).exitCode, 0);
+    const QString out = docs->path() + QStringLiteral("/ed.csv");
+    const CliResult r = cli({QStringLiteral("employee-details-file"), QStringLiteral("--since"),
+                             QStringLiteral("2026-04-01"), QStringLiteral("--out"), out});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    const QString text = fileText(out);
+    EXPECT_TRUE(ql::CheckEmployeeDetailsFile(text).isEmpty()) << ql::CheckEmployeeDetailsFile(text).join(u'\n').toStdString();
+    QMap<QString, QString> emailOf; // by first name: the 14th field of the DED line
+    for (const QString& line : text.split(u'\n'))
+        if (line.startsWith(QStringLiteral("DED,"))) emailOf.insert(line.section(u',', 4, 4), line.section(u',', 13, 13));
+    EXPECT_EQ(emailOf.value(QStringLiteral("Mere")), QStringLiteral("mere.tane@kowhai.example.nz")) << text.toStdString();
+    ASSERT_TRUE(emailOf.contains(QStringLiteral("Ana"))) << text.toStdString();
+    EXPECT_EQ(emailOf.value(QStringLiteral("Ana")), QString());
 }
 
 } // namespace
