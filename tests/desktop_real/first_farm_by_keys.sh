@@ -3,7 +3,8 @@
 # server without a window manager: on an empty payroll the set-up assistant (the farm, the paying bank
 # account and the Tax Information accounts, the first employee), then a second employee added in the
 # employee editor from the Employees list (Ctrl+Shift+E), then the Pay Run button's key: the pays of
-# 30 April 2026 added and committed with one confirmation; F2 on the employee's name opens the editor.
+# 30 April 2026 added and committed with one confirmation; F2 on the employee's name, or a double-click
+# on its caption, opens the editor.
 # Afterwards quillary-cli shows both employees and a committed pay each, with PAYE above 0. With
 # QUILLARY_SHOTS set to a folder, each window is kept there as a PNG picture.
 #   first_farm_by_keys.sh QUILLARY QUILLARY_CLI
@@ -181,6 +182,14 @@ if [ "${1:-}" = "--inside" ]; then
     press alt+e F2
     shown=$(window '^Employee$') || fail "F2 on the name opened no editor"
     shot 12-editor-of-shown "$shown"
+    focus "$shown"
+    press Escape
+    gone '^Employee$' || fail "the editor did not close"
+    # So does a double-click on the Employee caption beside the name (the one mouse action here).
+    focus "$main"
+    eval "$(xdotool getwindowgeometry --shell "$main")"
+    xdotool mousemove --sync $((X + 30)) $((Y + 56)) click --repeat 2 --delay 80 1
+    shown=$(window '^Employee$') || fail "a double-click on the Employee caption opened no editor"
     focus "$shown"
     press Escape
     gone '^Employee$' || fail "the editor did not close"
