@@ -81,6 +81,8 @@ bool within(const QDate& d, const QDate& from, const QDate& to) {
 QString EiTaxCode(const QString& taxCode) {
     QString code = taxCode.toUpper();
     code.remove(u' ');
+    // A tailored code is filed as STC, student loan or not: the certificate sets both rates.
+    if (code == QLatin1String("STCSL")) code = QStringLiteral("STC");
     return field(code);
 }
 

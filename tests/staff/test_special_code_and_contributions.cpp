@@ -195,6 +195,31 @@ TEST_F(SpecialCodeTest, TheCsvFilesCarryTheRateAndTheContributions) {
     EXPECT_TRUE(r.out.contains(QStringLiteral("\"STCRate\": 21"))) << r.out.toStdString();
 }
 
+TEST_F(SpecialCodeTest, ATailoredCodeIsFiledAsStc) {
+    QStringList args = weekly(QStringLiteral("25"), QStringLiteral("STC SL"),
+                              {QStringLiteral("--stc-rate"), QStringLiteral("20"), QStringLiteral("--account"),
+                               bankAccount(6), QStringLiteral("--city"), QStringLiteral("Hamilton")});
+    const qint32 id = object(cli(args)).value(QStringLiteral("EmployeeID")).toInt();
+    CliResult r = cli({QStringLiteral("pay-run"), QStringLiteral("2026-04-07"), QStringLiteral("--commit")});
+    ASSERT_EQ(r.exitCode, 0) << r.out.toStdString() << r.err.toStdString();
+    // 40 hours at $25: $1,000 at 20% is 200.00.
+    const QJsonArray pays = QJsonDocument::fromJson(cli({QStringLiteral("pays"), QString::number(id)}).out.toUtf8()).array();
+    ASSERT_EQ(pays.size(), 1);
+    EXPECT_DOUBLE_EQ(pays.first().toObject().value(QStringLiteral("PAYE")).toDouble(), 200.0);
+    const QString ei = docs->path() + QStringLiteral("/ei.csv");
+    r = cli({QStringLiteral("payday-file"), QStringLiteral("2026-04-07"), QStringLiteral("--out"), ei});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    const QString eiText = fileText(ei);
+    EXPECT_TRUE(ql::CheckEmploymentInformationFile(eiText).isEmpty())
+        << ql::CheckEmploymentInformationFile(eiText).join(u'\n').toStdString();
+    EXPECT_TRUE(eiText.contains(QStringLiteral(",STC,"))) << eiText.toStdString();
+    const QString ed = docs->path() + QStringLiteral("/ed.csv");
+    r = cli({QStringLiteral("employee-details-file"), QStringLiteral("--since"), QStringLiteral("2026-04-01"),
+             QStringLiteral("--out"), ed});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    EXPECT_TRUE(fileText(ed).contains(QStringLiteral("\nTED,STC"))) << fileText(ed).toStdString();
+}
+
 TEST_F(SpecialCodeTest, TheEmployeeDetailsFileCarriesTheEmail) {
     QStringList hand = handArgs();
     hand << QStringLiteral("--email") << QStringLiteral("mere.tane@kowhai.example.nz");
