@@ -128,10 +128,9 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
     float specialRate = 0;
     Currency fixedAmount;
     qint32 lastName = 0;
-    // A New Zealand pay: ESCT on the contributions to superannuation schemes alone, whatever line is last.
+    // A New Zealand pay: the ESCT of each scheme's contribution, whatever line is last.
     const bool ird = IrdContextForPay(App().CurrentEmployeeID, wageID, paysPerYear).has_value();
-    Currency schemeTotal;
-    qint32 schemeName = 0;
+    Currency schemeEsct;
     auto rs = App().WageDatabase.openRecordset(
         QStringLiteral("SELECT ContributionNameID, AmountCalcon, Percentage, Contributions, WageID "
                        "FROM ContributionDetails WHERE WageID = %1;")
@@ -155,11 +154,7 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
                 rs->setValue(QStringLiteral("Contributions"), QVariant::fromValue(contribution));
                 rs->Update();
                 total += contribution;
-            }
-            if (ird && bearsIrdEsct(id)) {
-                const QVariant now = rs->value(QStringLiteral("Contributions"));
-                schemeTotal += IsNull(now) ? Currency() : CCur(now);
-                schemeName = id;
+                if (ird && bearsIrdEsct(id)) schemeEsct += CalcESCT(id, contribution, base, wageID);
             }
         }
         rs->MoveNext();
@@ -167,8 +162,7 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
     rs->Close();
     form.setCaption(totalLabel, CStr(total));
     // One calculation on the total, under the last line's name.
-    form.setLabelValue(esctLabel, QVariant::fromValue(ird ? CalcESCT(schemeName, schemeTotal, base)
-                                                          : CalcESCT(lastName, total, base)));
+    form.setLabelValue(esctLabel, QVariant::fromValue(ird ? schemeEsct : CalcESCT(lastName, total, base)));
     const Currency credit = GetKiwiSaverCredit(form.caption(payDateLabel));
     form.setLabelValue(creditLabel, QVariant::fromValue(credit <= total ? credit : total));
 }

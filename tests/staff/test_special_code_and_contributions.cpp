@@ -119,11 +119,11 @@ TEST_F(SpecialCodeTest, ContributionsAreShownAndPaidWithEsctOnTheScheme) {
     const qint32 id = shown.value(QStringLiteral("EmployeeID")).toInt();
 
     // 40 hours at $26.50: $1,060. Employer KiwiSaver 3.5% is 37.10, the scheme's 2% 21.20, the medical
-    // cover 12.50. $1,060 a week is $55,120 a year: ESCT at 17.5%, on whole dollars of the schemes'
-    // contributions: $58 (37.10 + 21.20) gives 10.15; the medical cover bears none.
+    // cover 12.50. $1,060 a week is $55,120 a year: ESCT at 17.5% on each scheme's whole dollars, $37
+    // giving 6.47 and $21 3.67, 10.14 in all, though the medical cover comes last; it bears none.
     const QJsonObject pay = payOf(id, QStringLiteral("2026-04-07"));
     EXPECT_DOUBLE_EQ(pay.value(QStringLiteral("Gross")).toDouble(), 1060.0);
-    EXPECT_DOUBLE_EQ(pay.value(QStringLiteral("ESCTDeductions")).toDouble(), 10.15);
+    EXPECT_DOUBLE_EQ(pay.value(QStringLiteral("ESCTDeductions")).toDouble(), 10.14);
     const QJsonObject detail = object(cli({QStringLiteral("pay"), QString::number(pay.value(QStringLiteral("WageID")).toInt())}));
     QMap<QString, QPair<double, double>> byName; // amount, ESCT
     for (const QJsonValue& v : detail.value(QStringLiteral("ContributionDetails")).toArray()) {
@@ -133,6 +133,7 @@ TEST_F(SpecialCodeTest, ContributionsAreShownAndPaidWithEsctOnTheScheme) {
     }
     ASSERT_EQ(byName.size(), 3) << QJsonDocument(detail).toJson().toStdString();
     EXPECT_DOUBLE_EQ(byName.value(QStringLiteral("Employer KiwiSaver")).first, 37.10);
+    EXPECT_DOUBLE_EQ(byName.value(QStringLiteral("Employer KiwiSaver")).second, 6.47);
     EXPECT_DOUBLE_EQ(byName.value(QStringLiteral("Employer Superannuation")).first, 21.20);
     EXPECT_DOUBLE_EQ(byName.value(QStringLiteral("Employer Superannuation")).second, 3.67); // $21 at 17.5%
     EXPECT_DOUBLE_EQ(byName.value(QStringLiteral("Medical Insurance")).first, 12.50);
