@@ -83,6 +83,9 @@ void frmEmployees::refill(qint32 select) {
         if (d.EmployeeID == select || (select == 0 && r == 0)) grdEmployees->selectRow(r);
     }
     grdEmployees->resizeColumnsToContents();
+    // Sizing to the contents takes the last column out of its stretch: give it back.
+    grdEmployees->horizontalHeader()->setStretchLastSection(false);
+    grdEmployees->horizontalHeader()->setStretchLastSection(true);
 }
 
 void frmEmployees::editSelected() {
