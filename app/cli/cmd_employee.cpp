@@ -48,7 +48,7 @@ struct TaxOptions {
 QStringList takeTaxOptions(const QStringList& args, TaxOptions& taken) {
     static const QStringList names = {QStringLiteral("esct-rate"), QStringLiteral("child-support"),
                                       QStringLiteral("payroll-giving"), QStringLiteral("sl-special-rate"),
-                                      QStringLiteral("sl-extra")};
+                                      QStringLiteral("sl-extra"), QStringLiteral("sl-commissioner-rate")};
     QStringList rest;
     for (int i = 0; i < args.size(); ++i) {
         const QString key = args.at(i).startsWith(QStringLiteral("--")) ? args.at(i).mid(2) : QString();
@@ -94,6 +94,8 @@ ql::EmployeeTaxItems applyTaxOptions(ql::Database& wage, ql::EmployeeTaxItems it
             items.slSpecialRate = rateOption(QStringLiteral("Student loan special rate"), value);
         else if (key == QLatin1String("sl-extra"))
             items.slExtra = amountOption(QStringLiteral("Student loan extra deductions"), value);
+        else if (key == QLatin1String("sl-commissioner-rate"))
+            items.slCommissionerRate = rateOption(QStringLiteral("Student loan commissioner's rate"), value);
     }
     const QString problem = ql::EmployeeTaxItemsProblem(items);
     if (!problem.isEmpty()) throw cli::CliFailure(problem);
@@ -176,6 +178,7 @@ QString json(ql::Database& wage, const ql::EmployeeDetails& d) {
         QStringLiteral("\"PayrollGiving\": %1").arg(number(items.payrollGiving.toDouble())),
         QStringLiteral("\"SLSpecialRate\": %1").arg(rateJson(items.slSpecialRate)),
         QStringLiteral("\"SLExtra\": %1").arg(number(items.slExtra.toDouble())),
+        QStringLiteral("\"SLCommissionerRate\": %1").arg(rateJson(items.slCommissionerRate)),
     };
     return QStringLiteral("{\n  ") + lines.join(QStringLiteral(",\n  ")) + QStringLiteral("\n}\n");
 }
@@ -218,6 +221,9 @@ int edit(const QStringList& args, QTextStream& out) {
     if (tax.any()) {
         items.tailoredRate = ql::LoadEmployeeTaxItems(db.wage, id).tailoredRate; // saved with the employee
         ql::SaveEmployeeTaxItems(db.wage, items);
+    } else {
+        // New standing deductions keep the lines the employee's tax items stand for.
+        ql::SyncStandingTaxItemLines(db.wage, ql::LoadEmployeeTaxItems(db.wage, id));
     }
     out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
     return 0;
@@ -282,7 +288,8 @@ const cli::CliCommand employeeCommand(
     ""
     "[--kiwisaver-status AE|AK|OK|NK|CT] [--kiwisaver-start YYYY-MM-DD] [--employer-kiwisaver R] [--account A] [--annual-leave DAYS] "
     "[--leave-brought-forward DAYS] [--deduction NAME=AMOUNT|NAME=RATE%]... [--contribution NAME=AMOUNT|NAME=RATE%]... [--esct-rate PERCENT] [--child-support AMOUNT] "
-    "[--payroll-giving AMOUNT] [--sl-special-rate PERCENT] [--sl-extra AMOUNT]\n"
+    "[--payroll-giving AMOUNT] [--sl-special-rate PERCENT] [--sl-extra AMOUNT] [--sl-commissioner-rate PERCENT]
+"
     "       employee edit EMPLOYEE_ID [any option of add]\n"
     "       employee show EMPLOYEE_ID\n"
     "       employee finish EMPLOYEE_ID YYYY-MM-DD\n"

@@ -3,7 +3,10 @@
 #include "PayScreen.h"
 #include "ledger/Roster.h"
 #include "payengine/AddPay.h"
+#include "payengine/ExtraPay.h"
 #include "payengine/OneOff.h"
+#include "data/RoundCurrency.h"
+#include "runtime/Convert.h"
 #include "runtime/Format.h"
 
 namespace {
@@ -18,7 +21,16 @@ qint32 idArgument(const QString& text) {
 // The employee stands as the current one; the date, the payment type, the amount and the tax type are
 // entered in the dialog's order, each box left as a user leaves it; then OK. An id of 0 leaves its list
 // without a choice: no payment type makes no pay, no tax type a pay without tax.
-int oneOff(const QStringList& args, QTextStream& out) {
+// --not-liable-for-levy AMOUNT: of an extra pay, the part not liable for the ACC earners' levy (a
+// redundancy or retiring payment), typed into the dialog's box for it before the amount.
+int oneOff(QStringList args, QTextStream& out) {
+    QString notLiable;
+    const int option = args.indexOf(QStringLiteral("--not-liable-for-levy"));
+    if (option >= 0) {
+        if (option + 1 >= args.size()) throw cli::CliUsageError();
+        notLiable = args.at(option + 1).trimmed();
+        args.remove(option, 2);
+    }
     if (args.size() != 5) throw cli::CliUsageError();
     const qint32 employeeID = idArgument(args.at(0));
     const QDate date = QDate::fromString(args.at(1), Qt::ISODate);
@@ -50,6 +62,18 @@ int oneOff(const QStringList& args, QTextStream& out) {
                         .arg(taxTypeID));
             form.cmbTaxType_Click();
         }
+        if (!notLiable.isEmpty()) {
+            if (!ql::IsNumeric(notLiable) || ql::RoundCurrency(notLiable) < ql::Currency())
+                throw cli::CliFailure(
+                    QStringLiteral("The part not liable for the ACC earners' levy, \"%1\", is not an amount.").arg(notLiable));
+            if (taxTypeID == 0 || !ql::IsExtraPayTaxType(app.WageDatabase, taxTypeID))
+                throw cli::CliFailure(
+                    QStringLiteral("Only an extra pay has a part not liable for the ACC earners' levy."));
+            if (ql::IsNumeric(amount) && ql::RoundCurrency(notLiable) > ql::RoundCurrency(amount))
+                throw cli::CliFailure(
+                    QStringLiteral("The part not liable for the ACC earners' levy is more than the amount."));
+            form.notLiableText = notLiable;
+        }
         form.Text1_GotFocus(1);
         form.Text1[1] = amount;
         form.Text1_LostFocus(1);
@@ -61,7 +85,9 @@ int oneOff(const QStringList& args, QTextStream& out) {
     return 0;
 }
 
-cli::CliCommand oneOffCommand("one-off", "one-off EMPLOYEE_ID YYYY-MM-DD AMOUNT PAYMENT_NAME_ID TAX_TYPE_ID",
+cli::CliCommand oneOffCommand("one-off",
+                              "one-off EMPLOYEE_ID YYYY-MM-DD AMOUNT PAYMENT_NAME_ID TAX_TYPE_ID "
+                              "[--not-liable-for-levy AMOUNT]",
                               oneOff);
 
 } // namespace

@@ -130,7 +130,8 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
     if (!IsValidIrdNumber(employerIrd)) file.toFix << irdProblem(QStringLiteral("The employer"), employerIrd);
 
     // The header totals are the sums of the lines as written, cent for cent.
-    qint64 gross = 0, paye = 0, childSupport = 0, studentLoan = 0, kiwiSaver = 0, employerNet = 0, esct = 0;
+    qint64 gross = 0, notLiable = 0, paye = 0, childSupport = 0, studentLoan = 0, slcir = 0, slbor = 0, kiwiSaver = 0,
+           employerNet = 0, esct = 0, credits = 0;
     QString lines;
     for (const PaydayPay& p : pays) {
         if (!IsValidIrdNumber(p.irdNumber)) {
@@ -146,9 +147,11 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
             return file;
         }
         noteName(file, p.name());
-        const qint64 g = Cents(p.gross).toLongLong(), t = Cents(p.paye).toLongLong(),
-                     cs = Cents(p.childSupport).toLongLong(), sl = Cents(p.studentLoan).toLongLong(),
-                     ks = Cents(p.kiwiSaver).toLongLong(), es = Cents(p.esct).toLongLong();
+        const qint64 g = Cents(p.gross).toLongLong(), nl = Cents(p.notLiable).toLongLong(),
+                     t = Cents(p.payeBeforeCredit()).toLongLong(), cs = Cents(p.childSupport).toLongLong(),
+                     sl = Cents(p.studentLoan).toLongLong(), ci = Cents(p.slcir).toLongLong(),
+                     bo = Cents(p.slbor).toLongLong(), ks = Cents(p.kiwiSaver).toLongLong(),
+                     es = Cents(p.esct).toLongLong(), cr = Cents(p.givingCredit).toLongLong();
         // Net and ESCT add up to the contribution as the payslip shows it.
         const qint64 en = Cents(p.employerKiwiSaver).toLongLong() - es;
         lines += record({
@@ -163,28 +166,32 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
             cycle,
             QString::number(std::llround(p.hours * 100.0)),
             QString::number(g),
-            QStringLiteral("0"), // earnings not liable for ACC earners' levy
-            QStringLiteral("0"), // lump sum indicator
             QStringLiteral("0"), // prior period gross adjustment
+            QString::number(nl),
+            p.lumpSumIndicator ? QStringLiteral("1") : QStringLiteral("0"),
             QString::number(t),
             QStringLiteral("0"), // prior period PAYE adjustment
             QString::number(cs),
             p.childSupportCode,
             QString::number(sl),
-            QStringLiteral("0"), // SLCIR
-            QStringLiteral("0"), // SLBOR
+            QString::number(ci),
+            QString::number(bo),
             QString::number(ks),
             QString::number(en),
             QString::number(es),
-            QStringLiteral("0"), // tax credits for payroll donations
+            QString::number(cr),
             QStringLiteral("0"), // family tax credits
             QStringLiteral("0"), // share scheme
         });
         ++file.lines;
         gross += g;
+        notLiable += nl;
         paye += t;
         childSupport += cs;
         studentLoan += sl;
+        slcir += ci;
+        slbor += bo;
+        credits += cr;
         kiwiSaver += ks;
         employerNet += en;
         esct += es;
@@ -204,7 +211,8 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
         return file;
     }
 
-    const qint64 deducted = paye + childSupport + studentLoan + kiwiSaver + employerNet + esct;
+    // The payroll giving credits come off the PAYE paid to Inland Revenue.
+    const qint64 deducted = paye - credits + childSupport + studentLoan + slcir + slbor + kiwiSaver + employerNet + esct;
     file.text = record({
                     QStringLiteral("HEI2"),
                     IrdNumberNineDigits(employerIrd),
@@ -217,20 +225,20 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
                     field(settings.contactEmail),
                     QString::number(file.lines),
                     QString::number(gross),
-                    QStringLiteral("0"),
-                    QStringLiteral("0"),
+                    QStringLiteral("0"), // prior period gross adjustments
+                    QString::number(notLiable),
                     QString::number(paye),
-                    QStringLiteral("0"),
+                    QStringLiteral("0"), // prior period PAYE adjustments
                     QString::number(childSupport),
                     QString::number(studentLoan),
-                    QStringLiteral("0"),
-                    QStringLiteral("0"),
+                    QString::number(slcir),
+                    QString::number(slbor),
                     QString::number(kiwiSaver),
                     QString::number(employerNet),
                     QString::number(esct),
                     QString::number(deducted),
-                    QStringLiteral("0"),
-                    QStringLiteral("0"),
+                    QString::number(credits),
+                    QStringLiteral("0"), // family tax credits
                     QStringLiteral("0"),
                     field(PayrollPackageName()),
                     QStringLiteral("0001"),

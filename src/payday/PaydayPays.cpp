@@ -1,5 +1,7 @@
 #include "PaydayPays.h"
 #include "payengine/EmployeeTaxItems.h"
+#include "payengine/PayTaxFigures.h"
+#include "payengine/TaxItemLines.h"
 #include "data/Recordset.h"
 #include "frame/SettingGetters.h"
 #include "runtime/Convert.h"
@@ -147,10 +149,14 @@ QList<PaydayPay> LoadCommittedPays(Database& wage, const QDate& paymentDate) {
                            "DeductNames.DeductNameID WHERE DeductionDetails.WageID = ") +
             w + QStringLiteral(" AND ");
         p.kiwiSaver = lineSum(wage, deductions + QStringLiteral("lower(DeductNames.TaxName) = 'kiwisaver'"));
-        p.studentLoan =
-            lineSum(wage, deductions + QStringLiteral("lower(DeductNames.TaxName) = 'studentloan'"));
-        p.childSupport =
-            lineSum(wage, deductions + QStringLiteral("lower(DeductNames.DeductionName) = 'child support'"));
+        p.studentLoan = lineSum(wage, deductions + TaxItemLineCondition(taxitem::StudentLoan));
+        p.slcir = lineSum(wage, deductions + TaxItemLineCondition(taxitem::Commissioner));
+        p.slbor = lineSum(wage, deductions + TaxItemLineCondition(taxitem::Borrower));
+        p.childSupport = lineSum(wage, deductions + TaxItemLineCondition(taxitem::ChildSupport));
+        const PayTaxFigures figures = LoadPayTaxFigures(wage, p.wageID);
+        p.givingCredit = figures.givingCredit;
+        p.notLiable = figures.notLiable;
+        p.lumpSumIndicator = figures.lowestRate;
         // Less than the employee's standing amount asked: held down by the protected net earnings.
         if (p.childSupport > Currency()) {
             const EmployeeTaxItems items = LoadEmployeeTaxItems(wage, p.employeeID);

@@ -30,10 +30,15 @@ struct PaydayPay {
     bool paidByTheHour = false; // the employee's unit of pay is the hour
     double hours = 0;           // hours of the pay's lines paid by the hour, 0 when none are
     Currency gross; // total taxable: payments and taxable allowances
-    Currency paye;
+    Currency paye;              // the PAYE the pay took: less the payroll giving credit
     Currency childSupport;      // deduction lines named "Child Support"
     QString childSupportCode;   // "P" when the protected net earnings held the deduction below the amount asked
     Currency studentLoan;       // deduction lines marked "studentloan"
+    Currency slcir;             // the commissioner's extra student loan deductions
+    Currency slbor;             // the borrower's own extra student loan deductions
+    Currency givingCredit;      // the payroll giving credit, already taken off paye
+    Currency notLiable;         // earnings not liable for the ACC earners' levy
+    bool lumpSumIndicator = false; // an extra pay taxed at the lowest rate
     Currency kiwiSaver;         // deduction lines marked "kiwisaver"
     Currency employerKiwiSaver; // contribution lines marked "kiwisaver", before ESCT
     Currency esct;
@@ -41,6 +46,8 @@ struct PaydayPay {
 
     QString name() const { return (firstName + u' ' + lastName).trimmed(); }
     Currency employerKiwiSaverNet() const { return employerKiwiSaver - esct; }
+    // PAYE as the payday filing reports it: before the payroll giving credit.
+    Currency payeBeforeCredit() const { return paye + givingCredit; }
 };
 
 // Every pay whose Reference holds text and whose PaymentDate falls on the day, by employee name.

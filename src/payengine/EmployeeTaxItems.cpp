@@ -1,5 +1,6 @@
 #include "EmployeeTaxItems.h"
 #include "IrdMethod.h"
+#include "TaxItemLines.h"
 #include "TaxYearStore.h"
 #include "data/Database.h"
 #include "runtime/Convert.h"
@@ -38,16 +39,24 @@ static bool hasItemsTable(Database& wage) {
     return found.isValid() && !IsNull(found);
 }
 
+static bool hasSlcirColumn(Database& wage) {
+    return wage.scalar(QStringLiteral("SELECT count(*) FROM pragma_table_info('%1') WHERE name = 'SlcirRate'").arg(kTable))
+               .toInt() > 0;
+}
+
 void EnsureEmployeeTaxItemsTable(Database& wage) {
-    if (hasItemsTable(wage)) return;
-    // Amounts are stored in ten-thousandths, rates in thousandths of a per cent: exact, as entered.
-    wage.executeScript(QStringLiteral("CREATE TABLE IF NOT EXISTS %1 ("
-                                      " EmployeeID LONG PRIMARY KEY REFERENCES Employees(EmployeeID) ON DELETE CASCADE,"
-                                      " EsctRate LONG DEFAULT 0, EsctRateYear TEXT(20), EsctEstimate LONG DEFAULT 0,"
-                                      " ChildSupport LONG DEFAULT 0, PayrollGiving LONG DEFAULT 0,"
-                                      " SlSpecialRate LONG DEFAULT 0, SlExtra LONG DEFAULT 0,"
-                                      " TailoredRate LONG DEFAULT 0);")
-                           .arg(kTable));
+    if (!hasItemsTable(wage))
+        // Amounts are stored in ten-thousandths, rates in thousandths of a per cent: exact, as entered.
+        wage.executeScript(QStringLiteral("CREATE TABLE IF NOT EXISTS %1 ("
+                                          " EmployeeID LONG PRIMARY KEY REFERENCES Employees(EmployeeID) ON DELETE CASCADE,"
+                                          " EsctRate LONG DEFAULT 0, EsctRateYear TEXT(20), EsctEstimate LONG DEFAULT 0,"
+                                          " ChildSupport LONG DEFAULT 0, PayrollGiving LONG DEFAULT 0,"
+                                          " SlSpecialRate LONG DEFAULT 0, SlExtra LONG DEFAULT 0,"
+                                          " TailoredRate LONG DEFAULT 0, SlcirRate LONG DEFAULT 0);")
+                               .arg(kTable));
+    // A table made before the commissioner's deductions were kept gets their column.
+    if (!hasSlcirColumn(wage))
+        wage.executeScript(QStringLiteral("ALTER TABLE %1 ADD COLUMN SlcirRate LONG DEFAULT 0;").arg(kTable));
 }
 
 EmployeeTaxItems LoadEmployeeTaxItems(Database& wage, qint32 employeeID) {
@@ -57,10 +66,11 @@ EmployeeTaxItems LoadEmployeeTaxItems(Database& wage, qint32 employeeID) {
     if (!hasItemsTable(wage)) return items;
     const QVariantList row = wage.firstRow(
         QStringLiteral("SELECT EsctRate, EsctRateYear, EsctEstimate, ChildSupport, PayrollGiving, SlSpecialRate, "
-                       "SlExtra, TailoredRate FROM %1 WHERE EmployeeID = %2")
+                       "SlExtra, TailoredRate, %3 FROM %1 WHERE EmployeeID = %2")
             .arg(kTable)
-            .arg(employeeID));
-    if (row.size() < 8) return items;
+            .arg(employeeID)
+            .arg(hasSlcirColumn(wage) ? QStringLiteral("SlcirRate") : QStringLiteral("0")));
+    if (row.size() < 9) return items;
     items.esctRate = row.at(0).toInt();
     items.esctRateYear = IsNull(row.at(1)) ? QString() : row.at(1).toString();
     items.esctEstimate = money(row.at(2));
@@ -69,6 +79,7 @@ EmployeeTaxItems LoadEmployeeTaxItems(Database& wage, qint32 employeeID) {
     items.slSpecialRate = row.at(5).toInt();
     items.slExtra = money(row.at(6));
     items.tailoredRate = row.at(7).toInt();
+    items.slCommissionerRate = row.at(8).toInt();
     return items;
 }
 
@@ -79,6 +90,7 @@ QString EmployeeTaxItemsProblem(const EmployeeTaxItems& i) {
                              amountProblem(i.payrollGiving, QStringLiteral("payroll giving")),
                              rateProblem(i.slSpecialRate, QStringLiteral("student loan special rate")),
                              amountProblem(i.slExtra, QStringLiteral("student loan extra deduction")),
+                             rateProblem(i.slCommissionerRate, QStringLiteral("student loan commissioner's rate")),
                              rateProblem(i.tailoredRate, QStringLiteral("tailored tax code rate"))})
         if (!p.isEmpty()) return p;
     return QString();
@@ -89,12 +101,45 @@ namespace {
 void storeItems(Database& wage, const EmployeeTaxItems& i) {
     EnsureEmployeeTaxItemsTable(wage);
     wage.execute(QStringLiteral("INSERT OR REPLACE INTO %1 (EmployeeID, EsctRate, EsctRateYear, EsctEstimate, "
-                                "ChildSupport, PayrollGiving, SlSpecialRate, SlExtra, TailoredRate) "
-                                "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)")
+                                "ChildSupport, PayrollGiving, SlSpecialRate, SlExtra, TailoredRate, SlcirRate) "
+                                "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
                      .arg(kTable),
                  {i.employeeID, i.esctRate, i.esctRateYear.isEmpty() ? QVariant() : QVariant(i.esctRateYear),
                   qint64(i.esctEstimate.raw()), qint64(i.childSupport.raw()), qint64(i.payrollGiving.raw()),
-                  i.slSpecialRate, qint64(i.slExtra.raw()), i.tailoredRate});
+                  i.slSpecialRate, qint64(i.slExtra.raw()), i.tailoredRate, i.slCommissionerRate});
+}
+
+void syncStandingLine(Database& wage, qint32 employeeID, qint32 deductID, bool wanted, bool removeUnwanted) {
+    if (deductID == 0) return;
+    const bool has = wage.scalar(QStringLiteral("SELECT count(*) FROM EmployeeDeductions WHERE EmployeeID = %1 AND "
+                                                "DeductID = %2")
+                                     .arg(employeeID)
+                                     .arg(deductID))
+                         .toInt() > 0;
+    if (wanted && !has)
+        wage.execute(QStringLiteral("INSERT INTO EmployeeDeductions (EmployeeID, DeductID, FixedAmount, SpecialRate) "
+                                    "VALUES (?, ?, 0, 0)"),
+                     {employeeID, deductID});
+    else if (!wanted && has && removeUnwanted)
+        wage.execute(QStringLiteral("DELETE FROM EmployeeDeductions WHERE EmployeeID = ? AND DeductID = ? AND "
+                                    "Coalesce(FixedAmount, 0) = 0 AND Coalesce(SpecialRate, 0) = 0"),
+                     {employeeID, deductID});
+}
+
+// Each item above 0 puts its deduction among the employee's standing lines, so every new pay has it;
+// taking the item away (removeUnwanted) removes a line the item had put there.
+void syncStandingLines(Database& wage, const EmployeeTaxItems& i, bool removeUnwanted) {
+    if (i.payrollGiving > Currency() || i.slExtra > Currency() || i.slCommissionerRate > 0)
+        EnsureTaxItemDeductNames(wage);
+    const struct {
+        const QString& taxName;
+        bool wanted;
+    } lines[] = {{taxitem::ChildSupport, i.childSupport > Currency()},
+                 {taxitem::PayrollGiving, i.payrollGiving > Currency()},
+                 {taxitem::Commissioner, i.slCommissionerRate > 0},
+                 {taxitem::Borrower, i.slExtra > Currency()}};
+    for (const auto& l : lines)
+        syncStandingLine(wage, i.employeeID, TaxItemDeductID(wage, l.taxName), l.wanted, removeUnwanted);
 }
 
 } // namespace
@@ -103,26 +148,11 @@ void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& i) {
     const QString problem = EmployeeTaxItemsProblem(i);
     if (!problem.isEmpty()) throw VbError(5, QStringLiteral("EmployeeTaxItems"), problem);
     storeItems(wage, i);
-    // A child support amount puts the child support deduction among the employee's standing lines, so
-    // every new pay has it; taking the amount away removes a line the amount had put there.
-    const QVariant childSupport = wage.scalar(
-        QStringLiteral("SELECT DeductNameID FROM DeductNames WHERE lower(TaxName) = 'childsupport' "
-                       "OR lower(DeductionName) = 'child support' ORDER BY DeductNameID LIMIT 1"));
-    if (!childSupport.isValid() || IsNull(childSupport)) return;
-    const qint32 id = CLng(childSupport);
-    const bool has = wage.scalar(QStringLiteral("SELECT count(*) FROM EmployeeDeductions WHERE EmployeeID = %1 AND "
-                                                "DeductID = %2")
-                                     .arg(i.employeeID)
-                                     .arg(id))
-                         .toInt() > 0;
-    if (i.childSupport > Currency() && !has)
-        wage.execute(QStringLiteral("INSERT INTO EmployeeDeductions (EmployeeID, DeductID, FixedAmount, SpecialRate) "
-                                    "VALUES (?, ?, 0, 0)"),
-                     {i.employeeID, id});
-    else if (i.childSupport <= Currency() && has)
-        wage.execute(QStringLiteral("DELETE FROM EmployeeDeductions WHERE EmployeeID = ? AND DeductID = ? AND "
-                                    "Coalesce(FixedAmount, 0) = 0 AND Coalesce(SpecialRate, 0) = 0"),
-                     {i.employeeID, id});
+    syncStandingLines(wage, i, true);
+}
+
+void SyncStandingTaxItemLines(Database& wage, const EmployeeTaxItems& i) {
+    syncStandingLines(wage, i, false);
 }
 
 bool ParseRatePercent(const QString& text, qint32& thousandths) {

@@ -23,7 +23,8 @@ struct EmployeeTaxItems {
     Currency childSupport;     // asked of each pay
     Currency payrollGiving;    // donation of each pay
     qint32 slSpecialRate = 0;  // student loan special deduction rate; 0: the year's rate
-    Currency slExtra;          // borrower's extra deductions of each pay
+    Currency slExtra;          // borrower's extra deductions of each pay (SLBOR)
+    qint32 slCommissionerRate = 0; // Inland Revenue's compulsory extra deductions (SLCIR); 0: none
     qint32 tailoredRate = 0;   // the rate of a tailored tax code (STC) as on its certificate, levy included
 };
 
@@ -36,10 +37,14 @@ EmployeeTaxItems LoadEmployeeTaxItems(Database& wage, qint32 employeeID);
 // 100 per cent or with more than three decimals, a negative or too large amount.
 QString EmployeeTaxItemsProblem(const EmployeeTaxItems& items);
 
-// Validates (VbError 5 with the problem's text, nothing written) and stores the items. A child support
-// amount above 0 also puts the child support deduction among the employee's standing lines (so each new
-// pay has it); an amount of 0 takes away such a line that has no fixed amount or rate of its own.
+// Validates (VbError 5 with the problem's text, nothing written) and stores the items. Child support,
+// payroll giving, the commissioner's and the borrower's extra student loan deductions above 0 each put
+// their deduction among the employee's standing lines (so each new pay has it); at 0 such a line that
+// has no fixed amount or rate of its own is taken away again.
 void SaveEmployeeTaxItems(Database& wage, const EmployeeTaxItems& items);
+// Puts the standing deduction lines of the items above 0 back among the employee's, for a change of the
+// standing deductions that left them out. Takes nothing away.
+void SyncStandingTaxItemLines(Database& wage, const EmployeeTaxItems& items);
 
 // A per cent as typed ("17.5") to thousandths; false when it is not a number from 0 to 100 with at most
 // three decimals.

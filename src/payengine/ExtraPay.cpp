@@ -1,6 +1,8 @@
 #include "ExtraPay.h"
 #include "AppContext.h"
 #include "IrdPay.h"
+#include "PayTaxFigures.h"
+#include "TaxItemLines.h"
 #include "data/Database.h"
 #include "frame/Settings.h"
 #include "runtime/Convert.h"
@@ -30,7 +32,7 @@ bool IsExtraPayTaxType(Database& wage, qint32 taxTypeID) {
     return name.isValid() && !IsNull(name) && CStr(name) == QLatin1String(ExtraPayTaxName);
 }
 
-std::optional<Currency> ExtraPayPaye(qint32 employeeID, const QDate& date, Currency amount) {
+std::optional<ExtraPayTax> ExtraPayTaxOf(qint32 employeeID, const QDate& date, Currency amount, Currency notLiable) {
     const auto c = IrdContextOn(employeeID, date, 0);
     if (!c) return std::nullopt;
     Database& db = App().WageDatabase;
@@ -45,9 +47,36 @@ std::optional<Currency> ExtraPayPaye(qint32 employeeID, const QDate& date, Curre
                        "WHERE e.EmployeeID = %1")
             .arg(employeeID));
     const bool oneMonthly = four.value(1).toInt() == 1 && pays.isValid() && !IsNull(pays) && CDbl(pays) == 12.0;
-    const qint64 extra = CurrencyToCents(amount);
-    return CentsToCurrency(ird::ExtraPayPayeCents(c->figures, c->code, fourWeeks * (oneMonthly ? 12 : 13), extra,
-                                                  extra, c->items.tailoredRate));
+    const qint64 annualised = fourWeeks * (oneMonthly ? 12 : 13);
+    const qint64 extra = qMax<qint64>(0, CurrencyToCents(amount));
+    const qint64 notLiableCents = qBound<qint64>(0, CurrencyToCents(notLiable), extra);
+    ExtraPayTax t;
+    t.paye = CentsToCurrency(ird::ExtraPayPayeCents(c->figures, c->code, annualised, extra, extra - notLiableCents,
+                                                    c->items.tailoredRate));
+    t.notLiable = CentsToCurrency(notLiableCents);
+    t.lowestRate = ird::ExtraPayAtLowestRate(c->figures, c->code, annualised, extra);
+    if (c->code.studentLoan) {
+        const qint32 rate = c->items.slSpecialRate > 0 ? c->items.slSpecialRate : c->figures.studentLoanRate;
+        t.studentLoan = CentsToCurrency(ird::ExtraPayStudentLoanCents(c->figures, c->code, extra, c->items.slSpecialRate));
+        t.studentLoanBase = CentsToCurrency(extra / 100 * 100);
+        t.studentLoanRate = float(rate / 1000.0);
+    }
+    return t;
+}
+
+void SaveExtraPayFigures(qint32 wageID, const ExtraPayTax& tax) {
+    Database& db = App().WageDatabase;
+    PayTaxFigures figures = LoadPayTaxFigures(db, wageID);
+    figures.notLiable = tax.notLiable;
+    figures.lowestRate = tax.lowestRate;
+    SavePayTaxFigures(db, wageID, figures);
+    if (tax.studentLoan <= Currency()) return;
+    const qint32 loan = TaxItemDeductID(db, taxitem::StudentLoan);
+    if (loan == 0) return;
+    db.execute(QStringLiteral("INSERT INTO DeductionDetails (WageID, DeductNameID, AmountCalcon, Percentage, Deductions) "
+                              "VALUES (?, ?, ?, ?, ?)"),
+               {wageID, loan, tax.studentLoanBase.toDouble(), double(tax.studentLoanRate), tax.studentLoan.toDouble()});
+    db.execute(QStringLiteral("UPDATE Wages SET Deductions = ? WHERE WageID = ?"), {tax.studentLoan.toDouble(), wageID});
 }
 
 } // namespace ql

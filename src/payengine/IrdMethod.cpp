@@ -135,6 +135,19 @@ qint64 StudentLoanCents(const TaxYearFigures& f, const TaxCode& code, qint64 ear
     return floorDiv(base * rate, UnitsPerDollar);
 }
 
+qint64 StudentLoanCommissionerCents(const TaxYearFigures& f, const TaxCode& code, qint64 earningsCents, int pays,
+                                    qint32 rate) {
+    if (rate <= 0 || earningsCents <= 0) return 0;
+    const qint64 base = wholeDollars(earningsCents) * 100 - (code.secondary() ? 0 : StudentLoanThresholdCents(f, pays));
+    return base <= 0 ? 0 : floorDiv(base * rate + UnitsPerDollar / 2, UnitsPerDollar);
+}
+
+qint64 ExtraPayStudentLoanCents(const TaxYearFigures& f, const TaxCode& code, qint64 extraCents, qint32 specialRate) {
+    if (!code.studentLoan || extraCents <= 0) return 0;
+    const qint32 rate = specialRate > 0 ? specialRate : f.studentLoanRate;
+    return floorDiv(wholeDollars(extraCents) * 100 * rate, UnitsPerDollar);
+}
+
 qint64 PercentCutCents(qint64 amountCents, qint32 rate) {
     return amountCents <= 0 ? 0 : floorDiv(amountCents * rate, UnitsPerDollar);
 }
@@ -161,22 +174,46 @@ qint64 PayrollGivingCreditCents(qint64 donationCents, qint64 taxElementCents) {
     return qMin(floorDiv(donationCents * 333333, 1000000), qMax<qint64>(taxElementCents, 0));
 }
 
+namespace {
+
+const QList<TaxBand>& extraPayBands(const TaxYearFigures& f) {
+    return f.extraPayBands.isEmpty() ? f.bands : f.extraPayBands;
+}
+
+// The band the grossed-up figure (the yearly figure plus the extra pay, cents dropped) falls in.
+int extraPayBand(const TaxYearFigures& f, qint64 annualisedCents, qint64 extraCents) {
+    const qint64 grossedUp = floorDiv(annualisedCents + extraCents, 100);
+    const QList<TaxBand>& bands = extraPayBands(f);
+    for (int i = 0; i < bands.size(); ++i)
+        if (bands.at(i).upTo == 0 || grossedUp <= bands.at(i).upTo) return i;
+    return int(bands.size()) - 1;
+}
+
+} // namespace
+
+qint32 ExtraPayRate(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents, qint64 extraCents,
+                    qint32 tailoredRate) {
+    if (code.kind == CodeKind::Flat || code.kind == CodeKind::Tailored) return flatRate(f, code, tailoredRate);
+    if (code.kind == CodeKind::Unknown) return 0;
+    const int band = extraPayBand(f, annualisedCents, extraCents);
+    return band < 0 ? 0 : extraPayBands(f).at(band).rate;
+}
+
+bool ExtraPayAtLowestRate(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents, qint64 extraCents) {
+    return (code.kind == CodeKind::Main || code.kind == CodeKind::MainCredit) && extraCents > 0 &&
+           extraPayBand(f, annualisedCents, extraCents) == 0;
+}
+
 qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents,
                          qint64 extraCents, qint64 liableCents, qint32 tailoredRate) {
-    if (extraCents <= 0) return 0;
-    if (code.kind == CodeKind::Flat || code.kind == CodeKind::Tailored) {
+    if (extraCents <= 0 || code.kind == CodeKind::Unknown) return 0;
+    liableCents = qBound<qint64>(0, liableCents, extraCents);
+    const qint32 rate = ExtraPayRate(f, code, annualisedCents, extraCents, tailoredRate);
+    if (code.kind == CodeKind::Flat || code.kind == CodeKind::Tailored)
         // Cents times (rate + levy on the liable part) in hundred-thousandths of a cent.
-        const qint32 rate = flatRate(f, code, tailoredRate);
         return floorDiv(extraCents * rate + liableCents * f.accLevyRate, UnitsPerDollar);
-    }
-    if (code.kind == CodeKind::Unknown) return 0;
     const qint64 annualised = floorDiv(annualisedCents, 100);
     const qint64 grossedUp = floorDiv(annualisedCents + extraCents, 100);
-    qint32 rate = 0;
-    for (const TaxBand& b : f.extraPayBands.isEmpty() ? f.bands : f.extraPayBands) {
-        rate = b.rate;
-        if (b.upTo == 0 || grossedUp <= b.upTo) break;
-    }
     // The levy in hundred-thousandths of a cent, on the liable part up to the maximum.
     qint64 levy = 0;
     if (grossedUp <= f.accMaxLiable)

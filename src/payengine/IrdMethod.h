@@ -36,6 +36,15 @@ qint64 StudentLoanThresholdCents(const TaxYearFigures& f, int pays);
 qint64 StudentLoanCents(const TaxYearFigures& f, const TaxCode& code, qint64 earningsCents, int pays,
                         qint32 specialRate = 0);
 
+// The commissioner's compulsory extra deduction (SLCIR) at rate (thousandths of a per cent): the whole
+// dollars of the pay less the per-pay threshold (none on secondary codes), to the nearest cent.
+qint64 StudentLoanCommissionerCents(const TaxYearFigures& f, const TaxCode& code, qint64 earningsCents, int pays,
+                                    qint32 rate);
+// Student loan on an extra pay made apart from a regular pay: the rate (the special rate when above 0) on
+// its whole dollars, no threshold, cut to cents; none without SL in the code.
+qint64 ExtraPayStudentLoanCents(const TaxYearFigures& f, const TaxCode& code, qint64 extraCents,
+                                qint32 specialRate = 0);
+
 // A rate (thousandths of a per cent) of an amount, cut to cents: KiwiSaver and the like.
 qint64 PercentCutCents(qint64 amountCents, qint32 rate);
 // ESCT: the employer's contribution cut to whole dollars, times the rate, cut to cents.
@@ -55,5 +64,10 @@ qint64 PayrollGivingCreditCents(qint64 donationCents, qint64 taxElementCents);
 // liableCents up to the levy's maximum. Flat and tailored codes take their own rate and the levy.
 qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents,
                          qint64 extraCents, qint64 liableCents, qint32 tailoredRate = 0);
+// The rate (thousandths of a per cent, levy not included) the extra-pay method takes, and whether it is
+// the lowest band's (the payday filing's lump sum indicator; never for flat and tailored codes).
+qint32 ExtraPayRate(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents, qint64 extraCents,
+                    qint32 tailoredRate = 0);
+bool ExtraPayAtLowestRate(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents, qint64 extraCents);
 
 } // namespace ql::ird

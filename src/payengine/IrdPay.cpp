@@ -1,5 +1,6 @@
 #include "IrdPay.h"
 #include "AppContext.h"
+#include "TaxItemLines.h"
 #include "TaxYearStore.h"
 #include "data/Database.h"
 #include "frame/Settings.h"
@@ -67,10 +68,13 @@ bool IrdPercentLine(const QString& nameTable, qint32 nameID, Currency base, floa
     const QString taxName = names.isEmpty() || IsNull(names.at(0)) ? QString() : CStr(names.at(0)).toLower();
     const QString lineName = names.size() < 2 || IsNull(names.at(1)) ? QString() : CStr(names.at(1)).toLower();
     const bool kiwiSaver = taxName == QLatin1String("kiwisaver");
-    const bool studentLoan = deduction && taxName == QLatin1String("studentloan");
+    const bool studentLoan = deduction && taxName == taxitem::StudentLoan;
     const bool childSupport =
-        deduction && (taxName == QLatin1String("childsupport") || lineName == QLatin1String("child support"));
-    if (!kiwiSaver && !studentLoan && !childSupport) return false;
+        deduction && (taxName == taxitem::ChildSupport || lineName == QLatin1String("child support"));
+    const bool giving = deduction && taxName == taxitem::PayrollGiving;
+    const bool commissioner = deduction && taxName == taxitem::Commissioner;
+    const bool borrower = deduction && taxName == taxitem::Borrower;
+    if (!kiwiSaver && !studentLoan && !childSupport && !giving && !commissioner && !borrower) return false;
     const std::optional<IrdPayContext> c = IrdContextForPay(app.CurrentEmployeeID, app.CurrentWageID, paysPerYear);
     if (!c) return false;
     const qint64 cents = CurrencyToCents(base);
@@ -90,6 +94,23 @@ bool IrdPercentLine(const QString& nameTable, qint32 nameID, Currency base, floa
         amount = CentsToCurrency(taken);
         return true;
     }
+    if (giving || borrower) {
+        // The employee's standing amount, as a fixed line (percentage 100): an amount typed over it is
+        // worked out again at the next recalculation, as on any fixed line.
+        const Currency standing = giving ? c->items.payrollGiving : c->items.slExtra;
+        amountCalcOn = standing;
+        percentage = 100;
+        amount = standing;
+        return true;
+    }
+    if (commissioner) {
+        const qint64 threshold = c->code.secondary() ? 0 : ird::StudentLoanThresholdCents(c->figures, c->pays);
+        amountCalcOn = CentsToCurrency(qMax<qint64>(0, (cents / 100) * 100 - threshold));
+        percentage = float(c->items.slCommissionerRate / 1000.0);
+        amount = CentsToCurrency(ird::StudentLoanCommissionerCents(c->figures, c->code, cents, c->pays,
+                                                                   c->items.slCommissionerRate));
+        return true;
+    }
     // Student loan: the whole dollars of the pay less the per-pay threshold (none on secondary codes).
     const qint32 rate = c->items.slSpecialRate > 0 ? c->items.slSpecialRate : c->figures.studentLoanRate;
     const qint64 threshold = c->code.secondary() ? 0 : ird::StudentLoanThresholdCents(c->figures, c->pays);
@@ -98,6 +119,20 @@ bool IrdPercentLine(const QString& nameTable, qint32 nameID, Currency base, floa
     percentage = float(rate / 1000.0);
     amount = CentsToCurrency(ird::StudentLoanCents(c->figures, c->code, cents, c->pays, c->items.slSpecialRate));
     return true;
+}
+
+qint64 PayrollGivingCreditForPay(const IrdPayContext& c, qint32 wageID, qint64 taxableCents) {
+    const QVariant donations = App().WageDatabase.scalar(
+        QStringLiteral("SELECT Total(CASE WHEN DeductionDetails.Percentage = 100 THEN DeductionDetails.Deductions "
+                       "ELSE %1 END) FROM DeductionDetails INNER JOIN DeductNames ON DeductNames.DeductNameID = "
+                       "DeductionDetails.DeductNameID WHERE DeductionDetails.WageID = %2 AND %3")
+            .arg(c.items.payrollGiving.toDouble(), 0, 'f', 4)
+            .arg(wageID)
+            .arg(TaxItemLineCondition(taxitem::PayrollGiving)));
+    const qint64 donated = CurrencyToCents(CCur(donations));
+    if (donated <= 0) return 0;
+    return ird::PayrollGivingCreditCents(donated,
+                                         ird::TaxElementCents(c.figures, c.code, taxableCents, c.pays, c.items.tailoredRate));
 }
 
 } // namespace ql

@@ -29,10 +29,16 @@ qint64 CurrencyToCents(Currency c); // cut toward zero
 qint32 RateThousandths(float percent);
 
 // The exact line of a percentage deduction or contribution of the current pay whose TaxName is
-// kiwisaver or studentloan, or a child support deduction (TaxName childsupport or the name "Child
-// Support") of an employee with a child support amount: sets the base, the percentage and the amount
-// and returns true; false when the line is none of these or the pay has no context.
+// kiwisaver or studentloan, a child support deduction (TaxName childsupport or the name "Child
+// Support") of an employee with a child support amount, or a line of the employee's payroll giving or
+// extra student loan deductions (TaxItemLines.h): sets the base, the percentage and the amount and
+// returns true; false when the line is none of these or the pay has no context.
 bool IrdPercentLine(const QString& nameTable, qint32 nameID, Currency base, float paysPerYear, float& percentage,
                     Currency& amountCalcOn, Currency& amount);
+
+// The payroll giving credit of a pay of taxable cents: a third of the donations of its payroll giving
+// lines as the recalculation leaves them (a fixed line's amount, else the employee's standing
+// donation), at most the tax element of its PAYE.
+qint64 PayrollGivingCreditForPay(const IrdPayContext& c, qint32 wageID, qint64 taxableCents);
 
 } // namespace ql

@@ -88,8 +88,14 @@ void OneOffForm::cmbTaxType_Click() {
     Text1[2] = currencyText(QVariant::fromValue(PAYE));
 }
 
+void OneOffForm::notLiable_LostFocus() {
+    notLiableText = IsNumeric(notLiableText) ? currencyText(CDbl(notLiableText)) : QString();
+    cmbTaxType_Click();
+}
+
 void OneOffForm::CALCOneOffPAYE() {
     PAYE = Currency();
+    extraPay.reset();
     trap(QStringLiteral("CALCOneOffPAYE"), [&] {
         if (!IsNumeric(Text1[1]) || cmbTaxType.selectedIndex() < 0) return;
         const Currency amount = RoundCurrency(Text1[1]);
@@ -101,9 +107,11 @@ void OneOffForm::CALCOneOffPAYE() {
         CalcTaxSteps(query, amount, 1.0f, record, PAYE, closingProcess);
         // An extra pay of a New Zealand employee: Inland Revenue's extra-pay method.
         if (IsExtraPayTaxType(App().WageDatabase, taxType) && IsDate(Text1[0])) {
-            if (const auto paye = ExtraPayPaye(App().CurrentEmployeeID, CDate(Text1[0]), amount)) {
-                PAYE = *paye;
-                record.PAYE = *paye;
+            const Currency notLiable = IsNumeric(notLiableText) ? RoundCurrency(notLiableText) : Currency();
+            extraPay = ExtraPayTaxOf(App().CurrentEmployeeID, CDate(Text1[0]), amount, notLiable);
+            if (extraPay) {
+                PAYE = extraPay->paye;
+                record.PAYE = extraPay->paye;
             }
         }
         record.TaxableAmount = amount;
@@ -130,8 +138,9 @@ void OneOffForm::Form_Unload() {
     if (Cancelled) return;
     Currency amount;
     skipErrors([&] { amount = RoundCurrency(Text1[1]); });
-    // The tax is the calculated one, whatever the PAYE box shows.
-    const Currency takeHome = amount - PAYE;
+    // The tax is the calculated one, whatever the PAYE box shows; an extra pay's student loan comes off too.
+    const Currency studentLoan = extraPay ? extraPay->studentLoan : Currency();
+    const Currency takeHome = amount - PAYE - studentLoan;
     if (cmbPayName.selectedIndex() < 0 || !IsDate(Text1[0])) return;
     AppContext& app = App();
     qint32 wageID = 0;
@@ -143,6 +152,7 @@ void OneOffForm::Form_Unload() {
     madeWageID = wageID;
     skipErrors([&] { SavePaymentDetails(wageID, amount, cmbPayName.itemData(cmbPayName.selectedIndex())); });
     skipErrors([&] { AddTaxDetail(wageID, record); });
+    if (extraPay && wageID != 0) skipErrors([&] { SaveExtraPayFigures(wageID, *extraPay); });
 }
 
 void SavePaymentDetails(qint32 wageID, Currency amount, qint32 paymentNameID) {

@@ -4,6 +4,7 @@
 // and what the dialog keeps in memory. The pay is made in the unload, unless the dialog was cancelled,
 // so closing the window by its title bar counts as OK. frmOneOff shows this object; the command line
 // and the tests drive it directly.
+#include "ExtraPay.h"
 #include "Paye.h"
 #include "data/ComboModel.h"
 #include "runtime/Currency.h"
@@ -20,6 +21,9 @@ public:
     // Text1(0) the date, Text1(1) the amount, Text1(2) the PAYE.
     QString Text1[3];
     QDate pickerDate;      // the date picker beside Text1(0)
+    // Of an extra pay: the part not liable for the ACC earners' levy (a redundancy or retiring payment);
+    // empty or not a number counts as none.
+    QString notLiableText;
     ComboModel cmbPayName; // item data PaymentNameID
     ComboModel cmbTaxType; // item data TaxTypeID; flat tax types (one step) only
     bool cmdOKEnabled = false;
@@ -27,6 +31,7 @@ public:
     bool Cancelled = false;
     TaxDetailRecord record;
     Currency PAYE;      // the calculated tax; a figure typed into Text1(2) is shown, never used
+    std::optional<ExtraPayTax> extraPay; // Inland Revenue's method, when the tax type is "Extra pay"
     QString remembered; // what the amount or PAYE box held when it got the focus
     QDate openedFor;
 
@@ -43,6 +48,9 @@ public:
     void Text1_Enter(int index);
     void Text1_LostFocus(int index);
     void cmbTaxType_Click();
+    // Leaving the box of the part not liable for the levy: a number in currency format, else empty; the
+    // PAYE is worked out again.
+    void notLiable_LostFocus();
     void CALCOneOffPAYE();
     // Both unload the dialog; the unload makes the pay unless cancelled.
     void cmdOK_Click();

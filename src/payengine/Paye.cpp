@@ -3,6 +3,7 @@
 #include "CountryEquations.h"
 #include "EditChecks.h"
 #include "IrdPay.h"
+#include "PayTaxFigures.h"
 #include "PayView.h"
 #include "data/Database.h"
 #include "data/Recordset.h"
@@ -164,8 +165,14 @@ QString CalcPAYE(qint32 employeeID, qint32 wageID, Currency taxable, float paysP
         rs->Close();
         // A New Zealand pay with a tax year in force: Inland Revenue's method, exactly.
         if (const auto c = IrdContextForPay(employeeID, wageID, paysPerYear)) {
-            record.PAYE = CentsToCurrency(
-                ird::PayeCents(c->figures, c->code, CurrencyToCents(taxable), c->pays, c->items.tailoredRate));
+            // The payroll giving credit comes off the PAYE the pay takes; the payday filing reports both.
+            const qint64 cents = CurrencyToCents(taxable);
+            const qint64 credit = PayrollGivingCreditForPay(*c, wageID, cents);
+            record.PAYE =
+                CentsToCurrency(ird::PayeCents(c->figures, c->code, cents, c->pays, c->items.tailoredRate) - credit);
+            PayTaxFigures figures = LoadPayTaxFigures(App().WageDatabase, wageID);
+            figures.givingCredit = CentsToCurrency(credit);
+            SavePayTaxFigures(App().WageDatabase, wageID, figures);
             App().WageDatabase.execute(
                 QStringLiteral("Delete FROM TaxDetails WHERE TaxDetails.WageID = %1").arg(wageID));
             AddTaxDetail(wageID, record);

@@ -65,6 +65,13 @@ frmOneOff::frmOneOff(const QVariant& date, QWidget* parent) : QDialog(parent) {
     m_cmbTaxType = new QComboBox(this);
     m_cmbTaxType->setObjectName(QStringLiteral("cmbTaxType"));
     m_cmbTaxType->setAccessibleName(QStringLiteral("Tax Type"));
+    m_notLiable = new QLineEdit(this);
+    m_notLiable->setObjectName(QStringLiteral("txtNotLiable"));
+    m_notLiable->setAccessibleName(QStringLiteral("Not liable for ACC levy"));
+    m_notLiable->setAccessibleDescription(
+        QStringLiteral("Of an extra pay: the part not liable for the ACC earners' levy, such as a redundancy payment"));
+    m_notLiable->setAlignment(Qt::AlignRight);
+    m_notLiable->installEventFilter(this);
     m_cmdOK = new QPushButton(QStringLiteral("&OK"), this);
     m_cmdOK->setObjectName(QStringLiteral("cmdOK"));
     m_cmdOK->setAccessibleName(QStringLiteral("OK"));
@@ -92,7 +99,8 @@ frmOneOff::frmOneOff(const QVariant& date, QWidget* parent) : QDialog(parent) {
     addRow(1, QStringLiteral("&Payment Type"), m_cmbPayName);
     addRow(2, QStringLiteral("A&mount"), m_text1[1]);
     addRow(3, QStringLiteral("&Tax Type"), m_cmbTaxType);
-    addRow(4, QStringLiteral("PA&YE"), m_text1[2]);
+    addRow(4, QStringLiteral("Not liable for ACC &levy"), m_notLiable);
+    addRow(5, QStringLiteral("PA&YE"), m_text1[2]);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(m_cmdOK);
@@ -106,7 +114,8 @@ frmOneOff::frmOneOff(const QVariant& date, QWidget* parent) : QDialog(parent) {
     setTabOrder(m_picker, m_cmbPayName);
     setTabOrder(m_cmbPayName, m_text1[1]);
     setTabOrder(m_text1[1], m_cmbTaxType);
-    setTabOrder(m_cmbTaxType, m_text1[2]);
+    setTabOrder(m_cmbTaxType, m_notLiable);
+    setTabOrder(m_notLiable, m_text1[2]);
     setTabOrder(m_text1[2], m_cmdOK);
     setTabOrder(m_cmdOK, m_cmdCancel);
 
@@ -134,9 +143,8 @@ frmOneOff::frmOneOff(const QVariant& date, QWidget* parent) : QDialog(parent) {
     });
     connect(m_cmdOK, &QPushButton::clicked, this, [this] {
         // A click by the access key leaves the box first, as a click by the mouse does.
-        for (int i = 0; i < 3; ++i)
-            if (focusWidget() == m_text1[i] && m_text1[i]->hasFocus())
-                m_cmdOK->setFocus(Qt::ShortcutFocusReason);
+        for (QLineEdit* box : {m_text1[0], m_text1[1], m_text1[2], m_notLiable})
+            if (focusWidget() == box && box->hasFocus()) m_cmdOK->setFocus(Qt::ShortcutFocusReason);
         if (m_cmdOK->isEnabled()) unloadAndClose(false);
     });
     connect(m_cmdCancel, &QPushButton::clicked, this, [this] { unloadAndClose(true); });
@@ -161,6 +169,7 @@ void frmOneOff::showState() {
     m_showing = true;
     for (int i = 0; i < 3; ++i)
         if (m_text1[i]->text() != m_form.Text1[i]) m_text1[i]->setText(m_form.Text1[i]);
+    if (m_notLiable->text() != m_form.notLiableText) m_notLiable->setText(m_form.notLiableText);
     if (m_form.pickerDate.isValid()) m_picker->setDate(m_form.pickerDate);
     m_cmbPayName->setCurrentIndex(m_form.cmbPayName.selectedIndex());
     m_cmbTaxType->setCurrentIndex(m_form.cmbTaxType.selectedIndex());
@@ -182,6 +191,11 @@ void frmOneOff::applyFocusRequest() {
 }
 
 bool frmOneOff::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_notLiable && !m_closed && event->type() == QEvent::FocusOut) {
+        m_form.notLiableText = m_notLiable->text();
+        act("txtNotLiable_LostFocus", [&] { m_form.notLiable_LostFocus(); });
+        showState();
+    }
     for (int i = 0; i < 3; ++i) {
         if (watched != m_text1[i] || m_closed) continue;
         if (event->type() == QEvent::FocusIn) {

@@ -25,6 +25,7 @@ public:
     QLineEdit* text1(int index) const { return m_text1[index]; }
     QComboBox* cmbPayName() const { return m_cmbPayName; }
     QComboBox* cmbTaxType() const { return m_cmbTaxType; }
+    QLineEdit* notLiable() const { return m_notLiable; }
     QPushButton* cmdOK() const { return m_cmdOK; }
     QPushButton* cmdCancel() const { return m_cmdCancel; }
     QWidget* picker() const;
@@ -49,6 +50,7 @@ private:
     FHDatePicker* m_picker = nullptr;
     QComboBox* m_cmbPayName = nullptr;
     QComboBox* m_cmbTaxType = nullptr;
+    QLineEdit* m_notLiable = nullptr; // of an extra pay: the part not liable for the ACC earners' levy
     QPushButton* m_cmdOK = nullptr;
     QPushButton* m_cmdCancel = nullptr;
     bool m_showing = false;

@@ -58,7 +58,7 @@ TEST_F(OneOffDialogTest, ControlsHaveNamesAndAccessKeys) {
         captions << l->text();
         EXPECT_NE(l->buddy(), nullptr) << l->text().toStdString();
     }
-    EXPECT_EQ(captions, QStringList({"&Date", "&Payment Type", "A&mount", "&Tax Type", "PA&YE"}));
+    EXPECT_EQ(captions, QStringList({"&Date", "&Payment Type", "A&mount", "&Tax Type", "Not liable for ACC &levy", "PA&YE"}));
     EXPECT_EQ(d.text1(0)->text(), QStringLiteral("10/04/2026"));
     EXPECT_EQ(d.pickerDate(), QDate(2026, 4, 10));
     EXPECT_FALSE(d.cmdOK()->isEnabled());
@@ -162,4 +162,30 @@ TEST_F(OneOffDialogTest, Screenshot) {
     EXPECT_TRUE(d.grab().save(file));
     std::cout << "screenshot: " << file.toStdString() << std::endl;
     d.form().Cancelled = true;
+}
+
+TEST_F(OneOffDialogTest, TheBoxOfAPartNotLiableForTheLevyTakesTheLevyOff) {
+    ql::frmOneOff d(kBonus(), nullptr);
+    activate(d);
+    EXPECT_FALSE(d.notLiable()->accessibleName().isEmpty());
+    d.cmbPayName()->setCurrentIndex(d.cmbPayName()->findText(QStringLiteral("Holiday Pay")));
+    d.cmbTaxType()->setCurrentIndex(d.cmbTaxType()->findText(QStringLiteral("Extra pay")));
+    ASSERT_GE(d.cmbTaxType()->currentIndex(), 0);
+    type(d, 1, QStringLiteral("1000"));
+    key(d.text1(1), Qt::Key_Tab);
+    settle();
+    const ql::Currency withLevy = d.form().PAYE;
+    EXPECT_GT(withLevy, ql::Currency());
+    // By keyboard: tab from the tax type into the box, type the whole amount, tab on.
+    d.notLiable()->setFocus(Qt::TabFocusReason);
+    settle();
+    d.notLiable()->setText(QStringLiteral("1000"));
+    key(d.notLiable(), Qt::Key_Tab);
+    settle();
+    EXPECT_EQ(d.notLiable()->text(), QStringLiteral("$1,000.00"));
+    // No levy on the part not liable: 2026/27's 1.75% of 1,000.00 comes off.
+    EXPECT_EQ(withLevy - d.form().PAYE, ql::Currency::fromDouble(17.5));
+    EXPECT_EQ(d.text1(2)->text(), ql::Format(QVariant::fromValue(d.form().PAYE), QStringLiteral("currency")));
+    d.cmdOK()->click();
+    ASSERT_GT(d.form().madeWageID, 0);
 }
