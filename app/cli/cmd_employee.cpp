@@ -288,8 +288,7 @@ const cli::CliCommand employeeCommand(
     ""
     "[--kiwisaver-status AE|AK|OK|NK|CT] [--kiwisaver-start YYYY-MM-DD] [--employer-kiwisaver R] [--account A] [--annual-leave DAYS] "
     "[--leave-brought-forward DAYS] [--deduction NAME=AMOUNT|NAME=RATE%]... [--contribution NAME=AMOUNT|NAME=RATE%]... [--esct-rate PERCENT] [--child-support AMOUNT] "
-    "[--payroll-giving AMOUNT] [--sl-special-rate PERCENT] [--sl-extra AMOUNT] [--sl-commissioner-rate PERCENT]
-"
+    "[--payroll-giving AMOUNT] [--sl-special-rate PERCENT] [--sl-extra AMOUNT] [--sl-commissioner-rate PERCENT]\n"
     "       employee edit EMPLOYEE_ID [any option of add]\n"
     "       employee show EMPLOYEE_ID\n"
     "       employee finish EMPLOYEE_ID YYYY-MM-DD\n"
