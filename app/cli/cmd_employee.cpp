@@ -101,11 +101,14 @@ QString json(ql::Database& wage, const ql::EmployeeDetails& d) {
     QString interval;
     for (const ql::PayIntervalChoice& c : ql::PayIntervalChoices(wage))
         if (c.option == d.Interval) interval = c.name;
-    QStringList deductions;
-    for (const ql::StandingDeduction& s : d.Deductions)
-        deductions << QStringLiteral("{\"Name\": %1, \"Amount\": %2, \"Rate\": %3}")
-                          .arg(cli::jsonString(s.name), s.percent ? QStringLiteral("null") : number(s.amount.toDouble()),
-                               s.percent ? number(s.rate) : QStringLiteral("null"));
+    auto standing = [](const QList<ql::StandingDeduction>& list) {
+        QStringList out;
+        for (const ql::StandingDeduction& s : list)
+            out << QStringLiteral("{\"Name\": %1, \"Amount\": %2, \"Rate\": %3}")
+                       .arg(cli::jsonString(s.name), s.percent ? QStringLiteral("null") : number(s.amount.toDouble()),
+                            s.percent ? number(s.rate) : QStringLiteral("null"));
+        return out.join(QStringLiteral(", "));
+    };
     const QString kiwiSaver = d.KiwiSaver == ql::KiwiSaverStatus::Enrolled   ? QStringLiteral("enrolled")
                               : d.KiwiSaver == ql::KiwiSaverStatus::OptedOut ? QStringLiteral("opted-out")
                                                                               : QStringLiteral("no");
@@ -122,6 +125,7 @@ QString json(ql::Database& wage, const ql::EmployeeDetails& d) {
         QStringLiteral("\"IRDNumber\": %1")
             .arg(d.IRDNumber.isEmpty() ? QStringLiteral("null") : cli::jsonString(d.IRDNumber)),
         QStringLiteral("\"TaxCode\": %1").arg(cli::jsonString(d.TaxCode)),
+        QStringLiteral("\"STCRate\": %1").arg(rateJson(d.STCRate)),
         QStringLiteral("\"StudentLoan\": %1").arg(ql::HasStudentLoan(d.TaxCode) ? "true" : "false"),
         QStringLiteral("\"PayInterval\": %1").arg(cli::jsonString(interval)),
         QStringLiteral("\"PayRate\": %1").arg(d.PayRate.toFixed4()),
@@ -141,7 +145,8 @@ QString json(ql::Database& wage, const ql::EmployeeDetails& d) {
         QStringLiteral("\"Account\": %1").arg(d.Account.isEmpty() ? QStringLiteral("null") : cli::jsonString(d.Account)),
         QStringLiteral("\"AnnualLeaveDays\": %1").arg(number(d.AnnualLeaveDays)),
         QStringLiteral("\"LeaveBroughtForward\": %1").arg(number(d.LeaveBroughtForward)),
-        QStringLiteral("\"Deductions\": [%1]").arg(deductions.join(QStringLiteral(", "))),
+        QStringLiteral("\"Deductions\": [%1]").arg(standing(d.Deductions)),
+        QStringLiteral("\"Contributions\": [%1]").arg(standing(d.Contributions)),
         QStringLiteral("\"ESCTRate\": %1").arg(rateJson(items.esctRate)),
         QStringLiteral("\"ChildSupport\": %1").arg(number(items.childSupport.toDouble())),
         QStringLiteral("\"PayrollGiving\": %1").arg(number(items.payrollGiving.toDouble())),
@@ -170,6 +175,7 @@ int add(const QStringList& args, QTextStream& out) {
     const qint32 id = applyAndSave(db, d, values);
     if (tax.any()) {
         items.employeeID = id;
+        items.tailoredRate = ql::LoadEmployeeTaxItems(db.wage, id).tailoredRate; // saved with the employee
         ql::SaveEmployeeTaxItems(db.wage, items);
     }
     out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
@@ -183,14 +189,16 @@ int edit(const QStringList& args, QTextStream& out) {
     const auto values = fieldOptions(takeTaxOptions(args, tax), 2);
     Databases db;
     ql::EmployeeDetails d = ql::LoadEmployee(db.wage, db.farm, id);
-    const ql::EmployeeTaxItems items =
+    ql::EmployeeTaxItems items =
         tax.any() ? applyTaxOptions(db.wage, ql::LoadEmployeeTaxItems(db.wage, id), tax) : ql::EmployeeTaxItems{};
     applyAndSave(db, d, values);
-    if (tax.any())
+    if (tax.any()) {
+        items.tailoredRate = ql::LoadEmployeeTaxItems(db.wage, id).tailoredRate; // saved with the employee
         ql::SaveEmployeeTaxItems(db.wage, items);
-    else
+    } else {
         // New standing deductions keep the lines the employee's tax items stand for.
         ql::SyncStandingTaxItemLines(db.wage, ql::LoadEmployeeTaxItems(db.wage, id));
+    }
     out << json(db.wage, ql::LoadEmployee(db.wage, db.farm, id));
     return 0;
 }
@@ -271,12 +279,12 @@ int employee(const QStringList& args, QTextStream& out) {
 
 const cli::CliCommand employeeCommand(
     "employee",
-    "employee add --first T --last T --start YYYY-MM-DD --tax-code CODE "
+    "employee add --first T --last T --start YYYY-MM-DD --tax-code CODE [--stc-rate PERCENT] "
     "--interval weekly|fortnightly|four-weekly|monthly (--rate R | --salary S) [--ird N] [--birth YYYY-MM-DD] "
     "[--address T] [--city T] [--email T] [--occupation T] [--hours H] [--kiwisaver no|3|3.5|4|6|8|10] "
     ""
     "[--kiwisaver-status AE|AK|OK|NK|CT] [--kiwisaver-start YYYY-MM-DD] [--employer-kiwisaver R] [--account A] [--annual-leave DAYS] "
-    "[--leave-brought-forward DAYS] [--deduction NAME=AMOUNT|NAME=RATE%]... [--esct-rate PERCENT] [--child-support AMOUNT] "
+    "[--leave-brought-forward DAYS] [--deduction NAME=AMOUNT|NAME=RATE%]... [--contribution NAME=AMOUNT|NAME=RATE%]... [--esct-rate PERCENT] [--child-support AMOUNT] "
     "[--payroll-giving AMOUNT] [--sl-special-rate PERCENT] [--sl-extra AMOUNT] [--sl-commissioner-rate PERCENT]\n"
     "       employee edit EMPLOYEE_ID [any option of add]\n"
     "       employee show EMPLOYEE_ID\n"

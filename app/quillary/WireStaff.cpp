@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMenu>
 
 namespace ql {
@@ -59,6 +60,21 @@ private:
     QWidget* m_window;
 };
 
+// A double-click on who the person is (the Employee caption, the address, the occupation) opens the
+// editor too; the combo keeps its clicks for choosing an employee.
+class DoubleClickOpensEditor : public QObject {
+public:
+    DoubleClickOpensEditor(QObject* parent, QWidget* window) : QObject(parent), m_window(window) {}
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::MouseButtonDblClick) return false;
+        editShownEmployee(m_window);
+        return true;
+    }
+
+private:
+    QWidget* m_window;
+};
+
 QAction* addEntry(QMenu* menu, QWidget* window, const QString& caption, const QString& name,
                   const QKeySequence& key, std::function<void()> run) {
     QAction* action = menu->addAction(caption);
@@ -84,13 +100,28 @@ void wireStaff(frmWage& w, TitleMenuBar* bar) {
     tools->addSeparator();
     addEntry(tools, window, QStringLiteral("&Employees..."), QStringLiteral("mnuEmployees"),
              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), [window] {
-                 if (ShowEmployees(App().WageDatabase, window)) rosterChanged(App().CurrentEmployeeID);
+                 // The list opens on the employee the ledger shows.
+                 if (ShowEmployees(App().WageDatabase, window, App().CurrentEmployeeID))
+                     rosterChanged(App().CurrentEmployeeID);
              });
+    // F2 on the name does the same; the menu says so.
+    QAction* editShown = tools->addAction(QStringLiteral("Edit &This Employee...\tF2"));
+    editShown->setObjectName(QStringLiteral("mnuEditThisEmployee"));
+    QObject::connect(editShown, &QAction::triggered, window, [window] { editShownEmployee(window); });
     addEntry(tools, window, QStringLiteral("Employer &Details..."), QStringLiteral("mnuEmployerDetails"),
              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [window] { ShowEmployerDetails(App().WageDatabase, window); });
     if (auto* combo = window->findChild<QComboBox*>(QStringLiteral("cboEmployee"))) {
         combo->installEventFilter(new NameOpensEditor(combo, window));
         combo->setToolTip(QStringLiteral("F2: edit this employee's details"));
+        auto* opens = new DoubleClickOpensEditor(combo, window);
+        const QString tip = QStringLiteral("Double-click: edit this employee's details");
+        for (QLabel* l : window->findChildren<QLabel*>()) {
+            if (l->buddy() != combo && l->objectName() != QLatin1String("lblAddress") &&
+                l->objectName() != QLatin1String("lblOccupation"))
+                continue;
+            l->installEventFilter(opens);
+            if (l->toolTip().isEmpty()) l->setToolTip(tip);
+        }
     }
 }
 

@@ -81,6 +81,8 @@ bool within(const QDate& d, const QDate& from, const QDate& to) {
 QString EiTaxCode(const QString& taxCode) {
     QString code = taxCode.toUpper();
     code.remove(u' ');
+    // A tailored code is filed as STC, student loan or not: the certificate sets both rates.
+    if (code == QLatin1String("STCSL")) code = QStringLiteral("STC");
     return field(code);
 }
 
@@ -277,21 +279,27 @@ PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
         return file;
     }
     struct Person {
-        QString first, last, street, city;
+        QString first, last, street, city, email;
     };
     QHash<qint32, Person> people;
     {
         Database farm;
         farm.open(DataFileName());
+        // The employee's email, where the employee editor has kept one.
+        const bool hasEmail =
+            !farm.firstColumn(QStringLiteral("SELECT name FROM pragma_table_info('Addresses') WHERE "
+                                             "lower(name) = 'emailaddress'"))
+                 .isEmpty();
         auto a =
             farm.openRecordset(QStringLiteral("SELECT AddressID, ContactFirstName, ContactLastName, BusName, "
-                                              "BusAddress1, BusCity FROM Addresses"),
+                                              "BusAddress1, BusCity, %1 AS Email FROM Addresses")
+                                   .arg(hasEmail ? QStringLiteral("EmailAddress") : QStringLiteral("NULL")),
                                RecordsetType::Snapshot);
         for (; !a->EOF_(); a->MoveNext()) {
             Person p{text(a->value(QStringLiteral("ContactFirstName"))),
                      text(a->value(QStringLiteral("ContactLastName"))),
                      text(a->value(QStringLiteral("BusAddress1"))),
-                     text(a->value(QStringLiteral("BusCity")))};
+                     text(a->value(QStringLiteral("BusCity"))), text(a->value(QStringLiteral("Email")))};
             if (p.first.isEmpty() && p.last.isEmpty()) p.last = text(a->value(QStringLiteral("BusName")));
             people.insert(CLng(a->value(QStringLiteral("AddressID"))), p);
         }
@@ -328,6 +336,8 @@ PaydayFile EmployeeDetailsFile(Database& wage, const QDate& since) {
             }
         }
         noteName(file, name);
+        // Only an address Inland Revenue takes; another leaves the field blank, as for one not known.
+        if (!p.email.isEmpty() && PayrollContactEmailProblem(p.email).isEmpty()) ded[13] = p.email;
         if (!p.street.isEmpty() || !p.city.isEmpty()) {
             ded[20] = QStringLiteral("NZL");
             ded[26] = field(p.street);

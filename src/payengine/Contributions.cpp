@@ -34,6 +34,14 @@ Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency bas
     return CalcESCT(contributionNameID, contribution, base, App().CurrentWageID);
 }
 
+// Inland Revenue taxes the employer's contribution to any superannuation scheme, not KiwiSaver's alone.
+static bool bearsIrdEsct(qint32 contributionNameID) {
+    const QVariant v = App().WageDatabase.scalar(
+        QStringLiteral("SELECT lower(TaxName) FROM ContributionNames WHERE ContributionNameID = %1").arg(contributionNameID));
+    return v.isValid() && !IsNull(v) &&
+           (CStr(v) == QLatin1String("kiwisaver") || CStr(v) == QLatin1String("superannuation"));
+}
+
 Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency base, qint32 wageID) {
     const float paysPerYear = GetPaysPerYear();
     // The rate goes by this pay's earnings over a year, not by what was earned so far.
@@ -43,10 +51,12 @@ Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency bas
     auto name = db.openRecordset(
         QStringLiteral("SELECT TaxName FROM ContributionNames WHERE ContributionNameID = %1").arg(contributionNameID),
         RecordsetType::Snapshot);
-    const bool bearsESCT = !name->EOF_() && !IsNull(name->value(QStringLiteral("TaxName"))) &&
-                           CStr(name->value(QStringLiteral("TaxName"))).toLower() == QLatin1String("kiwisaver");
+    const QString taxName = name->EOF_() || IsNull(name->value(QStringLiteral("TaxName")))
+                                ? QString()
+                                : CStr(name->value(QStringLiteral("TaxName"))).toLower();
     name->Close();
-    if (bearsESCT) {
+    const bool bearsESCT = taxName == QLatin1String("kiwisaver");
+    if (bearsESCT || taxName == QLatin1String("superannuation")) {
         AppContext& app = App();
         if (const auto c = IrdContextForPay(app.CurrentEmployeeID, wageID, paysPerYear)) {
             // Inland Revenue: the employee's ESCT rate on the contribution's whole dollars, cut to cents.
@@ -122,6 +132,9 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
     float specialRate = 0;
     Currency fixedAmount;
     qint32 lastName = 0;
+    // A New Zealand pay: the ESCT of each scheme's contribution, whatever line is last.
+    const bool ird = IrdContextForPay(App().CurrentEmployeeID, wageID, paysPerYear).has_value();
+    Currency schemeEsct;
     auto rs = App().WageDatabase.openRecordset(
         QStringLiteral("SELECT ContributionNameID, AmountCalcon, Percentage, Contributions, ESCT, WageID "
                        "FROM ContributionDetails WHERE WageID = %1;")
@@ -148,6 +161,7 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
                     rs->setValue(QStringLiteral("ESCT"), QVariant::fromValue(CalcESCT(id, contribution, base, wageID)));
                 rs->Update();
                 total += contribution;
+                if (ird && bearsIrdEsct(id)) schemeEsct += CalcESCT(id, contribution, base, wageID);
             }
         }
         rs->MoveNext();
@@ -155,7 +169,7 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
     rs->Close();
     form.setCaption(totalLabel, CStr(total));
     // One calculation on the total, under the last line's name.
-    form.setLabelValue(esctLabel, QVariant::fromValue(CalcESCT(lastName, total, base)));
+    form.setLabelValue(esctLabel, QVariant::fromValue(ird ? schemeEsct : CalcESCT(lastName, total, base)));
     const Currency credit = GetKiwiSaverCredit(form.caption(payDateLabel));
     form.setLabelValue(creditLabel, QVariant::fromValue(credit <= total ? credit : total));
 }

@@ -25,7 +25,7 @@ struct EmployeeTaxItems {
     qint32 slSpecialRate = 0;  // student loan special deduction rate; 0: the year's rate
     Currency slExtra;          // borrower's extra deductions of each pay (SLBOR)
     qint32 slCommissionerRate = 0; // Inland Revenue's compulsory extra deductions (SLCIR); 0: none
-    qint32 tailoredRate = 0;   // the rate of a tailored tax code (STC), levy not included
+    qint32 tailoredRate = 0;   // the rate of a tailored tax code (STC) as on its certificate, levy included
 };
 
 void EnsureEmployeeTaxItemsTable(Database& wage);

@@ -51,8 +51,9 @@ qint64 perPayCents(qint64 yearlyUnits, int pays) {
     return pays == WeeksInYear ? weekly : floorDiv(weekly * WeeksInYear, pays);
 }
 
+// The tax element's rate of a flat or tailored code. A tailored code's certificate rate holds the levy.
 qint32 flatRate(const TaxYearFigures& f, const TaxCode& code, qint32 tailoredRate) {
-    return code.kind == CodeKind::Tailored ? tailoredRate : f.flatRates.value(code.flat);
+    return code.kind == CodeKind::Tailored ? qMax(tailoredRate - f.accLevyRate, 0) : f.flatRates.value(code.flat);
 }
 
 qint64 payeOrTax(const TaxYearFigures& f, const TaxCode& code, qint64 earningsCents, int pays,
@@ -68,8 +69,11 @@ qint64 payeOrTax(const TaxYearFigures& f, const TaxCode& code, qint64 earningsCe
         return perPayCents(units, pays);
     }
     case CodeKind::Flat:
-    case CodeKind::Tailored:
         return floorDiv(wholeDollars(earningsCents) * (flatRate(f, code, tailoredRate) + levy), UnitsPerCent);
+    case CodeKind::Tailored:
+        // Whole dollars times the certificate's rate, which already holds the levy.
+        return floorDiv(wholeDollars(earningsCents) * (withLevy ? tailoredRate : flatRate(f, code, tailoredRate)),
+                        UnitsPerCent);
     case CodeKind::Unknown:
         break;
     }

@@ -22,8 +22,8 @@ struct TaxCode {
 TaxCode ParseTaxCode(const QString& code);
 
 // PAYE with the levy on one pay of earnings (cents) for pays in the year. tailoredRate: the rate of a
-// tailored code (thousandths of a per cent, levy not included). levyLiableCents: the part of the
-// earnings liable for the levy (-1: all of it).
+// tailored code as its certificate gives it (thousandths of a per cent, the levy included).
+// levyLiableCents: the part of the earnings liable for the levy (-1: all of it).
 qint64 PayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 earningsCents, int pays,
                  qint32 tailoredRate = 0);
 // The same without the ACC levy: the tax element, for the payroll giving credit and child support.

@@ -20,6 +20,26 @@ void checkLength(QList<FieldProblem>& list, const char* option, const QString& l
         add(list, option, QStringLiteral("%1: at most %2 characters (%3 given).").arg(label).arg(most).arg(value.size()));
 }
 
+// Contributions by a name of the table or a new one; a pay carries them only for a KiwiSaver member.
+void checkContributions(Database& wage, const EmployeeDetails& d, QList<FieldProblem>& p) {
+    if (d.Contributions.isEmpty()) return;
+    if (!d.kiwiSaverEnrolled())
+        add(p, "contribution", QStringLiteral("Employer contribution: the pays carry the employer's contributions "
+                                              "only for an employee enrolled in KiwiSaver."));
+    QStringList seen;
+    for (const StandingDeduction& s : d.Contributions) {
+        if (s.name.compare(QStringLiteral("KiwiSaver"), Qt::CaseInsensitive) == 0 ||
+            (ContributionIdByName(wage, s.name) != 0 && !StandingContributionNames(wage).contains(s.name, Qt::CaseInsensitive)))
+            add(p, "contribution", QStringLiteral("Employer contribution: %1 follows from the KiwiSaver choice "
+                                                  "(--employer-kiwisaver).")
+                                       .arg(s.name));
+        else if (seen.contains(s.name.toLower()))
+            add(p, "contribution", QStringLiteral("Employer contribution: %1 is given twice.").arg(s.name));
+        checkLength(p, "contribution", QStringLiteral("Employer contribution"), s.name, 50);
+        seen << s.name.toLower();
+    }
+}
+
 } // namespace
 
 QList<FieldProblem> EmployeeProblems(Database& wage, const EmployeeDetails& d) {
@@ -47,9 +67,13 @@ QList<FieldProblem> EmployeeProblems(Database& wage, const EmployeeDetails& d) {
     const QString code = NormalTaxCode(d.TaxCode);
     if (code.isEmpty())
         add(p, "tax-code", QStringLiteral("Tax code: required."));
-    else if (TaxTypeOfCode(wage, code) == 0)
+    else if (!KnownTaxCodes(wage).contains(code))
         add(p, "tax-code", QStringLiteral("Tax code: \"%1\" is not a tax code. The codes are %2.")
                                .arg(d.TaxCode, KnownTaxCodes(wage).join(QStringLiteral(", "))));
+    else if (IsSpecialTaxCode(code) && d.STCRate <= 0)
+        add(p, "stc-rate", QStringLiteral("Special tax code rate: required with tax code %1 (the rate on the "
+                                          "certificate, the levy included).")
+                               .arg(code));
     if (d.IRDNumber.trimmed().isEmpty()) {
         if (code != QLatin1String("ND"))
             add(p, "ird", QStringLiteral("IRD number: required; only an employee on tax code ND may have none."));
@@ -119,6 +143,7 @@ QList<FieldProblem> EmployeeProblems(Database& wage, const EmployeeDetails& d) {
             add(p, "deduction", QStringLiteral("Deduction: %1 is given twice.").arg(s.name));
         seen << s.name.toLower();
     }
+    checkContributions(wage, d, p);
     return p;
 }
 

@@ -9,7 +9,8 @@
 
 namespace ql {
 
-// A standing deduction: a fixed amount a pay, or a percentage of the taxable pay.
+// A standing deduction: a fixed amount a pay, or a percentage of the taxable pay. The employer's
+// standing contributions other than KiwiSaver take the same form.
 struct StandingDeduction {
     QString name;
     Currency amount;
@@ -29,6 +30,9 @@ struct EmployeeDetails {
     QDate Birthdate, DateHired, DateFinished;
     QString IRDNumber; // empty only with ND
     QString TaxCode;
+    // The rate of a special tax code (STC) as its certificate gives it, in thousandths of a per cent
+    // (24.5% is 24500); 0 with any other code.
+    qint32 STCRate = 0;
     QString Interval; // "weekly", "fortnightly", "four-weekly", "monthly"
     Currency PayRate;     // an hourly rate, or
     Currency YearlyTotal; // a yearly salary
@@ -44,6 +48,8 @@ struct EmployeeDetails {
     float AnnualLeaveDays = 20;
     float LeaveBroughtForward = 0;
     QList<StandingDeduction> Deductions;
+    // The employer's contributions other than KiwiSaver: a superannuation scheme, medical cover ...
+    QList<StandingDeduction> Contributions;
 
     bool kiwiSaverEnrolled() const { return KiwiSaver == KiwiSaverStatus::Enrolled; }
 };

@@ -1,5 +1,7 @@
 #include "EmployeeFields.h"
 #include "StaffLookups.h"
+#include "payengine/EmployeeTaxItems.h"
+#include "payengine/TaxYear.h"
 #include <QRegularExpression>
 #include <cmath>
 
@@ -129,15 +131,15 @@ QString writeKiwiSaver(const EmployeeDetails& d) {
     }
 }
 
-QString readDeduction(EmployeeDetails& d, const QString& t) {
+// NAME=AMOUNT or NAME=RATE% into a list of standing lines; an empty text clears the list.
+QString readStandingLine(QList<StandingDeduction>& lines, const QString& label, const QString& t) {
     const QString v = t.trimmed();
     if (v.isEmpty()) {
-        d.Deductions.clear();
+        lines.clear();
         return QString();
     }
     const int eq = v.lastIndexOf(u'=');
-    if (eq <= 0)
-        return QStringLiteral("Deduction: \"%1\" is not NAME=AMOUNT or NAME=RATE%.").arg(v);
+    if (eq <= 0) return QStringLiteral("%1: \"%2\" is not NAME=AMOUNT or NAME=RATE%.").arg(label, v);
     StandingDeduction s;
     s.name = v.left(eq).trimmed();
     QString value = v.mid(eq + 1).trimmed();
@@ -145,21 +147,57 @@ QString readDeduction(EmployeeDetails& d, const QString& t) {
     if (s.percent) value.chop(1);
     double n = 0;
     if (!ParseTypedNumber(value, n) || n < 0)
-        return QStringLiteral("Deduction: \"%1\" is not NAME=AMOUNT or NAME=RATE%.").arg(v);
+        return QStringLiteral("%1: \"%2\" is not NAME=AMOUNT or NAME=RATE%.").arg(label, v);
     if (s.percent) {
-        if (n > 100) return QStringLiteral("Deduction: %1 takes at most 100%.").arg(s.name);
+        if (n > 100) return QStringLiteral("%1: %2 takes at most 100%.").arg(label, s.name);
         s.rate = static_cast<float>(n);
     } else {
         s.amount = Currency::fromDouble(n);
     }
-    d.Deductions << s;
+    lines << s;
     return QString();
 }
 
-QString writeDeductions(const EmployeeDetails& d) {
+QString writeStandingLines(const QList<StandingDeduction>& lines) {
     QStringList parts;
-    for (const StandingDeduction& s : d.Deductions) parts << s.text();
+    for (const StandingDeduction& s : lines) parts << s.text();
     return parts.join(QStringLiteral("; "));
+}
+
+QString readDeduction(EmployeeDetails& d, const QString& t) {
+    return readStandingLine(d.Deductions, QStringLiteral("Deduction"), t);
+}
+
+QString writeDeductions(const EmployeeDetails& d) {
+    return writeStandingLines(d.Deductions);
+}
+
+QString readContribution(EmployeeDetails& d, const QString& t) {
+    return readStandingLine(d.Contributions, QStringLiteral("Employer contribution"), t);
+}
+
+QString writeContributions(const EmployeeDetails& d) {
+    return writeStandingLines(d.Contributions);
+}
+
+QString readStcRate(EmployeeDetails& d, const QString& t) {
+    QString v = t.trimmed();
+    if (v.endsWith(u'%')) v.chop(1);
+    if (v.isEmpty()) {
+        d.STCRate = 0;
+        return QString();
+    }
+    qint32 rate = 0;
+    if (!ParseRatePercent(v, rate) || rate == 0)
+        return QStringLiteral("Special tax code rate: \"%1\" is not a per cent above 0 and at most 100, with at most "
+                              "three decimals.")
+            .arg(t.trimmed());
+    d.STCRate = rate;
+    return QString();
+}
+
+QString writeStcRate(const EmployeeDetails& d) {
+    return d.STCRate > 0 ? RateText(d.STCRate) : QString();
 }
 
 QList<EmployeeField> makeFields() {
@@ -173,6 +211,8 @@ QList<EmployeeField> makeFields() {
                            return QString();
                        },
                        [](const D& d) { return d.TaxCode; }};
+    f << EmployeeField{QStringLiteral("stc-rate"), QStringLiteral("Special tax code rate"), false, readStcRate,
+                       writeStcRate};
     f << EmployeeField{QStringLiteral("interval"), QStringLiteral("Pay interval"), false,
                        [](D& d, const QString& t) {
                            d.Interval = t.trimmed().toLower();
@@ -201,6 +241,8 @@ QList<EmployeeField> makeFields() {
     f << EmployeeField{QStringLiteral("deduction"), QStringLiteral("Deduction"), true, readDeduction,
                        writeDeductions};
     f << date("finish", "Finish date", &D::DateFinished);
+    f << EmployeeField{QStringLiteral("contribution"), QStringLiteral("Employer contribution"), true,
+                       readContribution, writeContributions};
     return f;
 }
 
@@ -261,6 +303,19 @@ QList<FieldProblem> ApplyEmployeeValues(EmployeeDetails& details, const QList<QP
         }
         const QString problem = f->read(details, value);
         if (!problem.isEmpty()) problems << FieldProblem{option, problem};
+    }
+    // A special tax code's rate goes with that code: given with another it is refused; a code changed
+    // away from STC leaves its rate behind.
+    bool stcRateGiven = false;
+    for (const auto& [option, value] : values)
+        if (option == QLatin1String("stc-rate") && !value.trimmed().isEmpty()) stcRateGiven = true;
+    if (!IsSpecialTaxCode(details.TaxCode)) {
+        if (stcRateGiven && details.STCRate > 0)
+            problems << FieldProblem{QStringLiteral("stc-rate"),
+                                     QStringLiteral("Special tax code rate: only with tax code STC (the tax code is "
+                                                    "%1).")
+                                         .arg(NormalTaxCode(details.TaxCode))};
+        details.STCRate = 0;
     }
     return problems;
 }

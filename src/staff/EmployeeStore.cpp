@@ -3,6 +3,7 @@
 #include "StaffTables.h"
 #include "data/Recordset.h"
 #include "payday/PaydayTables.h"
+#include "payengine/EmployeeTaxItems.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/VbError.h"
@@ -80,6 +81,34 @@ qint32 mainBank(Database& farm) {
     return IsNull(v) ? 1 : CLng(v);
 }
 
+// A contribution by a name the table doesn't have yet gets a name of its own, bearing no ESCT.
+qint32 contributionNameFor(Database& wage, const QString& name) {
+    if (const qint32 found = ContributionIdByName(wage, name)) return found;
+    wage.execute(QStringLiteral("INSERT INTO ContributionNames (ContributionNameID, ContributionName, CountryPhone) "
+                                "VALUES ((SELECT coalesce(max(ContributionNameID), 0) + 1 FROM ContributionNames), ?, "
+                                "64)"),
+                 {name.trimmed()});
+    return ContributionIdByName(wage, name);
+}
+
+// The employer's standing contributions other than KiwiSaver, as given.
+void writeContributions(Database& wage, qint32 id, const EmployeeDetails& d, qint32 employerKiwiSaver) {
+    wage.execute(QStringLiteral("DELETE FROM EmployerContributions WHERE EmployeeID = %1 AND ContributionID <> %2")
+                     .arg(id)
+                     .arg(employerKiwiSaver));
+    for (const StandingDeduction& s : d.Contributions)
+        wage.execute(QStringLiteral("INSERT INTO EmployerContributions (EmployeeID, ContributionID, FixedAmount, "
+                                    "SpecialRate) VALUES (?, ?, ?, ?)"),
+                     {id, contributionNameFor(wage, s.name), s.percent ? 0.0 : s.amount.toDouble(),
+                      s.percent ? s.rate : 0.0f});
+    // The employer's superannuation scheme bears ESCT as KiwiSaver does: marked when first used,
+    // unless the payroll has marked the row otherwise.
+    if (!d.Contributions.isEmpty())
+        wage.execute(QStringLiteral("UPDATE ContributionNames SET TaxName = 'superannuation' WHERE CountryPhone = 64 "
+                                    "AND lower(trim(ContributionName)) = 'employer superannuation' AND "
+                                    "coalesce(TaxName, '') = ''"));
+}
+
 void writeStandingLines(Database& wage, qint32 id, const EmployeeDetails& d) {
     const qint32 kiwiSaver = DeductionIdByTaxName(wage, QStringLiteral("kiwisaver"));
     const qint32 studentLoan = DeductionIdByTaxName(wage, QStringLiteral("studentloan"));
@@ -108,6 +137,16 @@ void writeStandingLines(Database& wage, qint32 id, const EmployeeDetails& d) {
                                         "SpecialRate) VALUES (?, ?, 0, ?)"),
                          {id, employerKiwiSaver, d.EmployerKiwiSaverRate});
     }
+    writeContributions(wage, id, d, employerKiwiSaver);
+}
+
+// The special tax code's rate is kept with the employee's other tax items, which the pay reads.
+void writeSpecialTaxRate(Database& wage, qint32 id, const EmployeeDetails& d) {
+    EmployeeTaxItems items = LoadEmployeeTaxItems(wage, id);
+    const qint32 rate = IsSpecialTaxCode(d.TaxCode) ? d.STCRate : 0;
+    if (items.tailoredRate == rate) return;
+    items.tailoredRate = rate;
+    SaveEmployeeTaxItems(wage, items);
 }
 
 void writeLeave(Database& wage, qint32 id, const EmployeeDetails& d, bool added) {
@@ -131,6 +170,7 @@ void writeLeave(Database& wage, qint32 id, const EmployeeDetails& d, bool added)
 qint32 writeEmployee(Database& wage, Database& farm, const EmployeeDetails& d, qint32 addressID) {
     const PayIntervalChoice interval = FindPayInterval(wage, d.Interval);
     const QString code = NormalTaxCode(d.TaxCode);
+    if (IsSpecialTaxCode(code)) EnsureSpecialTaxType(wage);
     const QVariantList values{addressID,
                               dateValue(d.Birthdate),
                               occupationFor(wage, d),
@@ -174,6 +214,7 @@ qint32 writeEmployee(Database& wage, Database& farm, const EmployeeDetails& d, q
                                 "KiwiSaverOptedOut) VALUES (?, ?, ?, ?)"),
                  {id, d.UsualHours, d.AnnualLeaveDays, d.KiwiSaver == KiwiSaverStatus::OptedOut ? 1 : 0});
     writeStandingLines(wage, id, d);
+    writeSpecialTaxRate(wage, id, d);
     writeLeave(wage, id, d, added);
     SetEmployeeBankAccount(wage, id, d.Account);
     SetEmployeeKiwiSaverStatus(wage, id,
@@ -200,6 +241,26 @@ void rollbackBoth(Database& wage, Database& farm) {
     if (farm.inTransaction()) farm.rollback();
 }
 
+void readContributions(Database& wage, EmployeeDetails& d) {
+    auto lines = wage.openRecordset(
+        QStringLiteral("SELECT ContributionNames.ContributionName, EmployerContributions.FixedAmount, "
+                       "EmployerContributions.SpecialRate FROM EmployerContributions INNER JOIN ContributionNames ON "
+                       "EmployerContributions.ContributionID = ContributionNames.ContributionNameID WHERE "
+                       "EmployerContributions.EmployeeID = %1 AND lower(coalesce(ContributionNames.TaxName, '')) <> "
+                       "'kiwisaver' ORDER BY ContributionNames.ContributionNameID")
+            .arg(d.EmployeeID),
+        RecordsetType::Snapshot);
+    for (; !lines->EOF_(); lines->MoveNext()) {
+        StandingDeduction s;
+        s.name = text(lines->value(0));
+        s.rate = single(lines->value(2));
+        s.percent = s.rate > 0;
+        s.amount = IsNull(lines->value(1)) ? Currency() : CCur(lines->value(1));
+        d.Contributions << s;
+    }
+    lines->Close();
+}
+
 EmployeeDetails readEmployee(Database& wage, Recordset& rs, Database& farm) {
     EmployeeDetails d;
     d.EmployeeID = CLng(rs.value(QStringLiteral("EmployeeID")));
@@ -215,6 +276,7 @@ EmployeeDetails readEmployee(Database& wage, Recordset& rs, Database& farm) {
                                              : CLng(rs.value(QStringLiteral("PayIntervalID"))));
     d.IRDNumber = text(rs.value(QStringLiteral("IRDNumber")));
     d.TaxCode = text(rs.value(QStringLiteral("TaxCode")));
+    d.STCRate = LoadEmployeeTaxItems(wage, d.EmployeeID).tailoredRate;
     d.Occupation = text(rs.value(QStringLiteral("EmployeeType")));
     const bool enrolled = !IsNull(rs.value(QStringLiteral("KiwiSaverEnrolled"))) &&
                           CBool(rs.value(QStringLiteral("KiwiSaverEnrolled")));
@@ -255,6 +317,7 @@ EmployeeDetails readEmployee(Database& wage, Recordset& rs, Database& farm) {
     if (d.kiwiSaverEnrolled() && d.KiwiSaverRate == 0)
         d.KiwiSaverRate = single(wage.scalar(QStringLiteral(
             "SELECT Percentage FROM DeductNames WHERE lower(TaxName) = 'kiwisaver' ORDER BY DeductNameID LIMIT 1")));
+    readContributions(wage, d);
     const qint32 employerKiwiSaver = ContributionIdByTaxName(wage, QStringLiteral("kiwisaver"));
     d.EmployerKiwiSaverRate = single(wage.scalar(
         QStringLiteral("SELECT SpecialRate FROM EmployerContributions WHERE EmployeeID = %1 AND ContributionID = %2")

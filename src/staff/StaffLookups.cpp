@@ -1,5 +1,6 @@
 #include "StaffLookups.h"
 #include "data/Recordset.h"
+#include "frame/Settings.h"
 #include "runtime/Convert.h"
 #include <QRegularExpression>
 
@@ -11,7 +12,7 @@ namespace {
 bool takesStudentLoan(const QString& base) {
     static const QStringList codes{QStringLiteral("M"),  QStringLiteral("ME"), QStringLiteral("SB"),
                                    QStringLiteral("S"),  QStringLiteral("SH"), QStringLiteral("ST"),
-                                   QStringLiteral("SA")};
+                                   QStringLiteral("SA"), QStringLiteral("STC")};
     return codes.contains(base);
 }
 
@@ -50,6 +51,9 @@ QStringList KnownTaxCodes(Database& wage) {
         codes << b;
         if (takesStudentLoan(b)) codes << b + QStringLiteral(" SL");
     }
+    // The special tax code's type is made when an employee first has it (EnsureSpecialTaxType).
+    if (CountryPhone() == 64 && !codes.contains(QStringLiteral("STC")))
+        codes << QStringLiteral("STC") << QStringLiteral("STC SL");
     return codes;
 }
 
@@ -151,6 +155,24 @@ qint32 DeductionIdByTaxName(Database& wage, const QString& taxName) {
         QStringLiteral("SELECT DeductNameID FROM DeductNames WHERE lower(TaxName) = '%1' ORDER BY DeductNameID LIMIT 1")
             .arg(taxName.toLower()));
     return IsNull(v) ? 0 : CLng(v);
+}
+
+QStringList StandingContributionNames(Database& wage) {
+    QStringList names;
+    const QVariantList rows = wage.firstColumn(
+        QStringLiteral("SELECT ContributionName FROM ContributionNames WHERE CountryPhone IN (0, 64) AND "
+                       "lower(coalesce(TaxName, '')) <> 'kiwisaver' AND ContributionName IS NOT NULL "
+                       "ORDER BY ContributionNameID"));
+    for (const QVariant& v : rows) names << CStr(v).trimmed();
+    return names;
+}
+
+qint32 ContributionIdByName(Database& wage, const QString& name) {
+    const QVariant v = wage.scalar(QStringLiteral("SELECT ContributionNameID FROM ContributionNames WHERE "
+                                                  "lower(trim(ContributionName)) = lower('%1') ORDER BY "
+                                                  "ContributionNameID LIMIT 1")
+                                       .arg(QString(name.trimmed()).replace(u'\'', QStringLiteral("''"))));
+    return !v.isValid() || IsNull(v) ? 0 : CLng(v);
 }
 
 qint32 ContributionIdByTaxName(Database& wage, const QString& taxName) {

@@ -9,7 +9,8 @@
 namespace ql {
 
 // Every tax code the tax data knows: each tax type's name, ME beside M, and the student loan form
-// (" SL") of the main and secondary codes. In the tax types' order.
+// (" SL") of the main and secondary codes. In the tax types' order; a New Zealand payroll adds the
+// special tax code STC (and STC SL), whose rate each employee's certificate gives.
 QStringList KnownTaxCodes(Database& wage);
 // The code as stored: upper case, one blank before SL ("msl" gives "M SL"); the text itself when it
 // has no such form.
@@ -18,6 +19,11 @@ QString NormalTaxCode(const QString& code);
 qint32 TaxTypeOfCode(Database& wage, const QString& code);
 inline bool HasStudentLoan(const QString& code) {
     return NormalTaxCode(code).endsWith(QStringLiteral(" SL"));
+}
+// STC or STC SL: a code that needs the employee's own rate.
+inline bool IsSpecialTaxCode(const QString& code) {
+    const QString c = NormalTaxCode(code);
+    return c == QLatin1String("STC") || c == QLatin1String("STC SL");
 }
 
 struct PayIntervalChoice {
@@ -48,5 +54,9 @@ QStringList StandingDeductionNames(Database& wage);
 qint32 DeductionIdByName(Database& wage, const QString& name); // 0 when none
 qint32 DeductionIdByTaxName(Database& wage, const QString& taxName);
 qint32 ContributionIdByTaxName(Database& wage, const QString& taxName);
+// The employer's contributions a person may have as standing lines: every ContributionNames row of
+// this country except KiwiSaver, which follows from the KiwiSaver choice.
+QStringList StandingContributionNames(Database& wage);
+qint32 ContributionIdByName(Database& wage, const QString& name); // 0 when none
 
 } // namespace ql

@@ -22,6 +22,15 @@ void EnsureStaffTables(Database& wage) {
                        " KiwiSaverOptedOut YESNO DEFAULT 0);"));
 }
 
+void EnsureSpecialTaxType(Database& wage) {
+    const QVariant found =
+        wage.scalar(QStringLiteral("SELECT TaxTypeID FROM TaxTypes WHERE upper(trim(Taxname)) = 'STC' LIMIT 1"));
+    if (found.isValid() && !IsNull(found)) return;
+    wage.execute(QStringLiteral("INSERT INTO TaxTypes (TaxTypeID, Taxname, [Order]) VALUES ((SELECT coalesce(max("
+                                "TaxTypeID), 0) + 1 FROM TaxTypes), 'STC', (SELECT coalesce(max([Order]), 0) + 1 FROM "
+                                "TaxTypes))"));
+}
+
 void EnsureAddressColumns(Database& farm) {
     if (!hasColumn(farm, QStringLiteral("Addresses"), QStringLiteral("EmailAddress")))
         farm.execute(QStringLiteral("ALTER TABLE Addresses ADD COLUMN EmailAddress TEXT(100)"));

@@ -15,4 +15,8 @@ void EnsureAddressColumns(Database& farm);
 // employee row exists is completed, one without an employee row is removed.
 void CompletePendingAddresses(Database& wage, Database& farm);
 
+// The tax type of the special tax code STC: a row without steps, so that an employee on it is on the
+// roster; Inland Revenue's method works the PAYE out from the employee's own rate.
+void EnsureSpecialTaxType(Database& wage);
+
 } // namespace ql

@@ -37,6 +37,7 @@ const char* hint(const QString& option) {
     if (option == QLatin1String("deduction")) return "Board=120; Union Fees=1.5%";
     if (option == QLatin1String("account")) return "01-0902-0068389-00";
     if (option == QLatin1String("ird")) return "123-456-789";
+    if (option == QLatin1String("stc-rate")) return "per cent, as on the certificate";
     return "";
 }
 
@@ -89,6 +90,15 @@ EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent),
     // The tab order follows the columns: down the first, then down the second.
     for (int i = 1; i < fields.size(); ++i)
         setTabOrder(m_fields.value(fields.at(i - 1).option), m_fields.value(fields.at(i).option));
+    // The special tax code's rate is offered only with that code (a disabled box is passed over by Tab).
+    if (auto* code = qobject_cast<QComboBox*>(m_fields.value(QStringLiteral("tax-code")))) {
+        QWidget* rate = m_fields.value(QStringLiteral("stc-rate"));
+        if (rate) {
+            auto follow = [rate](const QString& text) { rate->setEnabled(IsSpecialTaxCode(text)); };
+            connect(code, &QComboBox::currentTextChanged, rate, follow);
+            follow(code->currentText());
+        }
+    }
     // The tax items come after the fields, in the tab order too, with the access keys left over.
     m_taxItems = new TaxItemsWidget(taken, this);
     if (!fields.isEmpty()) setTabOrder(m_fields.value(fields.last().option), m_taxItems->firstField());
@@ -142,7 +152,8 @@ bool EmployeePanel::save() {
     EmployeeDetails d = m_details;
     QList<QPair<QString, QString>> values;
     for (const EmployeeField& f : EmployeeFields()) {
-        const QString t = typed(f.option);
+        QWidget* w = m_fields.value(f.option);
+        const QString t = w && !w->isEnabled() ? QString() : typed(f.option);
         if (f.repeatable) {
             values << qMakePair(f.option, QString());
             for (const QString& part : t.split(u';', Qt::SkipEmptyParts)) values << qMakePair(f.option, part.trimmed());

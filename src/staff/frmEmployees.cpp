@@ -83,6 +83,9 @@ void frmEmployees::refill(qint32 select) {
         if (d.EmployeeID == select || (select == 0 && r == 0)) grdEmployees->selectRow(r);
     }
     grdEmployees->resizeColumnsToContents();
+    // Sizing to the contents takes the last column out of its stretch: give it back.
+    grdEmployees->horizontalHeader()->setStretchLastSection(false);
+    grdEmployees->horizontalHeader()->setStretchLastSection(true);
 }
 
 void frmEmployees::editSelected() {
@@ -137,8 +140,9 @@ void frmEmployees::exportFile() {
     }
 }
 
-bool ShowEmployees(Database& wage, QWidget* owner) {
+bool ShowEmployees(Database& wage, QWidget* owner, qint32 shown) {
     frmEmployees d(wage, owner);
+    if (shown > 0) d.refill(shown);
     d.exec();
     return d.changed();
 }

@@ -28,7 +28,7 @@ private:
     bool m_changed = false;
 };
 
-// Shows the list modally; true when an employee was added or changed.
-bool ShowEmployees(Database& wage, QWidget* owner);
+// Shows the list modally, on the employee `shown` when given; true when an employee was added or changed.
+bool ShowEmployees(Database& wage, QWidget* owner, qint32 shown = 0);
 
 } // namespace ql
