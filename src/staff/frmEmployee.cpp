@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 namespace ql {
@@ -99,9 +100,19 @@ EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent),
             follow(code->currentText());
         }
     }
-    // The tax items come after the fields, in the tab order too, with the access keys left over.
-    m_taxItems = new TaxItemsWidget(taken, this);
-    if (!fields.isEmpty()) setTabOrder(m_fields.value(fields.last().option), m_taxItems->firstField());
+    // The tax items are a page of their own (Ctrl+Tab or the page's access key): the details take
+    // nearly every key, and a hidden page's captions give theirs up, so the items have keys of their own.
+    m_pages = new QTabWidget(this);
+    m_pages->setObjectName(QStringLiteral("tabEmployee"));
+    m_pages->setAccessibleName(QStringLiteral("Employee pages"));
+    auto* details = new QWidget(m_pages);
+    details->setLayout(grid);
+    QString pageKeys = QStringLiteral("scbnlf");
+    m_pages->addTab(details, WithAccessKey(QStringLiteral("Details"), taken).chopped(1));
+    const QString taxTitle = WithAccessKey(QStringLiteral("Tax items"), taken).chopped(1);
+    pageKeys += taken.right(2);
+    m_taxItems = new TaxItemsWidget(pageKeys, m_pages);
+    m_pages->addTab(m_taxItems, taxTitle);
     lblProblems = new QLabel(this);
     lblProblems->setObjectName(QStringLiteral("lblProblems"));
     lblProblems->setAccessibleName(QStringLiteral("Problems"));
@@ -110,8 +121,7 @@ EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent),
     lblProblems->hide();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addLayout(grid);
-    layout->addWidget(m_taxItems);
+    layout->addWidget(m_pages);
     layout->addWidget(lblProblems);
 }
 
@@ -144,8 +154,13 @@ QString EmployeePanel::typed(const QString& option) const {
 void EmployeePanel::showProblems(const QString& text, const QString& firstOption) {
     lblProblems->setText(text);
     lblProblems->show();
-    if (QWidget* w = m_fields.value(firstOption)) w->setFocus();
-    else if (QWidget* box = m_taxItems->field(firstOption)) box->setFocus();
+    if (QWidget* box = m_taxItems->field(firstOption)) {
+        m_pages->setCurrentWidget(m_taxItems);
+        box->setFocus();
+    } else if (QWidget* w = m_fields.value(firstOption)) {
+        m_pages->setCurrentIndex(0);
+        w->setFocus();
+    }
 }
 
 bool EmployeePanel::save() {

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 class QLabel;
+class QTabWidget;
 
 namespace ql {
 
@@ -32,6 +33,7 @@ private:
     EmployeeDetails m_details;
     QHash<QString, QWidget*> m_fields;
     QLabel* lblProblems = nullptr;
+    QTabWidget* m_pages = nullptr;
     TaxItemsWidget* m_taxItems = nullptr;
 };
 
