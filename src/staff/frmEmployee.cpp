@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -105,6 +106,8 @@ EmployeePanel::EmployeePanel(Database& wage, QWidget* parent) : QWidget(parent),
     m_pages = new QTabWidget(this);
     m_pages->setObjectName(QStringLiteral("tabEmployee"));
     m_pages->setAccessibleName(QStringLiteral("Employee pages"));
+    // Tab goes from field to field as before, never to the page titles.
+    m_pages->tabBar()->setFocusPolicy(Qt::NoFocus);
     auto* details = new QWidget(m_pages);
     details->setLayout(grid);
     QString pageKeys = QStringLiteral("scbnlf");

@@ -21,7 +21,10 @@ TEST_F(OneOffTest, ExtraPayTakesTheRateOfTheGrossedUpYear) {
     // the whole bonus (below the maximum): 1,000 x 31.75% = 317.50.
     EXPECT_EQ(form.PAYE, cur("317.5"));
     form.cmdOK_Click();
-    EXPECT_EQ(wageColumn(form.madeWageID, "TakeHome"), cur("682.5"));
+    // A bonus is KiwiSaver salary: the employee's 3.5% of it, 35.00, comes off too.
+    EXPECT_EQ(money(QStringLiteral("SELECT Total(Deductions) FROM DeductionDetails WHERE WageID = %1").arg(form.madeWageID)),
+              cur("35"));
+    EXPECT_EQ(wageColumn(form.madeWageID, "TakeHome"), cur("647.5"));
 
     // A smaller bonus stays in the 17.5% band: 53,183 + 200 = 53,383; 200 x 19.25% = 38.50.
     ql::OneOffForm small;
