@@ -4,6 +4,7 @@
 #include "EditChecks.h"
 #include "IrdPay.h"
 #include "PayView.h"
+#include "TypedPaye.h"
 #include "data/Database.h"
 #include "data/Recordset.h"
 #include "data/RoundCurrency.h"
@@ -263,6 +264,9 @@ void SavePAYE(const QString& newPAYE) {
         rs->Edit();
         rs->setValue(QStringLiteral("PAYE"), QVariant::fromValue(value));
         rs->Update();
+        rs->Close();
+        RecordTypedPaye(App().WageDatabase, App().CurrentWageID, value);
+        return;
     }
     rs->Close();
 }
