@@ -219,6 +219,9 @@ bool WageScreen::storeCell(int row, int column, const QString& typed) {
             CDbl(caption(QStringLiteral("lblNonTax"))) - CDbl(caption(QStringLiteral("lblDeduct")));
         setCaption(QStringLiteral("lblTakehome"), Format(takeHome, QStringLiteral("Currency")));
     });
+    // A payment line writes the pay's gross at once: its tax and take-home are written with it, never
+    // left behind until the view is left.
+    if (tab == 1) skipErrors([&] { datPays.UpdateRecord(); });
     refreshGrid();
     changed();
     return true;

@@ -117,9 +117,9 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
     Currency total;
     float specialRate = 0;
     Currency fixedAmount;
-    qint32 lastName = 0;
+    Currency esct;
     auto rs = App().WageDatabase.openRecordset(
-        QStringLiteral("SELECT ContributionNameID, AmountCalcon, Percentage, Contributions, WageID "
+        QStringLiteral("SELECT ContributionNameID, AmountCalcon, Percentage, ESCT, Contributions, WageID "
                        "FROM ContributionDetails WHERE WageID = %1;")
             .arg(wageID),
         RecordsetType::Dynaset);
@@ -127,28 +127,29 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
         const QVariant nameID = rs->value(QStringLiteral("ContributionNameID"));
         if (!IsNull(nameID)) {
             const qint32 id = CLng(nameID);
-            lastName = id;
             GetEmpContribution(id, specialRate, fixedAmount);
             float percentage = 0;
             Currency amountCalcOn, contribution;
             CalcContribution(specialRate, fixedAmount, base, id, paysPerYear, percentage, amountCalcOn, contribution);
-            // ESCT of the row keeps what it got when the row was added or last edited.
+            // The row's ESCT follows its contribution, so that the grid adds up to the pay's ESCT.
             const QVariant stored = rs->value(QStringLiteral("Percentage"));
             if (!IsNull(stored) && CSng(stored) != 100.0f) {
+                const Currency rowEsct = CalcESCT(id, contribution, base, wageID);
                 rs->Edit();
                 rs->setValue(QStringLiteral("AmountCalcon"), QVariant::fromValue(amountCalcOn));
                 rs->setValue(QStringLiteral("Percentage"), QVariant(percentage));
+                rs->setValue(QStringLiteral("ESCT"), QVariant::fromValue(rowEsct));
                 rs->setValue(QStringLiteral("Contributions"), QVariant::fromValue(contribution));
                 rs->Update();
                 total += contribution;
+                esct += rowEsct;
             }
         }
         rs->MoveNext();
     }
     rs->Close();
     form.setCaption(totalLabel, CStr(total));
-    // One calculation on the total, under the last line's name.
-    form.setLabelValue(esctLabel, QVariant::fromValue(CalcESCT(lastName, total, base)));
+    form.setLabelValue(esctLabel, QVariant::fromValue(esct));
     const Currency credit = GetKiwiSaverCredit(form.caption(payDateLabel));
     form.setLabelValue(creditLabel, QVariant::fromValue(credit <= total ? credit : total));
 }
