@@ -3,6 +3,7 @@
 // ESCT adding up to the pay's.
 #include "RoadFixture.h"
 #include "data/RoundCurrency.h"
+#include "runtime/VbError.h"
 
 using namespace qltest;
 
@@ -71,3 +72,4 @@ TEST_F(RoadTest, TheContributionGridsEsctAddsUpToThePaysAfterASave) {
 }
 
 } // namespace
+
