@@ -17,6 +17,7 @@
 #include <QPrintPreviewDialog>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QHeaderView>
 #include <QTableView>
 #include <QTimer>
 
@@ -234,4 +235,31 @@ TEST_F(ScreensTest, TheHistoryFollowsPaysChangedBesideIt) {
     QApplication::processEvents();
     EXPECT_EQ(grid->model()->rowCount(), 101);
     EXPECT_EQ(total->text(), "$100,600.00");
+}
+
+// Closing the history window destroys its grid and totals together: the header's and scroll bar's
+// signals, which lay out the totals, must not reach totals already gone (a use after free that the
+// sanitizer build catches).
+TEST_F(ScreensTest, ClosingTheHistoryWindowLeavesNothingBehind) {
+    QDate date(2025, 7, 7);
+    for (int i = 0; i < 40; ++i, date = date.addDays(7))
+        pay(e, date, 1000 + i, 150, 35);
+    QWidget owner;
+    owner.show();
+    for (int round = 0; round < 3; ++round) {
+        auto* form = new frmQuickView("Tāwhiri, Wiremu", &owner);
+        form->setAttribute(Qt::WA_DeleteOnClose);
+        form->show();
+        QApplication::processEvents();
+        auto* grid = form->findChild<QTableView*>("tgrdQuickV");
+        ASSERT_NE(grid, nullptr);
+        // A scrolled grid with resized columns, as a user leaves it.
+        grid->horizontalHeader()->resizeSection(2, 140);
+        grid->horizontalScrollBar()->setValue(grid->horizontalScrollBar()->maximum());
+        QApplication::processEvents();
+        form->findChild<QPushButton*>("cmdOK")->click();
+        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(owner.findChildren<frmQuickView*>().isEmpty()) << round;
+    }
 }
