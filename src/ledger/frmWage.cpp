@@ -293,6 +293,19 @@ void frmWage::refreshCombo() {
     m_cboEmployee->blockSignals(false);
 }
 
+// Coming to the front again, the screen shows what another program changed meanwhile.
+void frmWage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+    const int tab = App().CurrentTab;
+    // A lines view may hold the user's unsaved lines: there only a change of the shown pay reads again.
+    const bool linesView = tab == 1 || tab == 2 || tab == 4 || tab == 5 || tab == 7;
+    if (m_screen.followOtherWriters(!linesView)) {
+        refresh();
+        reloadGrid();
+    }
+}
+
 void frmWage::refresh() {
     if (m_refreshing) return;
     m_refreshing = true;
