@@ -138,6 +138,8 @@ private:
     void changed();
     void showView(int tab);
     void standOnAgain(qint32 wageID);
+    // True when another program holds the payroll file's write lock (after the connection's wait).
+    bool payrollWriteLocked();
     qint64 m_dataVersion = -1;
     void hourglass(bool on);
     void notYet(const QString& what);

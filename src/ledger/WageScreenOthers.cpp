@@ -17,6 +17,18 @@ void WageScreen::standOnAgain(qint32 wageID) {
     });
 }
 
+bool WageScreen::payrollWriteLocked() {
+    Database& db = App().WageDatabase;
+    if (!db.isOpen() || db.inTransaction()) return false;
+    try {
+        db.beginWriteTrans();
+        db.rollback();
+    } catch (const VbError& e) {
+        return e.number() == 3260;
+    }
+    return false;
+}
+
 bool WageScreen::followOtherWriters(bool wholeList) {
     Database& db = App().WageDatabase;
     if (!db.isOpen()) return false;

@@ -73,3 +73,26 @@ TEST_F(RoadTest, TheContributionGridsEsctAddsUpToThePaysAfterASave) {
 
 } // namespace
 
+
+namespace {
+
+// Another program holds the payroll's write lock while a first pay is added: the add reports the lock,
+// and the screen does not go on to speak of entering more employees.
+TEST_F(RoadTest, AFirstPayKeptOutByALockIsNotCalledAShortageOfEmployees) {
+    ql::Database holder;
+    holder.open(ql::WageFileName());
+    holder.executeScript(QStringLiteral("BEGIN IMMEDIATE; UPDATE Employees SET EmployeeID = EmployeeID WHERE 0;"));
+    dialogs.queueInput(ql::Format(QVariant(QDate(2026, 4, 6)), QStringLiteral("Short date")));
+    for (int i = 0; i < screen->cboEmployeeItems.size(); ++i)
+        if (screen->cboEmployeeItems.at(i).itemData == FarmHand) screen->selectEmployeeItem(i);
+    holder.executeScript(QStringLiteral("COMMIT"));
+    holder.close();
+    QStringList told;
+    for (const auto& c : dialogs.calls)
+        told << c.message;
+    const QString all = told.join(u'\n');
+    EXPECT_TRUE(all.contains(QStringLiteral("locked"))) << all.toStdString();
+    EXPECT_FALSE(all.contains(QStringLiteral("more employees"))) << all.toStdString();
+}
+
+} // namespace
