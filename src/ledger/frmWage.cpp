@@ -264,9 +264,10 @@ bool frmWage::formKey(QObject* watched, QKeyEvent* key) {
     default:
         break;
     }
-    if (mods == Qt::ControlModifier) {
+    // A key code beyond a letter (Ctrl itself, 0x01000021) is no character: it is never made one.
+    if (mods == Qt::ControlModifier && key->key() >= Qt::Key_A && key->key() <= Qt::Key_Z) {
         const int index = QStringLiteral("MTRH").indexOf(QChar(key->key()));
-        if (index >= 0 && key->key() >= Qt::Key_A && key->key() <= Qt::Key_Z) {
+        if (index >= 0) {
             showTitleMenu(index);
             return true;
         }
