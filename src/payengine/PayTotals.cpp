@@ -140,17 +140,26 @@ void SettlePayFigures(PayView& form) {
                        "PaymentDetails WHERE WageID = %1)")
             .arg(wageID));
     if (IsNull(regular)) return;
-    RefreshPaySlip(form);
-    const Currency taxable =
-        captionAmount(form, QStringLiteral("lblTaxable")) + captionAmount(form, QStringLiteral("lblGross"));
-    const QVariantList line =
-        wage.firstRow(QStringLiteral("SELECT TaxableAmount FROM TaxDetails WHERE WageID = %1").arg(wageID));
-    const bool stale = line.isEmpty() || IsNull(line.at(0)) ? taxable > Currency() : CCur(line.at(0)) != taxable;
-    if (stale) {
-        ReCalcPAYE(form);
+    // All or nothing: a stop half-way must not leave a tax line that looks current beside stale lines.
+    wage.beginWriteTrans();
+    try {
         RefreshPaySlip(form);
+        const Currency taxable =
+            captionAmount(form, QStringLiteral("lblTaxable")) + captionAmount(form, QStringLiteral("lblGross"));
+        const QVariantList line =
+            wage.firstRow(QStringLiteral("SELECT TaxableAmount FROM TaxDetails WHERE WageID = %1").arg(wageID));
+        const bool stale =
+            line.isEmpty() || IsNull(line.at(0)) ? taxable > Currency() : CCur(line.at(0)) != taxable;
+        if (stale) {
+            ReCalcPAYE(form);
+            RefreshPaySlip(form);
+        }
+        form.datPays.UpdateRecord();
+        wage.commitTrans();
+    } catch (...) {
+        if (wage.inTransaction()) wage.rollback();
+        throw;
     }
-    form.datPays.UpdateRecord();
 }
 
 void SetTakeHome(PayView& form) {
