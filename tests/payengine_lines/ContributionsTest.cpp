@@ -79,15 +79,15 @@ TEST_F(ContributionsTest, DefaultLinesAndTheirRecalculation) {
                             QStringLiteral("lblTaxCredit"), QStringLiteral("lblESCT"));
     // Only the KiwiSaver line is recalculated and counted: 3.5% of 800 = 28.
     EXPECT_EQ(view.caption(QStringLiteral("lblKiwiSaver")), QStringLiteral("$28.00"));
-    // ESCT of the total under the last line's name (100, not KiwiSaver): 0.
-    EXPECT_EQ(view.caption(QStringLiteral("lblESCT")), QStringLiteral("$0.00"));
+    // The row's ESCT follows its contribution: 28 at 800 x 52 = 41600 (0.175) = 4.90, and the pay's
+    // ESCT is what its counted rows add up to, as the grid shows them.
+    EXPECT_EQ(view.caption(QStringLiteral("lblESCT")), QStringLiteral("$4.90"));
     EXPECT_EQ(view.caption(QStringLiteral("lblTaxCredit")), QStringLiteral("$0.00"));
-    // The row's ESCT keeps what it got when the row was added.
     EXPECT_EQ(money(QStringLiteral("SELECT ESCT FROM ContributionDetails WHERE WageID = %1 AND ContributionNameID = 1")
                         .arg(wage)),
-              cur("6.125"));
+              cur("4.90"));
 
-    // With the KiwiSaver line last, the total is taxed: 28 at 800 x 52 = 41600 (0.175) = 4.90.
+    // Without the fixed line the same.
     exec(QStringLiteral("DELETE FROM ContributionDetails WHERE ContributionNameID = 100"));
     ql::UpdateContributions(cur("800"), wage, view, QStringLiteral("lblKiwiSaver"), QStringLiteral("lblPayDate"),
                             QStringLiteral("lblTaxCredit"), QStringLiteral("lblESCT"));
