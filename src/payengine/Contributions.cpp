@@ -137,18 +137,21 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
             float percentage = 0;
             Currency amountCalcOn, contribution;
             CalcContribution(specialRate, fixedAmount, base, id, paysPerYear, percentage, amountCalcOn, contribution);
-            // The row's ESCT follows its contribution, so that the grid adds up to the pay's ESCT.
+            // On a New Zealand pay the row's ESCT follows its contribution, so the grid adds up to the
+            // pay's ESCT; elsewhere the row keeps what it got when added or last edited.
             const QVariant stored = rs->value(QStringLiteral("Percentage"));
             if (!IsNull(stored) && CSng(stored) != 100.0f) {
-                const Currency rowEsct = CalcESCT(id, contribution, base, wageID);
                 rs->Edit();
                 rs->setValue(QStringLiteral("AmountCalcon"), QVariant::fromValue(amountCalcOn));
                 rs->setValue(QStringLiteral("Percentage"), QVariant(percentage));
-                rs->setValue(QStringLiteral("ESCT"), QVariant::fromValue(rowEsct));
+                if (ird) {
+                    const Currency rowEsct = CalcESCT(id, contribution, base, wageID);
+                    rs->setValue(QStringLiteral("ESCT"), QVariant::fromValue(rowEsct));
+                    rowsEsct += rowEsct;
+                }
                 rs->setValue(QStringLiteral("Contributions"), QVariant::fromValue(contribution));
                 rs->Update();
                 total += contribution;
-                rowsEsct += rowEsct;
             }
         }
         rs->MoveNext();

@@ -61,6 +61,7 @@ TEST_F(ContributionsTest, CreditIsAlwaysZero) {
 }
 
 TEST_F(ContributionsTest, DefaultLinesAndTheirRecalculation) {
+    // A payroll without tax years: the rows keep their ESCT and the pay's is one calculation on the total.
     const qint32 emp = addEmployee(100, 1, "20", "0", QStringLiteral("M"), true);
     app.WageDatabase.execute(QStringLiteral("INSERT INTO EmployerContributions VALUES (?, 1, 0, 0), (?, 100, 25, 0)"),
                              {emp, emp});
@@ -79,15 +80,15 @@ TEST_F(ContributionsTest, DefaultLinesAndTheirRecalculation) {
                             QStringLiteral("lblTaxCredit"), QStringLiteral("lblESCT"));
     // Only the KiwiSaver line is recalculated and counted: 3.5% of 800 = 28.
     EXPECT_EQ(view.caption(QStringLiteral("lblKiwiSaver")), QStringLiteral("$28.00"));
-    // The row's ESCT follows its contribution: 28 at 800 x 52 = 41600 (0.175) = 4.90, and the pay's
-    // ESCT is what its counted rows add up to, as the grid shows them.
-    EXPECT_EQ(view.caption(QStringLiteral("lblESCT")), QStringLiteral("$4.90"));
+    // ESCT of the total under the last line's name (100, not KiwiSaver): 0.
+    EXPECT_EQ(view.caption(QStringLiteral("lblESCT")), QStringLiteral("$0.00"));
     EXPECT_EQ(view.caption(QStringLiteral("lblTaxCredit")), QStringLiteral("$0.00"));
+    // The row's ESCT keeps what it got when the row was added.
     EXPECT_EQ(money(QStringLiteral("SELECT ESCT FROM ContributionDetails WHERE WageID = %1 AND ContributionNameID = 1")
                         .arg(wage)),
-              cur("4.90"));
+              cur("6.125"));
 
-    // Without the fixed line the same.
+    // With the KiwiSaver line last, the total is taxed: 28 at 800 x 52 = 41600 (0.175) = 4.90.
     exec(QStringLiteral("DELETE FROM ContributionDetails WHERE ContributionNameID = 100"));
     ql::UpdateContributions(cur("800"), wage, view, QStringLiteral("lblKiwiSaver"), QStringLiteral("lblPayDate"),
                             QStringLiteral("lblTaxCredit"), QStringLiteral("lblESCT"));
