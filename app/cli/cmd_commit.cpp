@@ -14,6 +14,7 @@
 #include "frame/ScriptedDialogs.h"
 #include "frame/SettingGetters.h"
 #include "payengine/AppContext.h"
+#include "payengine/PayTotals.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "taxsettings/PayeInfoForm.h"
@@ -216,13 +217,17 @@ void slowStatementsForTesting() {
 }
 
 QString referenceJson(const ql::CommitModel& m) {
+    // A typed PAYE is named only when there is one.
+    const QString typed = m.typedPaye.isEmpty()
+                              ? QString()
+                              : QStringLiteral(",\n  \"typedPAYE\": ") + cli::jsonString(m.typedPaye);
     return QStringLiteral("{\n  \"mode\": %1,\n  \"title\": %2,\n  \"reference\": %3,\n  \"date\": %4,\n"
-                          "  \"cashbook\": %5,\n  \"print\": %6\n}")
+                          "  \"cashbook\": %5,\n  \"print\": %6%7\n}")
         .arg(cli::jsonString(m.reprint ? QStringLiteral("reprint") : QStringLiteral("commit")),
              cli::jsonString(m.title), cli::jsonString(m.txtReference),
              cli::jsonString(m.payDate.toString(Qt::ISODate)),
              m.chkCashbook ? QStringLiteral("true") : QStringLiteral("false"),
-             m.chkPrint ? QStringLiteral("true") : QStringLiteral("false"));
+             m.chkPrint ? QStringLiteral("true") : QStringLiteral("false"), typed);
 }
 
 // Presses the wage screen's commit button on the pay and runs the dialog with dialogRun.
@@ -347,6 +352,8 @@ int post(const QStringList& args, QTextStream& out) {
     slowStatementsForTesting();
     const qint64 before = lastTransaction();
     cli::PayScreen open(wageID);
+    // Posted with the figures its lines give, as a commit would post it.
+    ql::SettlePayFigures(open.screen);
     const QString failure = ql::PostPayToCashbook(open.screen.datPays, args.at(1), args.at(3), date);
     if (!failure.isEmpty()) throw cli::CliFailure(failure);
     ql::Database farm;

@@ -9,6 +9,8 @@
 #include "frame/Texts.h"
 #include "payengine/AppContext.h"
 #include "payengine/PayLineFigures.h"
+#include "payengine/PayTotals.h"
+#include "payengine/TypedPaye.h"
 #include "payengine/PayView.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
@@ -47,9 +49,22 @@ void CommitModel::Form_Load() {
         commitCaption = QStringLiteral("&OK");
         title = QStringLiteral("Pay Slip");
     }
+    if (!reprint) {
+        const QVariant id = pays.value(QStringLiteral("WageID"));
+        skipErrors([&] {
+            if (const auto typed = IsNull(id) ? std::nullopt : TypedPaye(App().WageDatabase, CLng(id)))
+                typedPaye = Format(QVariant::fromValue(*typed), QStringLiteral("currency"));
+        });
+    }
     m_proposed = ReadReference();
     if (txtReference.isEmpty()) txtReference = NextReference(m_proposed);
     m_proposed = txtReference;
+}
+
+QString CommitModel::typedPayeCaption() const {
+    return typedPaye.isEmpty() ? QString()
+                               : TranslateText(QStringLiteral("|0| as typed: |1|"),
+                                               QStringList{PayAsYouEarn(), typedPaye});
 }
 
 void CommitModel::setPayDate(const QDate& date) {
@@ -110,6 +125,7 @@ bool CommitModel::cmd_Commit_Click(int index) {
     if (!reprint) try {
         pays.UpdateRecord();
         const qint32 wageID = CLng(pays.value(QStringLiteral("WageID")));
+        if (wageID == App().CurrentWageID) SettlePayFigures(m_screen);
         // A posted pay keeps the figures it was posted with.
         if (!PayFrozen(App().WageDatabase, wageID) && BringFiguresInLine(App().WageDatabase, wageID)) {
             pays.Refresh();

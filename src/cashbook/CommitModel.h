@@ -37,6 +37,10 @@ public:
     bool printEnabled = true;     // chk_Print
     bool cashbookEnabled = true;
     QString focusControl; // where the dialog puts the focus ("txtReference")
+    // The PAYE the user typed over the calculated one, as it will be committed ("$100.00"); empty when
+    // the PAYE is calculated. The dialog says so, since a commit keeps a typed PAYE.
+    QString typedPaye;
+    QString typedPayeCaption() const; // "PAYE as typed: $100.00", with the PAYE's own name
     const QString& proposedReference() const { return m_proposed; }
 
     // The user's changes. A change of a box writes its setting at once, as a click does.

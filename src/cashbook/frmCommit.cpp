@@ -65,6 +65,13 @@ frmCommit::frmCommit(PayView& screen, QWidget* owner) : QDialog(owner), m_model(
     grid->addWidget(m_cashbook, 2, 1, 1, 2);
     grid->addWidget(m_print, 3, 1, 1, 2);
     grid->addWidget(m_memo, 4, 1, 1, 2);
+    // A typed PAYE is committed as typed: the dialog says so before the commit.
+    if (!m_model.typedPaye.isEmpty()) {
+        auto* typed = new QLabel(m_model.typedPayeCaption(), this);
+        typed->setObjectName(QStringLiteral("lblTypedPaye"));
+        typed->setAccessibleName(m_model.typedPayeCaption());
+        grid->addWidget(typed, 5, 0, 1, 3);
+    }
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();

@@ -229,6 +229,12 @@ void WageScreen::datPays_Reposition() {
         RepositionPay(datPays, *this, name);
         repositionTrace = QStringLiteral("repositionedpay");
         if (datPays.EOF_()) {
+            // A first pay that another program's lock kept out has been reported with that cause: the
+            // employees are not the matter then.
+            if (payrollWriteLocked()) {
+                changed();
+                return;
+            }
             repositionTrace = QStringLiteral("stopmessage");
             ShowMessage(
                 QStringLiteral("Please close the Quillary down until you have entered more employees"), 0,

@@ -127,9 +127,20 @@ public:
     // optWhichYears(0) and optWhichYears(1), which the shutdown reads.
     LeaveScreen leave;
 
+    // Another process's commit to the payroll file shows in the file's data version; the list is then
+    // read again on the same pay so that the screen shows the change. With wholeList false (at an
+    // edit) only a change of the shown pay itself (its reference, payment date, hold, or the pay gone)
+    // does that, so that the user's own unsaved lines stand unless their pay changed under them. True
+    // when the list was read again.
+    bool followOtherWriters(bool wholeList);
+
 private:
     void changed();
     void showView(int tab);
+    void standOnAgain(qint32 wageID);
+    // True when another program holds the payroll file's write lock (after the connection's wait).
+    bool payrollWriteLocked();
+    qint64 m_dataVersion = -1;
     void hourglass(bool on);
     void notYet(const QString& what);
     void committedMessage();

@@ -142,6 +142,7 @@ bool WageScreen::tgrdwages_BeforeColEdit(int /*column*/) {
 }
 
 bool WageScreen::committedNow() {
+    followOtherWriters(false);
     if (!IsNull(datPays.value(QStringLiteral("Reference")))) return true;
     const QVariant id = datPays.value(QStringLiteral("WageID"));
     if (IsNull(id)) return false;
@@ -149,13 +150,7 @@ bool WageScreen::committedNow() {
     skipErrors([&] { frozen = PayFrozen(App().WageDatabase, CLng(id)); });
     if (!frozen) return false;
     // Stale: stand on the same pay again, read as it is now.
-    const qint32 wageID = CLng(id);
-    skipErrors([&] {
-        datPays.Refresh();
-        for (datPays.MoveFirst(); !datPays.EOF_(); datPays.MoveNext())
-            if (CLng(datPays.value(QStringLiteral("WageID"))) == wageID) break;
-        if (datPays.EOF_() && datPays.RecordCount() > 0) datPays.MoveLast();
-    });
+    standOnAgain(CLng(id));
     return true;
 }
 
@@ -219,6 +214,9 @@ bool WageScreen::storeCell(int row, int column, const QString& typed) {
             CDbl(caption(QStringLiteral("lblNonTax"))) - CDbl(caption(QStringLiteral("lblDeduct")));
         setCaption(QStringLiteral("lblTakehome"), Format(takeHome, QStringLiteral("Currency")));
     });
+    // A payment line writes the pay's gross at once: its tax and take-home are written with it, never
+    // left behind until the view is left.
+    if (tab == 1) skipErrors([&] { datPays.UpdateRecord(); });
     refreshGrid();
     changed();
     return true;

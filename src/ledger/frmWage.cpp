@@ -264,9 +264,10 @@ bool frmWage::formKey(QObject* watched, QKeyEvent* key) {
     default:
         break;
     }
-    if (mods == Qt::ControlModifier) {
+    // A key code beyond a letter (Ctrl itself, 0x01000021) is no character: it is never made one.
+    if (mods == Qt::ControlModifier && key->key() >= Qt::Key_A && key->key() <= Qt::Key_Z) {
         const int index = QStringLiteral("MTRH").indexOf(QChar(key->key()));
-        if (index >= 0 && key->key() >= Qt::Key_A && key->key() <= Qt::Key_Z) {
+        if (index >= 0) {
             showTitleMenu(index);
             return true;
         }
@@ -291,6 +292,19 @@ void frmWage::refreshCombo() {
     }
     m_cboEmployee->setCurrentIndex(m_screen.cboEmployeeIndex);
     m_cboEmployee->blockSignals(false);
+}
+
+// Coming to the front again, the screen shows what another program changed meanwhile.
+void frmWage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+    const int tab = App().CurrentTab;
+    // A lines view may hold the user's unsaved lines: there only a change of the shown pay reads again.
+    const bool linesView = tab == 1 || tab == 2 || tab == 4 || tab == 5 || tab == 7;
+    if (m_screen.followOtherWriters(!linesView)) {
+        refresh();
+        reloadGrid();
+    }
 }
 
 void frmWage::refresh() {

@@ -34,14 +34,6 @@ Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency bas
     return CalcESCT(contributionNameID, contribution, base, App().CurrentWageID);
 }
 
-// Inland Revenue taxes the employer's contribution to any superannuation scheme, not KiwiSaver's alone.
-static bool bearsIrdEsct(qint32 contributionNameID) {
-    const QVariant v = App().WageDatabase.scalar(
-        QStringLiteral("SELECT lower(TaxName) FROM ContributionNames WHERE ContributionNameID = %1").arg(contributionNameID));
-    return v.isValid() && !IsNull(v) &&
-           (CStr(v) == QLatin1String("kiwisaver") || CStr(v) == QLatin1String("superannuation"));
-}
-
 Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency base, qint32 wageID) {
     const float paysPerYear = GetPaysPerYear();
     // The rate goes by this pay's earnings over a year, not by what was earned so far.
@@ -134,9 +126,9 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
     qint32 lastName = 0;
     // A New Zealand pay: the ESCT of each scheme's contribution, whatever line is last.
     const bool ird = IrdContextForPay(App().CurrentEmployeeID, wageID, paysPerYear).has_value();
-    Currency schemeEsct;
+    Currency rowsEsct;
     auto rs = App().WageDatabase.openRecordset(
-        QStringLiteral("SELECT ContributionNameID, AmountCalcon, Percentage, Contributions, ESCT, WageID "
+        QStringLiteral("SELECT ContributionNameID, AmountCalcon, Percentage, ESCT, Contributions, WageID "
                        "FROM ContributionDetails WHERE WageID = %1;")
             .arg(wageID),
         RecordsetType::Dynaset);
@@ -149,27 +141,29 @@ void UpdateContributions(Currency base, qint32 wageID, PayView& form, const QStr
             float percentage = 0;
             Currency amountCalcOn, contribution;
             CalcContribution(specialRate, fixedAmount, base, id, paysPerYear, percentage, amountCalcOn, contribution);
-            // ESCT of the row keeps what it got when the row was added or last edited.
+            // On a New Zealand pay the row's ESCT follows its contribution, so the grid adds up to the
+            // pay's ESCT; elsewhere the row keeps what it got when added or last edited.
             const QVariant stored = rs->value(QStringLiteral("Percentage"));
             if (!IsNull(stored) && CSng(stored) != 100.0f) {
                 rs->Edit();
                 rs->setValue(QStringLiteral("AmountCalcon"), QVariant::fromValue(amountCalcOn));
                 rs->setValue(QStringLiteral("Percentage"), QVariant(percentage));
+                if (ird) {
+                    const Currency rowEsct = CalcESCT(id, contribution, base, wageID);
+                    rs->setValue(QStringLiteral("ESCT"), QVariant::fromValue(rowEsct));
+                    rowsEsct += rowEsct;
+                }
                 rs->setValue(QStringLiteral("Contributions"), QVariant::fromValue(contribution));
-                // An extra pay's contribution line is worked as when it was made, ESCT and all.
-                if (ExtraPayYearEstimate(App().CurrentEmployeeID, wageID, base))
-                    rs->setValue(QStringLiteral("ESCT"), QVariant::fromValue(CalcESCT(id, contribution, base, wageID)));
                 rs->Update();
                 total += contribution;
-                if (ird && bearsIrdEsct(id)) schemeEsct += CalcESCT(id, contribution, base, wageID);
             }
         }
         rs->MoveNext();
     }
     rs->Close();
     form.setCaption(totalLabel, CStr(total));
-    // One calculation on the total, under the last line's name.
-    form.setLabelValue(esctLabel, QVariant::fromValue(ird ? schemeEsct : CalcESCT(lastName, total, base)));
+    // Elsewhere one calculation on the total, under the last line's name.
+    form.setLabelValue(esctLabel, QVariant::fromValue(ird ? rowsEsct : CalcESCT(lastName, total, base)));
     const Currency credit = GetKiwiSaverCredit(form.caption(payDateLabel));
     form.setLabelValue(creditLabel, QVariant::fromValue(credit <= total ? credit : total));
 }

@@ -130,6 +130,40 @@ void SaveWageXArray(PayView& form, const QString& table) {
     });
 }
 
+void SettlePayFigures(PayView& form) {
+    AppContext& app = App();
+    Database& wage = app.WageDatabase;
+    const qint32 wageID = app.CurrentWageID;
+    if (wageID <= 0 || PayFrozen(wage, wageID)) return;
+    // A one-off pay's tax is worked by its own rules, and a pay without payment lines has no lines to
+    // give its figures: both keep them.
+    const QVariant regular = wage.scalar(
+        QStringLiteral("SELECT 1 FROM Wages WHERE WageID = %1 AND coalesce(OneOff, 0) = 0 AND EXISTS (SELECT 1 FROM "
+                       "PaymentDetails WHERE WageID = %1)")
+            .arg(wageID));
+    if (IsNull(regular)) return;
+    // All or nothing: a stop half-way must not leave a tax line that looks current beside stale lines.
+    wage.beginWriteTrans();
+    try {
+        RefreshPaySlip(form);
+        const Currency taxable =
+            captionAmount(form, QStringLiteral("lblTaxable")) + captionAmount(form, QStringLiteral("lblGross"));
+        const QVariantList line =
+            wage.firstRow(QStringLiteral("SELECT TaxableAmount FROM TaxDetails WHERE WageID = %1").arg(wageID));
+        const bool stale =
+            line.isEmpty() || IsNull(line.at(0)) ? taxable > Currency() : CCur(line.at(0)) != taxable;
+        if (stale) {
+            ReCalcPAYE(form);
+            RefreshPaySlip(form);
+        }
+        form.datPays.UpdateRecord();
+        wage.commitTrans();
+    } catch (...) {
+        if (wage.inTransaction()) wage.rollback();
+        throw;
+    }
+}
+
 void SetTakeHome(PayView& form) {
     form.SelectLabel(QStringLiteral("lblTakehome"));
     ControlState& button = form.control(QStringLiteral("cmdSelect(6)"));

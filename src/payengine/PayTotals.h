@@ -21,6 +21,13 @@ void SaveWageGrid(PayView& form);
 // Errors are trapped and reported under "SaveWageXArray".
 void SaveWageXArray(PayView& form, const QString& table);
 
+// Before an open pay is committed or posted: its figures are brought to what its lines give, and its
+// PAYE is calculated again when the tax line was worked on another taxable amount than the lines now
+// give (a first pay, whose add could not see its gross yet). A PAYE typed for this taxable amount
+// stays. The pay list's row is stored. A committed or held pay, a one-off pay and a pay without
+// payment lines are left as they are.
+void SettlePayFigures(PayView& form);
+
 // Opens the take-home (payslip) view.
 void SetTakeHome(PayView& form);
 

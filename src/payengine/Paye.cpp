@@ -6,6 +6,7 @@
 #include "IrdPay.h"
 #include "PayTaxFigures.h"
 #include "PayView.h"
+#include "TypedPaye.h"
 #include "data/Database.h"
 #include "data/Recordset.h"
 #include "data/RoundCurrency.h"
@@ -289,6 +290,9 @@ void SavePAYE(const QString& newPAYE) {
         rs->Edit();
         rs->setValue(QStringLiteral("PAYE"), QVariant::fromValue(value));
         rs->Update();
+        rs->Close();
+        RecordTypedPaye(App().WageDatabase, App().CurrentWageID, value);
+        return;
     }
     rs->Close();
 }

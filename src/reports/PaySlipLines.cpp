@@ -82,9 +82,10 @@ void AddPaySlipRec(PaySlipRows& paySlip, const QString& description, const QStri
 }
 
 float FillPaySlip(const QString& heading, const QString& sql, PaySlipRows& paySlip, bool sumWhenPositive,
-                  bool alwaysTotal, bool negateTotal) {
+                  bool alwaysTotal, bool negateTotal, Currency* exactSum) {
     AddPaySlipRec(paySlip, heading, {}, {}, {}, {});
     float sum = 0.0f;
+    Currency exact;
     auto rs = App().WageDatabase.openRecordset(sql, RecordsetType::Snapshot);
     while (!rs->EOF_()) {
         const QVariant amount = rs->value(3);
@@ -94,6 +95,7 @@ float FillPaySlip(const QString& heading, const QString& sql, PaySlipRows& paySl
                           {});
             // The sum is of what the slip shows, so the grid adds up to what is printed.
             sum = sum + CSng(shown);
+            exact += CCur(shown);
         }
         rs->MoveNext();
     }
@@ -107,6 +109,7 @@ float FillPaySlip(const QString& heading, const QString& sql, PaySlipRows& paySl
     }
     if (alwaysTotal)
         AddPaySlipRec(paySlip, {}, {}, {}, {}, fixed(sum));
+    if (exactSum) *exactSum = exact;
     return sum;
 }
 
@@ -188,14 +191,18 @@ SlipMemo slipInputs(const PayView& form, const Database& db) {
 void fillPaySlip(PayView& form, const QString& payeName, PaySlipRows& rs, SlipCaptions& captions) {
     const qint32 wageID = App().CurrentWageID;
     // Labels without a format take the Single's own text and format themselves.
-    const float gross = FillPaySlip(QStringLiteral("Gross"), GetPaymentLinesSQL(wageID, false), rs, false, true, false);
+    // A figure the pay stores is the sum of its lines to the cent, never a Single's near miss of it
+    // (283.33 and 608.72 make 892.0499 as a Single).
+    Currency exact;
+    const float gross =
+        FillPaySlip(QStringLiteral("Gross"), GetPaymentLinesSQL(wageID, false), rs, false, true, false, &exact);
     float running = gross;
-    captions.show(QStringLiteral("lblGross"), CStr(gross));
+    captions.show(QStringLiteral("lblGross"), CStr(exact));
 
-    const float taxable =
-        FillPaySlip(QStringLiteral("Taxable Allowances"), taxableAllowancesSQL(wageID), rs, true, false, false);
+    const float taxable = FillPaySlip(QStringLiteral("Taxable Allowances"), taxableAllowancesSQL(wageID), rs, true,
+                                      false, false, &exact);
     running = running + taxable;
-    captions.show(QStringLiteral("lblTaxable"), CStr(taxable));
+    captions.show(QStringLiteral("lblTaxable"), CStr(exact));
 
     blankLine(rs);
     AddPaySlipRec(rs, QStringLiteral("Total Taxable"), {}, {}, {}, Format(QVariant(running), QStringLiteral("Fixed")));
@@ -217,15 +224,16 @@ void fillPaySlip(PayView& form, const QString& payeName, PaySlipRows& rs, SlipCa
     AddPaySlipRec(rs, QStringLiteral("Net"), {}, {}, {}, fixed(running));
     blankLine(rs);
 
-    const float nonTax =
-        FillPaySlip(QStringLiteral("Non Taxable Allowances"), nonTaxableAllowancesSQL(wageID), rs, true, false, false);
+    const float nonTax = FillPaySlip(QStringLiteral("Non Taxable Allowances"), nonTaxableAllowancesSQL(wageID), rs,
+                                     true, false, false, &exact);
     running = running + nonTax;
-    captions.show(QStringLiteral("lblNonTax"), CStr(nonTax));
+    captions.show(QStringLiteral("lblNonTax"), CStr(exact));
 
     blankLine(rs);
-    const float deductions = FillPaySlip(QStringLiteral("Deductions"), deductionsSQL(wageID), rs, true, false, true);
+    const float deductions =
+        FillPaySlip(QStringLiteral("Deductions"), deductionsSQL(wageID), rs, true, false, true, &exact);
     running = running - deductions;
-    captions.show(QStringLiteral("lblDeduct"), CStr(deductions));
+    captions.show(QStringLiteral("lblDeduct"), CStr(exact));
 
     blankLine(rs);
     AddPaySlipRec(rs, QStringLiteral("Take Home Pay"), {}, {}, {}, fixed(running));
@@ -235,8 +243,8 @@ void fillPaySlip(PayView& form, const QString& payeName, PaySlipRows& rs, SlipCa
     if (IsKiwiSaverEnrolled(App().CurrentEmployeeID)) {
         blankLine(rs);
         const float kiwiSaver = FillPaySlip(QStringLiteral("Employer Contributions"), contributionsSQL(wageID), rs,
-                                            false, false, false);
-        captions.show(QStringLiteral("lblKiwiSaver"), CStr(kiwiSaver));
+                                            false, false, false, &exact);
+        captions.show(QStringLiteral("lblKiwiSaver"), CStr(exact));
         const Currency credit = GetKiwiSaverCredit(form.caption(QStringLiteral("lblPayDate")));
         const bool creditSmaller = credit.toDouble() < static_cast<double>(kiwiSaver);
         captions.show(QStringLiteral("lblTaxCredit"), creditSmaller ? CStr(credit) : CStr(kiwiSaver));

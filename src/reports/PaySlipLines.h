@@ -3,6 +3,7 @@
 // the payslip view of the wage screen, what the printed slip shows, and the source of the summary
 // labels.
 #include "payengine/PayTotals.h" // RefreshPaySlip, EnterPaySlip
+#include "runtime/Currency.h"
 #include <QString>
 #include <QVector>
 
@@ -17,7 +18,7 @@ using PaySlipRows = QVector<PaySlipLine>;
 // Adds one section (a heading and the lines of sql above 0) to the slip and returns the sum of the
 // lines as shown.
 float FillPaySlip(const QString& heading, const QString& sql, PaySlipRows& paySlip, bool sumWhenPositive,
-                  bool alwaysTotal, bool negateTotal);
+                  bool alwaysTotal, bool negateTotal, Currency* exactSum = nullptr);
 
 // Adds one row to the slip.
 void AddPaySlipRec(PaySlipRows& paySlip, const QString& description, const QString& number,

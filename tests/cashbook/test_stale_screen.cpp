@@ -110,3 +110,46 @@ TEST_F(StaleScreenTest, AHeldPayKeepsItsFiguresUntilReleased) {
 }
 
 } // namespace
+
+namespace {
+
+class OtherWritersTest : public CashbookTest {};
+
+// The file's data version tells the screen that another process wrote: a commit of the shown pay is
+// shown at once (the status and the reference), while a change elsewhere in the payroll leaves the
+// screen and its unsaved lines alone.
+TEST_F(OtherWritersTest, TheScreenShowsAPayCommittedByAnotherProcess) {
+    WageScreen wage;
+    addPay();
+    const qint32 id = addPay();
+    rows.context.WageForm = &wage;
+    wage.datPays.setDatabase(&rows.context.WageDatabase);
+    wage.datPays.setRecordSource(QStringLiteral("SELECT Wages.* FROM Wages WHERE Wages.WageID = %1").arg(id));
+    wage.datPays.Refresh();
+    rows.context.CurrentWageID = id;
+    EXPECT_FALSE(wage.followOtherWriters(true)) << "nothing written by anyone else yet";
+
+    // Another process writes, but not this pay: nothing to show.
+    {
+        Database other;
+        other.open(WageFileName());
+        other.execute(QStringLiteral("UPDATE Wages SET Details = 'note' WHERE WageID <> %1").arg(id));
+    }
+    EXPECT_FALSE(wage.followOtherWriters(false));
+
+    {
+        Database other;
+        other.open(WageFileName());
+        other.execute(QStringLiteral("UPDATE Wages SET PaymentDate = '2026-05-05', Reference = 'R90' WHERE WageID = %1")
+                          .arg(id));
+    }
+    EXPECT_TRUE(IsNull(wage.datPays.value(QStringLiteral("Reference"))));
+    EXPECT_TRUE(wage.followOtherWriters(false));
+    EXPECT_EQ(wage.datPays.value(QStringLiteral("Reference")).toString(), QStringLiteral("R90"));
+    EXPECT_EQ(wage.caption(QStringLiteral("lblpayment(8)")), QStringLiteral("Committed, reference: R90"));
+    // Read once, the change is not read again.
+    EXPECT_FALSE(wage.followOtherWriters(true));
+    rows.context.WageForm = &screen;
+}
+
+} // namespace

@@ -92,7 +92,16 @@ TEST_F(KillStress, EveryKillLeavesAWholePostingOrNone) {
         ql::Database wage = openWage();
         pays = clonePay(wage, first, kills);
     }
-    // Lines of the pay's transaction: the wage line and one for each figure that is not 0.
+    // Each statement is slowed a little, and those inside a transaction (the posting, the writes of
+    // the reference) much more, so that many kills land inside the posting. One whole commit,
+    // slowed so, gives the span the kills fall in.
+    const int delay = 100, transactionDelay = 4000;
+    qint64 span = 0;
+    ASSERT_EQ(fullCommit(first, delay, transactionDelay, &span), 0);
+    const int window = int(qMax<qint64>(span, 50));
+    std::cout << "a slowed commit takes " << span << " ms; kills fall in 0.." << window << " ms" << std::endl;
+    // Lines of the pay's transaction: the wage line and one for each figure that is not 0, as the
+    // commit left the figures (the copies are committed with the same).
     int payLines = 1;
     {
         ql::Database wage = openWage();
@@ -103,15 +112,6 @@ TEST_F(KillStress, EveryKillLeavesAWholePostingOrNone) {
         };
         payLines += (figure("Deductions") != 0) + (figure("NonTaxAllow") != 0) + (figure("PAYE") != 0);
     }
-
-    // Each statement is slowed a little, and those inside a transaction (the posting, the writes of
-    // the reference) much more, so that many kills land inside the posting. One whole commit,
-    // slowed so, gives the span the kills fall in.
-    const int delay = 100, transactionDelay = 4000;
-    qint64 span = 0;
-    ASSERT_EQ(fullCommit(first, delay, transactionDelay, &span), 0);
-    const int window = int(qMax<qint64>(span, 50));
-    std::cout << "a slowed commit takes " << span << " ms; kills fall in 0.." << window << " ms" << std::endl;
 
     int completed = 0, nothing = 0, postedOnly = 0, committedByKilled = 0, insidePosting = 0;
     for (int i = 0; i < pays.size(); ++i) {

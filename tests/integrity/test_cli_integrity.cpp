@@ -34,10 +34,12 @@ TEST_F(CliIntegrity, APostedPayCannotBeEditedAndItsCommitAgreesWithTheCashbook) 
     const qint32 id = addPayByCli(docs.path(), QStringLiteral("1"), QStringLiteral("2026-11-06"));
     ASSERT_GT(id, 0);
     const QString w = QString::number(id);
-    const QVariant takeHome = wageValue(QStringLiteral("SELECT TakeHome FROM Wages WHERE WageID = ") + w);
     const CliResult posted =
         run({QStringLiteral("post"), w, QStringLiteral("P5"), QStringLiteral("2026-11-06"), QStringLiteral("Weekly")});
     ASSERT_EQ(posted.exitCode, 0) << posted.err.toStdString();
+    // Posted with its tax: the take-home as posted is what the pay keeps.
+    const QVariant takeHome = wageValue(QStringLiteral("SELECT TakeHome FROM Wages WHERE WageID = ") + w);
+    EXPECT_GT(ql::CDbl(wageValue(QStringLiteral("SELECT PAYE FROM Wages WHERE WageID = ") + w)), 0.0);
     const CliResult edit = run({QStringLiteral("edit"), w, QStringLiteral("1"), QStringLiteral("0"),
                                 QStringLiteral("2"), QStringLiteral("60")});
     EXPECT_EQ(edit.exitCode, 1);

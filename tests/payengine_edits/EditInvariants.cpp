@@ -1,8 +1,7 @@
 // The rules, as the pay's figures are made:
 //  - every line of the five detail tables is 0 or more (a typed correction never makes a line negative);
 //  - a section's figure (Gross, TaxAllow, NonTaxAllow, Deductions, KiwiSaverContribution) is the sum of its
-//    lines above 0, each as the slip shows it (two decimals, "fixed"), added in Single, kept to four
-//    decimals;
+//    lines above 0, each as the slip shows it (two decimals, "fixed"), added exactly;
 //  - TotalTaxable is Gross + TaxAllow in Single, to two decimals, and never below 0;
 //  - PAYE is the pay's TaxDetails rows above 0, to the cent;
 //  - TakeHome is TotalTaxable - PAYE + NonTaxAllow - Deductions, in Single, to the cent;
@@ -24,6 +23,7 @@ namespace {
 
 struct Section {
     float shownSum = 0; // the slip's Single sum of what it shows
+    Currency shownExact; // the same sum to the cent
     double plainSum = 0;
     int lines = 0;
     QStringList negative;
@@ -41,16 +41,15 @@ Section section(ql::Database& db, const QString& table, const QString& column, q
         ++s.lines;
         s.plainSum += amount;
         if (amount < 0) s.negative << QStringLiteral("%1 line of %2").arg(table).arg(amount);
-        if (amount > 0) s.shownSum = s.shownSum + ql::CSng(ql::Format(v, QStringLiteral("fixed")));
+        if (amount > 0) {
+            s.shownSum = s.shownSum + ql::CSng(ql::Format(v, QStringLiteral("fixed")));
+            s.shownExact += ql::CCur(ql::Format(v, QStringLiteral("fixed")));
+        }
     }
     rs->Close();
     return s;
 }
 
-// A Single figure as a label keeps it: its own text, to four decimals.
-Currency kept(float f) {
-    return ql::CCur(QVariant(ql::CStr(QVariant(f))));
-}
 Currency cents(const QVariant& v) {
     return ql::CCur(QVariant(ql::Format(v, QStringLiteral("Fixed"))));
 }
@@ -84,11 +83,11 @@ QStringList payInconsistencies(ql::Database& db, const ql::PayView& view, qint32
             out << QStringLiteral("%1 is %2, the lines give %3")
                        .arg(QLatin1String(what), got.toFixed4(), want.toFixed4());
     };
-    expect("Gross", gross, kept(pay.shownSum));
-    expect("TaxAllow", taxAllow, kept(tax.shownSum));
-    expect("NonTaxAllow", nonTax, kept(non.shownSum));
-    expect("Deductions", deductions, kept(ded.shownSum));
-    if (enrolled) expect("KiwiSaverContribution", kiwiSaver, kept(con.shownSum));
+    expect("Gross", gross, pay.shownExact);
+    expect("TaxAllow", taxAllow, tax.shownExact);
+    expect("NonTaxAllow", nonTax, non.shownExact);
+    expect("Deductions", deductions, ded.shownExact);
+    if (enrolled) expect("KiwiSaverContribution", kiwiSaver, con.shownExact);
 
     float running = pay.shownSum + tax.shownSum;
     expect("TotalTaxable", totalTaxable, cents(QVariant(running)));

@@ -61,6 +61,7 @@ TEST_F(ContributionsTest, CreditIsAlwaysZero) {
 }
 
 TEST_F(ContributionsTest, DefaultLinesAndTheirRecalculation) {
+    // A payroll without tax years: the rows keep their ESCT and the pay's is one calculation on the total.
     const qint32 emp = addEmployee(100, 1, "20", "0", QStringLiteral("M"), true);
     app.WageDatabase.execute(QStringLiteral("INSERT INTO EmployerContributions VALUES (?, 1, 0, 0), (?, 100, 25, 0)"),
                              {emp, emp});

@@ -197,12 +197,13 @@ TEST_F(PaySlipTest, LargeAmountsGoThroughTheRunningSingle) {
     exec("INSERT INTO PaymentDetails (WageID, PaymentNameID, DetailHours, EquivPayRate, Payment) VALUES "
          "(%W, 9001, 1, 123456.78, 123456.78)");
     RefreshPaySlip(view);
-    // 123456.78 as a Single is 123456.78125, which prints with seven digits as 123456.8: the total and
-    // the label show 80 cents where the line shows 78.
+    // 123456.78 as a Single is 123456.78125, which prints with seven digits as 123456.8: the slip's
+    // total shows 80 cents where the line shows 78. The label, whose figure the pay stores, holds the
+    // line's 78 cents.
     const QStringList rows = slip();
     EXPECT_EQ(rows[1], QStringLiteral("    Ordinary time (x1)|1.00|123456.78|123456.78|"));
     EXPECT_EQ(rows[2], QStringLiteral("||||123456.80"));
-    EXPECT_EQ(label("lblGross"), QStringLiteral("$123,456.80"));
+    EXPECT_EQ(label("lblGross"), QStringLiteral("$123,456.78"));
 }
 
 TEST_F(PaySlipTest, PaymentLinesQueryWithAndWithoutKeys) {

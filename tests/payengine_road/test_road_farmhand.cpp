@@ -24,15 +24,20 @@ TEST_F(RoadTest, FarmHandFirstPayHasItsLinesAndNoTaxYet) {
     EXPECT_EQ(wageColumn(first, "TakeHome"), cur("1022.75"));
     EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM TaxDetails WHERE WageID = %1").arg(first)).toInt(), 0);
     EXPECT_EQ(amounts("DeductionDetails", "Deductions", first), (QList<ql::Currency>{cur("0")}));
-    // The employer's line was made on the lines' taxable 1022.7462: 3.5% of 1022.74 (cut) = 35.7959,
-    // cut 35.79; its ESCT on 35 whole dollars at 17.5% (yearly 53,182.80) = 6.125, cut to cents as
-    // Inland Revenue does, kept on the row.
-    EXPECT_EQ(amounts("ContributionDetails", "ESCT", first), (QList<ql::Currency>{cur("6.12")}));
+    // The employer's line is worked again on that taxable 0 too: its contribution and its ESCT are 0
+    // together, until the next save.
+    EXPECT_EQ(amounts("ContributionDetails", "Contributions", first), (QList<ql::Currency>{cur("0")}));
+    EXPECT_EQ(amounts("ContributionDetails", "ESCT", first), (QList<ql::Currency>{cur("0")}));
 
     // The next save (leaving a view, even unchanged) brings the tax: the labels now hold the gross.
     screen->cmdSelect_Click(1);
     leaveView();
     EXPECT_EQ(wageColumn(first, "PAYE"), cur("175.87"));
+    // 3.5% of 1022.75 = 35.79; ESCT on 35 whole dollars at 17.5% (yearly 53,183) = 6.125, cut to cents
+    // as Inland Revenue does: the grid and the pay's figure agree.
+    EXPECT_EQ(amounts("ContributionDetails", "Contributions", first), (QList<ql::Currency>{cur("35.79")}));
+    EXPECT_EQ(amounts("ContributionDetails", "ESCT", first), (QList<ql::Currency>{cur("6.12")}));
+    EXPECT_EQ(wageColumn(first, "ESCTDeductions"), cur("6.12"));
     EXPECT_TRUE(errorsReported().isEmpty()) << errorsReported().join('\n').toStdString();
 }
 

@@ -205,3 +205,29 @@ TEST_F(Startup, AddressBookIsStartedOnceAndAgainAfterItEnded) {
     EXPECT_EQ(ql::App().AddressBookProcess, 0);
     EXPECT_EQ(ql::App().AddressBookWindow, 0);
 }
+
+// Another program holds the payroll file as the program starts: the start stops with a message that
+// names the lock and the file, never one about entering more employees.
+TEST_F(Startup, ALockedPayrollFileIsNamedLockedAtTheStart) {
+    PayrollRows rows;
+    rows.employee(rows.address(QStringLiteral("Hale"), QStringLiteral("Mere")));
+    rows.wage.close();
+    ql::Database holder;
+    holder.open(ql::WageFileName());
+    holder.executeScript(QStringLiteral("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; "
+                                        "UPDATE Employees SET EmployeeID = EmployeeID WHERE 0;"));
+    QString told;
+    try {
+        ql::Main(QStringLiteral("Quillary"));
+    } catch (const ql::VbError& e) {
+        told = e.description();
+    }
+    for (const auto& c : rows.dialogs.calls)
+        told += u'\n' + c.message;
+    holder.executeScript(QStringLiteral("COMMIT"));
+    holder.close();
+    EXPECT_TRUE(told.contains(QStringLiteral("locked"))) << told.toStdString();
+    EXPECT_TRUE(told.contains(QFileInfo(ql::WageFileName()).fileName())) << told.toStdString();
+    EXPECT_FALSE(told.contains(QStringLiteral("more employees"))) << told.toStdString();
+    EXPECT_EQ(ql::mainForm(), nullptr);
+}

@@ -17,8 +17,11 @@
 #include <QPrintPreviewDialog>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QHeaderView>
 #include <QTableView>
+#include <QPointer>
 #include <QTimer>
+#include <memory>
 
 using namespace ql;
 using namespace qltest;
@@ -234,4 +237,38 @@ TEST_F(ScreensTest, TheHistoryFollowsPaysChangedBesideIt) {
     QApplication::processEvents();
     EXPECT_EQ(grid->model()->rowCount(), 101);
     EXPECT_EQ(total->text(), "$100,600.00");
+}
+
+// Closing the history window destroys its grid and totals together: the header's and scroll bar's
+// signals, which lay out the totals, must not reach totals already gone (a use after free that the
+// sanitizer build catches). The window goes by its OK button, and also while still shown, as when
+// the window that owns it closes.
+TEST_F(ScreensTest, ClosingTheHistoryWindowLeavesNothingBehind) {
+    QDate date(2025, 7, 7);
+    for (int i = 0; i < 40; ++i, date = date.addDays(7))
+        pay(e, date, 1000 + i, 150, 35);
+    for (int round = 0; round < 4; ++round) {
+        auto owner = std::make_unique<QWidget>();
+        owner->show();
+        auto* form = new frmQuickView("Tāwhiri, Wiremu", owner.get());
+        form->setAttribute(Qt::WA_DeleteOnClose);
+        form->show();
+        QApplication::processEvents();
+        auto* grid = form->findChild<QTableView*>("tgrdQuickV");
+        ASSERT_NE(grid, nullptr);
+        // A scrolled grid with resized columns, as a user leaves it.
+        grid->horizontalHeader()->resizeSection(2, 140);
+        grid->horizontalScrollBar()->setValue(grid->horizontalScrollBar()->maximum());
+        QApplication::processEvents();
+        if (round % 2 == 0) {
+            form->findChild<QPushButton*>("cmdOK")->click();
+            QApplication::processEvents();
+            QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            EXPECT_TRUE(owner->findChildren<frmQuickView*>().isEmpty()) << round;
+        } else {
+            QPointer<frmQuickView> watch(form);
+            owner.reset(); // the owner closes with the history still shown
+            EXPECT_TRUE(watch.isNull()) << round;
+        }
+    }
 }
