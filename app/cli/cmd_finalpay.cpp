@@ -35,11 +35,18 @@ int finalPay(const QStringList& args, QTextStream& out) {
         }
         name = session.employeeName(employeeID);
     }
-    if (addTo > 0) cli::RecalculatePay(addTo);
+    std::optional<ql::FinalPayTax> tax;
+    if (addTo > 0) {
+        cli::RecalculatePay(addTo);
+        cli::HolidaySession session;
+        tax = ql::StoredFinalPayTax(addTo);
+    }
     QJsonObject j = cli::finalPayJson(r);
     j.insert(QStringLiteral("EmployeeID"), employeeID);
     j.insert(QStringLiteral("Name"), name);
     if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
+    // The tax is the pay's: worked only once the lines are on one.
+    if (tax) j.insert(QStringLiteral("Tax"), cli::finalPayTaxJson(*tax));
     cli::printJson(out, j);
     return 0;
 }

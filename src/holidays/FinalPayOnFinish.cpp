@@ -160,6 +160,7 @@ FinishedPay MakeFinalPay(qint32 employeeID, const QDate& lastDay) {
         out.result = ComputeFinalPay(wage, employeeID, lastDay, out.wageID);
         AddFinalPayLines(wage, out.wageID, out.result);
         s.recalculate(out.wageID);
+        out.tax = StoredFinalPayTax(out.wageID);
         wage.commitTrans();
     } catch (...) {
         if (wage.inTransaction()) wage.rollback();
@@ -173,6 +174,7 @@ QString FinalPayText(const FinishedPay& pay) {
     for (const FinalPayLine& l : pay.result.lines)
         lines << QStringLiteral("%1: %2 (%3)").arg(l.caption, money2(l.amount), l.working);
     if (!pay.result.lines.isEmpty()) lines << QStringLiteral("Total: %1").arg(money2(pay.result.total));
+    if (pay.tax) lines << QStringLiteral("Tax: %1").arg(pay.tax->working());
     lines << pay.result.notes;
     return lines.join(QLatin1Char('\n'));
 }
