@@ -116,11 +116,28 @@ Cover coverOf(Database& wage, qint32 employeeID, const QDate& day) {
 
 QString money2(Currency c) { return ToCents(c).toFixed4().chopped(2); }
 
+// The employee's first pay carrying final holiday lines; 0 when none does.
+qint32 payWithFinalLines(Database& wage, qint32 employeeID) {
+    for (const PayRecord& p : LoadPays(wage, employeeID))
+        if (FinalHolidayAmount(wage, p.wageID) > Currency()) return p.wageID;
+    return 0;
+}
+
 } // namespace
 
 FinishedPay MakeFinalPay(qint32 employeeID, const QDate& lastDay) {
     Database& wage = App().WageDatabase;
     FinishedPay out;
+    // The holiday lines made earlier (final-pay --add-to, so that the pay could be edited and committed
+    // while the employee was still on the payroll) are the final pay: they are never paid twice.
+    if (const qint32 earlier = payWithFinalLines(wage, employeeID)) {
+        out.wageID = earlier;
+        out.result = ComputeFinalPay(wage, employeeID, lastDay, earlier);
+        out.tax = StoredFinalPayTax(earlier);
+        out.choice = QStringLiteral("Pay %1 already carries the final pay's holiday lines, so no pay was changed.")
+                         .arg(earlier);
+        return out;
+    }
     out.result = ComputeFinalPay(wage, employeeID, lastDay);
     const Cover cover = coverOf(wage, employeeID, lastDay);
     if (out.result.lines.isEmpty()) {

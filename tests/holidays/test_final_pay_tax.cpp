@@ -171,3 +171,22 @@ TEST_F(FinalPayTaxCodes, InlandRevenuesFruitPackerOnTheSeasonalWorkersCode) {
     EXPECT_EQ(cents(t.value("OrdinaryPAYE")), 12100);
     expectPaye(pays.last(), 12100 + 9680);
 }
+
+TEST_F(FinalPayTaxCodes, AFinalPayMadeAndCommittedBeforeTheFinishIsNotMadeAgain) {
+    // The final pay made on pay 4 while the employee is on the payroll, committed, and then the finish
+    // saved: the holiday lines are not paid twice.
+    const qint32 id = addEmployee(QStringLiteral("M"), QStringLiteral("2026-09-26"), QStringLiteral("52000"));
+    for (const char* d : {"2026-10-02", "2026-10-09", "2026-10-16", "2026-10-23"})
+        pays << addPay(id, QString::fromLatin1(d));
+    finalPayOn(id, QStringLiteral("2026-10-21"), pays.last());
+    commit(pays.last(), QStringLiteral("2026-10-23"));
+    const qint64 highest = figure(QStringLiteral("SELECT max(WageID) FROM Wages"));
+    const QJsonObject o = finish(id, QStringLiteral("2026-10-21"));
+    EXPECT_EQ(o.value("FinalPayWageID").toInt(), pays.last());
+    EXPECT_FALSE(o.value("FinalPayAdded").toBool());
+    EXPECT_TRUE(o.value("FinalPay").toObject().value("Choice").toString().contains(QStringLiteral("already carries")));
+    EXPECT_EQ(figure(QStringLiteral("SELECT max(WageID) FROM Wages")), highest);
+    EXPECT_EQ(wages(pays.last(), "TotalTaxable"), 132000);
+    expectPaye(pays.last(), 23310);
+    EXPECT_EQ(cents(o.value("FinalPay").toObject().value("Tax").toObject().value("PAYE")), 23310);
+}
