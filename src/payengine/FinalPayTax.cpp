@@ -4,6 +4,7 @@
 #include "data/Recordset.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
+#include <cmath>
 
 namespace ql {
 
@@ -26,6 +27,52 @@ QString namesList() {
     for (const QString& n : FinalHolidayLineNames())
         quoted << QStringLiteral("'%1'").arg(QString(n).replace(QLatin1Char('\''), QStringLiteral("''")));
     return quoted.join(QLatin1Char(','));
+}
+
+// The holiday pay's part: the four weeks up to and including the day (the employee's regular pays other
+// than wageID, less their own final holiday lines, and ordinaryCents of the pay itself), over a year (one
+// monthly pay a twelfth, all else a thirteenth), and the extra-pay method on t.holiday.
+void extraPart(const IrdPayContext& c, qint32 employeeID, qint32 wageID, const QDate& day,
+               qint64 ordinaryCents, FinalPayTax& t) {
+    Database& db = App().WageDatabase;
+    const qint64 holidayCents = CurrencyToCents(t.holiday);
+    qint64 fourWeeks = ordinaryCents > 0 ? ordinaryCents : 0;
+    int count = ordinaryCents > 0 ? 1 : 0;
+    QList<QPair<qint32, Currency>> others;
+    {
+        auto rs =
+            db.openRecordset(QStringLiteral("SELECT WageID, TotalTaxable FROM Wages WHERE EmployeeID = %1 "
+                                            "AND coalesce(OneOff, 0) = 0 AND "
+                                            "WageID <> %2 AND date([Date]) > '%3' AND date([Date]) <= '%4'")
+                                 .arg(employeeID)
+                                 .arg(wageID)
+                                 .arg(day.addDays(-28).toString(Qt::ISODate), day.toString(Qt::ISODate)),
+                             RecordsetType::Snapshot);
+        for (; !rs->EOF_(); rs->MoveNext())
+            others << qMakePair(CLng(rs->value(0)), IsNull(rs->value(1)) ? Currency() : CCur(rs->value(1)));
+        rs->Close();
+    }
+    for (const auto& [otherID, total] : others) {
+        const qint64 regular = CurrencyToCents(total - FinalHolidayAmount(db, otherID));
+        if (regular <= 0) continue;
+        fourWeeks += regular;
+        ++count;
+    }
+    t.fourWeeks = CentsToCurrency(fourWeeks);
+    t.fourWeeksPays = count;
+    t.multiplier = count == 1 && c.pays == 12 ? 12 : 13;
+    const qint64 annualised = fourWeeks * t.multiplier;
+    t.annualised = CentsToCurrency(annualised);
+
+    t.rate = ird::ExtraPayRate(c.figures, c.code, annualised, holidayCents, c.items.tailoredRate);
+    t.lowThreshold = ird::LowThresholdDollars(c.figures, c.code);
+    const bool grossed =
+        c.code.kind == ird::CodeKind::Main || c.code.kind == ird::CodeKind::MainCredit || t.lowThreshold >= 0;
+    t.grossedUp = grossed ? (annualised + holidayCents) / 100 + qMax<qint64>(t.lowThreshold, 0) : -1;
+    // Holiday pay is earnings liable for the levy.
+    t.holidayPaye = CentsToCurrency(ird::ExtraPayPayeCents(c.figures, c.code, annualised, holidayCents,
+                                                           holidayCents, c.items.tailoredRate));
+    t.lowestRate = ird::ExtraPayAtLowestRate(c.figures, c.code, annualised, holidayCents);
 }
 
 } // namespace
@@ -69,46 +116,23 @@ std::optional<FinalPayTax> FinalPayTaxOfPay(const IrdPayContext& c, qint32 emplo
     t.ordinaryPaye = CentsToCurrency(
         ird::PayeCents(c.figures, c.code, ordinaryCents, c.pays, c.items.tailoredRate) - credit);
 
-    // The four weeks up to and including the pay's date: the other regular pays less their own final
-    // holiday lines, and this pay's ordinary lines. One monthly pay is a year's twelfth, all else a
-    // thirteenth.
-    qint64 fourWeeks = ordinaryCents > 0 ? ordinaryCents : 0;
-    int count = ordinaryCents > 0 ? 1 : 0;
-    QList<QPair<qint32, Currency>> others;
-    {
-        auto rs =
-            db.openRecordset(QStringLiteral("SELECT WageID, TotalTaxable FROM Wages WHERE EmployeeID = %1 "
-                                            "AND coalesce(OneOff, 0) = 0 AND "
-                                            "WageID <> %2 AND date([Date]) > '%3' AND date([Date]) <= '%4'")
-                                 .arg(employeeID)
-                                 .arg(wageID)
-                                 .arg(day.addDays(-28).toString(Qt::ISODate), day.toString(Qt::ISODate)),
-                             RecordsetType::Snapshot);
-        for (; !rs->EOF_(); rs->MoveNext())
-            others << qMakePair(CLng(rs->value(0)), IsNull(rs->value(1)) ? Currency() : CCur(rs->value(1)));
-        rs->Close();
-    }
-    for (const auto& [otherID, total] : others) {
-        const qint64 regular = CurrencyToCents(total - FinalHolidayAmount(db, otherID));
-        if (regular <= 0) continue;
-        fourWeeks += regular;
-        ++count;
-    }
-    t.fourWeeks = CentsToCurrency(fourWeeks);
-    t.fourWeeksPays = count;
-    t.multiplier = count == 1 && c.pays == 12 ? 12 : 13;
-    const qint64 annualised = fourWeeks * t.multiplier;
-    t.annualised = CentsToCurrency(annualised);
+    extraPart(c, employeeID, wageID, day, ordinaryCents, t);
+    return t;
+}
 
-    t.rate = ird::ExtraPayRate(c.figures, c.code, annualised, holidayCents, c.items.tailoredRate);
-    t.lowThreshold = ird::LowThresholdDollars(c.figures, c.code);
-    const bool grossed =
-        c.code.kind == ird::CodeKind::Main || c.code.kind == ird::CodeKind::MainCredit || t.lowThreshold >= 0;
-    t.grossedUp = grossed ? (annualised + holidayCents) / 100 + qMax<qint64>(t.lowThreshold, 0) : -1;
-    // Holiday pay is earnings liable for the levy.
-    t.holidayPaye = CentsToCurrency(ird::ExtraPayPayeCents(c.figures, c.code, annualised, holidayCents,
-                                                           holidayCents, c.items.tailoredRate));
-    t.lowestRate = ird::ExtraPayAtLowestRate(c.figures, c.code, annualised, holidayCents);
+std::optional<FinalPayTax> FinalHolidayTaxOn(qint32 employeeID, const QDate& day, Currency holiday) {
+    if (holiday <= Currency() || !day.isValid()) return std::nullopt;
+    Database& db = App().WageDatabase;
+    const QVariant pays =
+        db.scalar(QStringLiteral("SELECT p.PaysPerYear FROM Employees e JOIN PayInterval p ON "
+                                 "p.PayIntervalID = e.PayIntervalID WHERE e.EmployeeID = %1")
+                      .arg(employeeID));
+    const auto c = IrdContextOn(employeeID, day, IsNull(pays) ? 0 : int(std::lround(CDbl(pays))));
+    if (!c) return std::nullopt;
+    FinalPayTax t;
+    t.taxable = holiday;
+    t.holiday = holiday;
+    extraPart(*c, employeeID, 0, day, 0, t);
     return t;
 }
 

@@ -8,6 +8,7 @@
 // bears it on the holiday pay with no threshold.
 #include "IrdPay.h"
 #include "runtime/Currency.h"
+#include <QDate>
 #include <QStringList>
 #include <optional>
 
@@ -44,6 +45,10 @@ struct FinalPayTax {
 // The tax of the pay wageID of taxable earnings when it carries final holiday lines; none for any other pay.
 std::optional<FinalPayTax> FinalPayTaxOfPay(const IrdPayContext& c, qint32 employeeID, qint32 wageID,
                                             Currency taxable);
+
+// The tax of holiday pay paid on the day apart from a regular pay: the extra-pay method on the four weeks
+// of regular pays up to the day; none when no tax year or code of Inland Revenue's method applies.
+std::optional<FinalPayTax> FinalHolidayTaxOn(qint32 employeeID, const QDate& day, Currency holiday);
 
 // The same for a pay as it is stored (its taxable amount and the employee's pays a year); none when the
 // pay has no final holiday lines or no tax year or code of Inland Revenue's method applies.

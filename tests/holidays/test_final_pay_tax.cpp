@@ -184,9 +184,35 @@ TEST_F(FinalPayTaxCodes, AFinalPayMadeAndCommittedBeforeTheFinishIsNotMadeAgain)
     const QJsonObject o = finish(id, QStringLiteral("2026-10-21"));
     EXPECT_EQ(o.value("FinalPayWageID").toInt(), pays.last());
     EXPECT_FALSE(o.value("FinalPayAdded").toBool());
-    EXPECT_TRUE(o.value("FinalPay").toObject().value("Choice").toString().contains(QStringLiteral("already carries")));
+    EXPECT_TRUE(o.value("FinalPay")
+                    .toObject()
+                    .value("Choice")
+                    .toString()
+                    .contains(QStringLiteral("already carries")));
     EXPECT_EQ(figure(QStringLiteral("SELECT max(WageID) FROM Wages")), highest);
     EXPECT_EQ(wages(pays.last(), "TotalTaxable"), 132000);
     expectPaye(pays.last(), 23310);
     EXPECT_EQ(cents(o.value("FinalPay").toObject().value("Tax").toObject().value("PAYE")), 23310);
+}
+
+TEST_F(FinalPayTaxCodes, WithoutAPayTheHolidayPayIsTaxedAsPaidOnTheLastDay) {
+    // `final-pay` without a pay: the $320 as an extra pay paid on Wednesday 21 October apart from a pay.
+    // The four weeks end that day: the pays of 2, 9 and 16 October, $3,000 x 13 = 39,000 + 320 = 39,320:
+    // 17.5% and the levy, 61.60.
+    const qint32 id = addEmployee(QStringLiteral("M"), QStringLiteral("2026-09-26"), QStringLiteral("52000"));
+    for (const char* d : {"2026-10-02", "2026-10-09", "2026-10-16", "2026-10-23"})
+        pays << addPay(id, QString::fromLatin1(d));
+    const CliResult r = cli({QStringLiteral("final-pay"), QString::number(id), QStringLiteral("2026-10-21")});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    const QJsonObject o = QJsonDocument::fromJson(r.out.toUtf8()).object();
+    EXPECT_EQ(cents(o.value("Total")), 32000);
+    const QJsonObject t = o.value("Tax").toObject();
+    EXPECT_EQ(cents(t.value("FourWeeks")), 300000);
+    EXPECT_EQ(t.value("FourWeeksPays").toInt(), 3);
+    EXPECT_EQ(t.value("GrossedUp").toInt(), 39320);
+    EXPECT_EQ(cents(t.value("HolidayPAYE")), 6160);
+    EXPECT_EQ(cents(t.value("OrdinaryPAYE")), 0);
+    EXPECT_TRUE(o.value("TaxBasis").toString().contains(QStringLiteral("apart from a regular pay")));
+    // Nothing was written: pay 4 keeps its $1,000.
+    EXPECT_EQ(wages(pays.last(), "TotalTaxable"), 100000);
 }
