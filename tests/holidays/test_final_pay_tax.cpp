@@ -216,3 +216,21 @@ TEST_F(FinalPayTaxCodes, WithoutAPayTheHolidayPayIsTaxedAsPaidOnTheLastDay) {
     // Nothing was written: pay 4 keeps its $1,000.
     EXPECT_EQ(wages(pays.last(), "TotalTaxable"), 100000);
 }
+
+TEST_F(FinalPayTaxCodes, TheEsctRateOfAFinalPayCountsItsHolidayPayOnce) {
+    // KiwiSaver 4% and 4%, no ESCT rate kept and no earlier year: the rate comes from the pay's year.
+    // The final pay's $1,000 over 52 weeks plus the $320 once is $52,320: 17.5% (the band to 64,200); the
+    // whole $1,320 times 52 would be $68,640 and 30%. The contribution 4% of 1,320 = 52.80; ESCT 17.5% of
+    // its whole dollars, 52 x 17.5% = 9.10.
+    const qint32 pay =
+        finalPayOf(addEmployee(QStringLiteral("M"), QStringLiteral("2026-09-26"), QStringLiteral("52000"),
+                               {QStringLiteral("--kiwisaver"), QStringLiteral("4"),
+                                QStringLiteral("--employer-kiwisaver"), QStringLiteral("4")}));
+    EXPECT_EQ(wages(pay, "KiwiSaverContribution"), 5280);
+    EXPECT_EQ(wages(pay, "ESCTDeductions"), 910);
+    EXPECT_EQ(
+        figure(QStringLiteral("SELECT Total(ESCT) FROM ContributionDetails WHERE WageID = %1").arg(pay)),
+        910);
+    // The ordinary pay before it: 4% of 1,000 = 40.00, ESCT 7.00.
+    EXPECT_EQ(wages(pays.at(2), "ESCTDeductions"), 700);
+}
