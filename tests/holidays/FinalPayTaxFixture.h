@@ -26,14 +26,15 @@ protected:
     }
     CliResult cli(const QStringList& args) { return runCli(args, docs->path()); }
 
-    // A weekly salaried employee; returns the id.
+    // A salaried employee, weekly unless more gives another --interval; returns the id.
     qint32 addEmployee(const QString& code, const QString& start, const QString& salary,
                        const QStringList& more = {}) {
-        const QStringList args{"employee",   "add",       "--first",     "Final",      "--last",
-                               code,         "--start",   start,         "--tax-code", code,
-                               "--interval", "weekly",    "--salary",    salary,       "--ird",
-                               "048130046",  "--address", "3 Farm Lane", "--city",     "Te Awamutu",
-                               "--birth",    "1990-02-03"};
+        QStringList args{"employee", "add",        "--first",    "Final",     "--last",     code,
+                         "--start",  start,        "--tax-code", code,        "--interval", "weekly",
+                         "--salary", salary,       "--ird",      "048130046", "--address",  "3 Farm Lane",
+                         "--city",   "Te Awamutu", "--birth",    "1990-02-03"};
+        if (more.contains(QStringLiteral("--interval")))
+            args.remove(args.indexOf(QStringLiteral("--interval")), 2);
         const CliResult r = cli(args + more);
         EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
         return r.out.section(QStringLiteral("\"EmployeeID\": "), 1).section(u',', 0, 0).trimmed().toInt();

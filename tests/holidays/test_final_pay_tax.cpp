@@ -234,3 +234,24 @@ TEST_F(FinalPayTaxCodes, TheEsctRateOfAFinalPayCountsItsHolidayPayOnce) {
     // The ordinary pay before it: 4% of 1,000 = 40.00, ESCT 7.00.
     EXPECT_EQ(wages(pays.at(2), "ESCTDeductions"), 700);
 }
+
+TEST_F(FinalPayTaxCodes, OneMonthlyPayInTheFourWeeksCountsTwelveTimes) {
+    // $60,000 a year paid monthly ($5,000) from 1 August 2026; finishing on 20 October makes the October pay
+    // the final pay, with 8% of $15,000 = $1,200. The four weeks to 31 October hold that one monthly pay:
+    // 5,000 x 12 = 60,000 + 1,200 = 61,200 grossed up, 30%: 1,200 x 31.75% = 381.00. The ordinary $5,000:
+    // 60,000 a year is 1,638 + 37,900 x 17.5% + 6,500 x 30% = 10,220.50 tax + 1,050 levy = 11,270.50;
+    // a week 216.74 (cut), a month 216.74 x 52 / 12 = 939.20 (cut).
+    const qint32 id = addEmployee(QStringLiteral("M"), QStringLiteral("2026-08-01"), QStringLiteral("60000"),
+                                  {QStringLiteral("--interval"), QStringLiteral("monthly")});
+    for (const char* d : {"2026-08-31", "2026-09-30", "2026-10-31"})
+        pays << addPay(id, QString::fromLatin1(d));
+    const QJsonObject o = finalPayOn(id, QStringLiteral("2026-10-20"), pays.last());
+    EXPECT_EQ(cents(o.value("Total")), 120000);
+    const QJsonObject t = o.value("Tax").toObject();
+    EXPECT_EQ(t.value("FourWeeksPays").toInt(), 1);
+    EXPECT_EQ(t.value("Multiplier").toInt(), 12);
+    EXPECT_EQ(t.value("GrossedUp").toInt(), 61200);
+    EXPECT_EQ(cents(t.value("OrdinaryPAYE")), 93920);
+    EXPECT_EQ(cents(t.value("HolidayPAYE")), 38100);
+    expectPaye(pays.last(), 93920 + 38100);
+}
