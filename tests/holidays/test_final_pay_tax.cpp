@@ -255,3 +255,20 @@ TEST_F(FinalPayTaxCodes, OneMonthlyPayInTheFourWeeksCountsTwelveTimes) {
     EXPECT_EQ(cents(t.value("HolidayPAYE")), 38100);
     expectPaye(pays.last(), 93920 + 38100);
 }
+
+TEST_F(FinalPayTaxCodes, CreditAndTailoredCodes) {
+    // ME: $52,000 a year is within the independent earner credit's full $520: (8,918 - 520) / 52 =
+    // 161.50; the holiday pay as for M, 61.60.
+    const qint32 me =
+        finalPayOf(addEmployee(QStringLiteral("ME"), QStringLiteral("2026-09-26"), QStringLiteral("52000")));
+    EXPECT_EQ(cents(tax.value("OrdinaryPAYE")), 16150);
+    expectPaye(me, 16150 + 6160);
+    pays.clear();
+    // STC at 20% (the levy within it): the ordinary whole dollars 1,000 x 20% = 200.00; the holiday pay at
+    // the certificate's rate, 320 x 20% = 64.00 (18.25% tax and the 1.75% levy), no grossing up.
+    const qint32 stc =
+        finalPayOf(addEmployee(QStringLiteral("STC"), QStringLiteral("2026-09-26"), QStringLiteral("52000"),
+                               {QStringLiteral("--stc-rate"), QStringLiteral("20")}));
+    EXPECT_TRUE(tax.value("GrossedUp").isNull());
+    expectPaye(stc, 20000 + 6400);
+}
