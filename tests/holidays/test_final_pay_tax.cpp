@@ -272,3 +272,23 @@ TEST_F(FinalPayTaxCodes, CreditAndTailoredCodes) {
     EXPECT_TRUE(tax.value("GrossedUp").isNull());
     expectPaye(stc, 20000 + 6400);
 }
+
+TEST_F(FinalPayTaxCodes, AFinalPayMadeOnFinishingIsCommittedAfterTheFinishDateIsCleared) {
+    // A finished employee leaves the wage screen with the pay: the finish date cleared, the final pay is
+    // committed with its tax, and finishing again makes nothing twice.
+    const qint32 id = addEmployee(QStringLiteral("M"), QStringLiteral("2026-09-26"), QStringLiteral("52000"));
+    const qint32 pay = finalPayOf(id);
+    const CliResult cleared = cli({QStringLiteral("employee"), QStringLiteral("edit"), QString::number(id),
+                                   QStringLiteral("--finish"), QString()});
+    ASSERT_EQ(cleared.exitCode, 0) << cleared.err.toStdString();
+    commit(pay, QStringLiteral("2026-10-23"));
+    expectPaye(pay, 23310);
+    const QJsonObject again = finish(id, QStringLiteral("2026-10-21"));
+    EXPECT_EQ(again.value("FinalPayWageID").toInt(), pay);
+    EXPECT_FALSE(again.value("FinalPayAdded").toBool());
+    EXPECT_EQ(figure(QStringLiteral("SELECT count(*) FROM Wages WHERE EmployeeID = %1").arg(id)), 400);
+    const QList<QStringList> ei = paydayFile(QStringLiteral("2026-10-23"));
+    ASSERT_EQ(ei.size(), 2);
+    EXPECT_EQ(ei[1][10], QStringLiteral("132000"));
+    EXPECT_EQ(ei[1][14], QStringLiteral("23310"));
+}
