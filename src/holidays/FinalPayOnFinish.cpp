@@ -178,6 +178,9 @@ FinishedPay MakeFinalPay(qint32 employeeID, const QDate& lastDay) {
         AddFinalPayLines(wage, out.wageID, out.result);
         s.recalculate(out.wageID);
         out.tax = StoredFinalPayTax(out.wageID);
+        out.result.notes << QStringLiteral("Pay %1 leaves the wage screen with the employee: to change or commit it, "
+                                           "clear the finish date, then finish again (nothing is made twice).")
+                                .arg(out.wageID);
         wage.commitTrans();
     } catch (...) {
         if (wage.inTransaction()) wage.rollback();

@@ -278,6 +278,10 @@ TEST_F(FinalPayTaxCodes, AFinalPayMadeOnFinishingIsCommittedAfterTheFinishDateIs
     // committed with its tax, and finishing again makes nothing twice.
     const qint32 id = addEmployee(QStringLiteral("M"), QStringLiteral("2026-09-26"), QStringLiteral("52000"));
     const qint32 pay = finalPayOf(id);
+    const QJsonArray notes = finished.value("FinalPay").toObject().value("Notes").toArray();
+    ASSERT_FALSE(notes.isEmpty());
+    EXPECT_TRUE(notes.last().toString().contains(QStringLiteral("clear the finish date")))
+        << notes.last().toString().toStdString();
     const CliResult cleared = cli({QStringLiteral("employee"), QStringLiteral("edit"), QString::number(id),
                                    QStringLiteral("--finish"), QString()});
     ASSERT_EQ(cleared.exitCode, 0) << cleared.err.toStdString();
