@@ -175,7 +175,7 @@ if [ "${1:-}" = "--inside" ]; then
     ask=$(other "$main") || fail_step "the restore asked nothing"
     shot 17-restore-ask "$ask"
     focus "$ask"
-    press shift+Tab Return # Yes (No is the default)
+    press alt+y # Yes (No is the default)
     sleep 1
     said=$(other "$main") || fail_step "the restore said nothing"
     shot 18-restored "$said"
