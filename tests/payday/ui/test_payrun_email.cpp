@@ -1,10 +1,6 @@
 // The pay run's "Email each to its employee": every slip sent to its employee's address through the
 // mail server of the settings, and a server that is not there leaves the pays committed.
-#include "../PaydayFixture.h"
-#include "SmtpSink.h"
-#include "frame/Settings.h"
-#include "ledger/Roster.h"
-#include "mail/MailSettings.h"
+#include "DemoPayrollUi.h"
 #include "payday/frmPayRun.h"
 #include "mail/MailProgressDialog.h"
 #include "mail/frmEmailSettings.h"
@@ -56,33 +52,12 @@ private:
     int m_target;
 };
 
-class PayRunEmailTest : public DocumentsTest {
+class PayRunEmailTest : public DemoPayrollUiTest {
 protected:
     void SetUp() override {
-        ql::setApp(&context);
-        ql::setDialogs(&dialogs);
-        ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs->path()).exitCode, 0);
-        ql::WriteSetting(QStringLiteral("FERNHOLD"), QStringLiteral("ReportDirectory"),
-                         QStringLiteral(QUILLARY_SOURCE_DIR "/reports"));
-        context.WageDatabase.open(ql::WageFileName());
-        ql::FillEmployeeArray();
-        sink = std::make_unique<SmtpSink>(docs->path() + QStringLiteral("/inbox"));
-        ASSERT_GT(sink->port, 0) << "the local SMTP server did not start";
-        ql::MailSettings mail;
-        mail.host = QStringLiteral("127.0.0.1");
-        mail.port = sink->port;
-        mail.security = QStringLiteral("none");
-        mail.from = QStringLiteral("wages@tussock.example.com");
-        ql::SaveMailSettings(mail);
+        DemoPayrollUiTest::SetUp();
+        startMailServer();
     }
-    void TearDown() override {
-        context.WageDatabase.close();
-        ql::setDialogs(nullptr);
-        ql::setApp(nullptr);
-    }
-    ql::AppContext context;
-    ql::ScriptedDialogs dialogs;
-    std::unique_ptr<SmtpSink> sink;
 };
 
 TEST_F(PayRunEmailTest, EachSlipGoesToItsEmployee) {

@@ -1,8 +1,6 @@
 // The pay run from one screen: one confirmation with the count and the totals, no screen per pay, the
 // payslips where the run sends them, and the totals of every column beneath the list.
-#include "../PaydayFixture.h"
-#include "frame/Settings.h"
-#include "ledger/Roster.h"
+#include "DemoPayrollUi.h"
 #include "runtime/Format.h"
 #include "payday/frmPayRun.h"
 #include "reports/ReportPreviewDialog.h"
@@ -26,32 +24,7 @@ QString money(ql::Currency c) {
     return ql::Format(QVariant::fromValue(c), QStringLiteral("Currency"));
 }
 
-QString pdfText(const QString& file) {
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
-    if (!p.waitForFinished(30000) || p.exitCode() != 0) return QStringLiteral("<pdftotext failed>");
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
-
-class PayRunSlipsTest : public DocumentsTest {
-protected:
-    void SetUp() override {
-        ql::setApp(&context);
-        ql::setDialogs(&dialogs);
-        ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs->path()).exitCode, 0);
-        ql::WriteSetting(QStringLiteral("FERNHOLD"), QStringLiteral("ReportDirectory"),
-                         QStringLiteral(QUILLARY_SOURCE_DIR "/reports"));
-        context.WageDatabase.open(ql::WageFileName());
-        ql::FillEmployeeArray();
-    }
-    void TearDown() override {
-        context.WageDatabase.close();
-        ql::setDialogs(nullptr);
-        ql::setApp(nullptr);
-    }
-    ql::AppContext context;
-    ql::ScriptedDialogs dialogs;
-};
+using PayRunSlipsTest = DemoPayrollUiTest;
 
 TEST_F(PayRunSlipsTest, TotalsOfEveryColumnBeneathTheList) {
     ql::frmPayRun d(context.WageDatabase);
