@@ -18,6 +18,9 @@ MailProgressDialog::MailProgressDialog(int count, QWidget* parent) : QDialog(par
     m_step->setObjectName(QStringLiteral("lblMailStep"));
     m_step->setTextFormat(Qt::PlainText);
     m_step->setWordWrap(true);
+    // Room for a long name and address on two lines from the start: the window does not grow while
+    // it stands.
+    m_step->setMinimumHeight(2 * m_step->fontMetrics().lineSpacing() + 4);
     m_bar = new QProgressBar(this);
     m_bar->setObjectName(QStringLiteral("prgMail"));
     m_bar->setAccessibleName(QStringLiteral("Payslips sent"));
@@ -26,10 +29,16 @@ MailProgressDialog::MailProgressDialog(int count, QWidget* parent) : QDialog(par
     m_bar->setFormat(QStringLiteral("%v of %m"));
     layout->addWidget(m_step);
     layout->addWidget(m_bar);
-    setMinimumWidth(420);
+    setMinimumWidth(460);
+    sending(0, QString(), QString());
 }
 
 void MailProgressDialog::sending(int index, const QString& who, const QString& to) {
+    if (who.isEmpty()) {
+        m_step->setText(QStringLiteral("Sending..."));
+        m_step->setAccessibleName(m_step->text());
+        return;
+    }
     const QString text = m_count > 1 ? QStringLiteral("Sending the payslip of %1 to %2 (%3 of %4)...")
                                            .arg(who, to)
                                            .arg(index + 1)

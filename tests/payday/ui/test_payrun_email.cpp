@@ -45,7 +45,12 @@ private:
     void look() {
         QString now = QStringLiteral("no progress window");
         if (auto* w = qobject_cast<ql::MailProgressDialog*>(QApplication::activeModalWidget()))
-            if (w->isVisible()) now = w->stepText();
+            if (w->isVisible()) {
+                now = w->stepText();
+                // QUILLARY_SCREENSHOT names a folder to keep a picture of the window in.
+                const QString folder = qEnvironmentVariable("QUILLARY_SCREENSHOT");
+                if (!folder.isEmpty()) w->grab().save(folder + QStringLiteral("/frmMailProgress.png"));
+            }
         if (seen.isEmpty() || seen.last() != now) seen << now;
     }
     QTcpServer m_server;
