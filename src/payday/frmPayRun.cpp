@@ -348,6 +348,14 @@ int frmPayRun::addPays() {
 
 int frmPayRun::commitPays() {
     if (!commitPay) return 0;
+    {
+        // The list and the question show the figures the commit will give each pay.
+        const QSet<qint32> out = leftOut();
+        SettlePayRunItems(m_items, out);
+        RefreshPayRunItems(m_wage, m_items);
+        fill();
+        leaveOut(out);
+    }
     const QString question = confirmationText();
     if (question.isEmpty()) return 0;
     if (ShowMessage(question, msg::YesNo, Firm(), QStringLiteral("Pay Run"), QStringLiteral("Commit the run"),
