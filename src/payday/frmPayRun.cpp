@@ -7,6 +7,7 @@
 #include "mail/frmEmailSettings.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
+#include "ui/Skin.h"
 #include <QApplication>
 #include <QScreen>
 #include <QComboBox>
@@ -171,10 +172,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     setTabOrder(cmdAddPays, cmdCommit);
     setTabOrder(cmdCommit, cmdFiles);
     setTabOrder(cmdFiles, cmdClose);
-    QSize size(900, 400);
-    if (QScreen* screen = QGuiApplication::primaryScreen())
-        size = size.boundedTo(screen->availableGeometry().size() - QSize(16, 40));
-    resize(size);
+    resize(SizeOnScreen(QSize(900, 400)));
 
     connect(cmdPropose, &QPushButton::clicked, this, [this] { propose(); });
     connect(dtpRunDate, &QDateEdit::dateChanged, this, [this] { propose(); });

@@ -91,9 +91,7 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     setWindowTitle(m_view.caption);
     setAccessibleName(m_view.caption);
     // As large as the screen allows, up to 1280 by 620; the window can be resized.
-    QSize size(1280, 620);
-    if (QScreen* screen = QGuiApplication::primaryScreen())
-        size = size.boundedTo(screen->availableGeometry().size() - QSize(16, 40));
+    const QSize size = SizeOnScreen(QSize(1280, 620));
     resize(size);
     setSizeGripEnabled(true);
     auto* outer = new QVBoxLayout(this);
