@@ -1,0 +1,44 @@
+#include "HolidayDialogParts.h"
+#include "data/Database.h"
+#include "frame/SettingGetters.h"
+#include "runtime/VbError.h"
+#include "staff/EmployeeStore.h"
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace ql {
+
+QDialogButtonBox* SaveCancelButtons(QDialog* dialog, const QString& saveName) {
+    auto* buttons = new QDialogButtonBox(dialog);
+    QPushButton* save = buttons->addButton(QStringLiteral("&Save"), QDialogButtonBox::AcceptRole);
+    QPushButton* cancel = buttons->addButton(QStringLiteral("&Cancel"), QDialogButtonBox::RejectRole);
+    save->setObjectName(QStringLiteral("cmdSave"));
+    save->setAccessibleName(saveName);
+    cancel->setObjectName(QStringLiteral("cmdCancel"));
+    cancel->setAccessibleName(QStringLiteral("Cancel"));
+    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    return buttons;
+}
+
+QString EmployeeCaption(Database& wage, qint32 employeeID) {
+    try {
+        Database farm;
+        farm.open(DataFileName());
+        const EmployeeDetails d = LoadEmployee(wage, farm, employeeID);
+        const QString name = d.LastName.isEmpty() ? d.FirstName : d.LastName + QStringLiteral(", ") + d.FirstName;
+        if (!name.trimmed().isEmpty()) return name;
+    } catch (const VbError&) {
+        // no address: the employee is named by number
+    }
+    return QStringLiteral("Employee %1").arg(employeeID);
+}
+
+void NameInnerEdit(QWidget* box) {
+    for (QLineEdit* inner : box->findChildren<QLineEdit*>())
+        inner->setAccessibleName(box->accessibleName());
+}
+
+} // namespace ql

@@ -1,0 +1,20 @@
+#pragma once
+// What the holiday screens share: Save and Cancel with their keys, an employee named as the roster names
+// them, and the editing box inside a date or number box answering to the box's name.
+#include <QString>
+
+class QDialog;
+class QDialogButtonBox;
+class QWidget;
+
+namespace ql {
+
+class Database;
+
+// "&Save" (the dialog's accept, named saveName) and "&Cancel" (its reject).
+QDialogButtonBox* SaveCancelButtons(QDialog* dialog, const QString& saveName);
+// "Last, First" from the address book; "Employee N" when there is no name.
+QString EmployeeCaption(Database& wage, qint32 employeeID);
+void NameInnerEdit(QWidget* box);
+
+} // namespace ql
