@@ -19,6 +19,13 @@ class DemoScreenTest : public DocumentsTest {
 protected:
     // Commands run on the demo farm before the payroll is opened.
     virtual QList<QStringList> preparation() const { return {}; }
+    // Aroha Testington's (employee 1) five weekly pays from 30 October 2026, WageIDs 1 to 5.
+    static QList<QStringList> fiveWeeklyPays() {
+        QList<QStringList> pays{{"add-pay", "1", "2026-10-30"}};
+        for (int i = 0; i < 4; ++i)
+            pays << QStringList{"add-pay", "1"};
+        return pays;
+    }
 
     void SetUp() override {
         ASSERT_EQ(runCli({"init", "--demo"}, docs->path()).exitCode, 0);
