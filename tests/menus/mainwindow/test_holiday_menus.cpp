@@ -2,7 +2,6 @@
 // with a key that opens its screen while the menu is closed, on the shown employee and pay; and the
 // leave tab's panel opens the same screens.
 #include "MainWindowFixture.h"
-#include "WireHolidays.h"
 #include "holidays/EarningKindsDialog.h"
 #include "holidays/HolidaySetupDialog.h"
 #include "holidays/PayDaysDialog.h"
@@ -35,19 +34,7 @@ template <class Dialog> QString openedByKey(QWidget* window, Qt::Key key, const 
 } // namespace
 
 TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
-    ql::setMainFormFactory([this] {
-        auto f = std::make_unique<ql::WageMainForm>();
-        bar = ql::wireMenusAndOneOff(*f->widget());
-        ql::wireHolidays(*f->widget(), bar);
-        return f;
-    });
-    ASSERT_TRUE(ql::Main(QStringLiteral("Quillary")));
-    w = static_cast<ql::WageMainForm*>(ql::mainForm())->widget();
-    w->resize(800, 600);
-    w->activateWindow();
-    QApplication::setActiveWindow(w);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(w));
-    ASSERT_TRUE(QTest::qWaitForWindowActive(w));
+    startWired(true, QSize(800, 600));
 
     const struct {
         const char* name;
