@@ -176,7 +176,7 @@ void EarningKindsDialog::accept() {
 
 bool ShowEarningKinds(Database& wage, QWidget* owner) {
     EarningKindsDialog d(wage, owner);
-    return d.exec() == QDialog::Accepted;
+    return ExecAndReturn(d, owner);
 }
 
 } // namespace ql

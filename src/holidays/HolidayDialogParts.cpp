@@ -36,6 +36,12 @@ QString EmployeeCaption(Database& wage, qint32 employeeID) {
     return QStringLiteral("Employee %1").arg(employeeID);
 }
 
+bool ExecAndReturn(QDialog& dialog, QWidget* owner) {
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    if (owner && owner->window()->isVisible()) owner->window()->activateWindow();
+    return accepted;
+}
+
 void NameInnerEdit(QWidget* box) {
     for (QLineEdit* inner : box->findChildren<QLineEdit*>())
         inner->setAccessibleName(box->accessibleName());

@@ -16,5 +16,8 @@ QDialogButtonBox* SaveCancelButtons(QDialog* dialog, const QString& saveName);
 // "Last, First" from the address book; "Employee N" when there is no name.
 QString EmployeeCaption(Database& wage, qint32 employeeID);
 void NameInnerEdit(QWidget* box);
+// Runs the dialog modally and gives its owner's window the activation back, which without a window
+// manager nobody else does (the owner's keys would not work); true when accepted.
+bool ExecAndReturn(QDialog& dialog, QWidget* owner);
 
 } // namespace ql

@@ -379,7 +379,7 @@ bool ShowHolidaySetup(Database& wage, qint32 employeeID, QWidget* owner) {
         return false;
     }
     HolidaySetupDialog d(wage, employeeID, owner);
-    return d.exec() == QDialog::Accepted;
+    return ExecAndReturn(d, owner);
 }
 
 } // namespace ql

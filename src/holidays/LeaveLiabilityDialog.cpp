@@ -1,4 +1,5 @@
 #include "LeaveLiabilityDialog.h"
+#include "HolidayDialogParts.h"
 #include "LeaveLiabilityReport.h"
 #include "data/Database.h"
 #include "frame/Messages.h"
@@ -164,7 +165,7 @@ bool LeaveLiabilityDialog::saveCsv() {
 
 void ShowLeaveLiability(Database& wage, QWidget* owner) {
     LeaveLiabilityDialog d(wage, owner);
-    d.exec();
+    ExecAndReturn(d, owner);
 }
 
 } // namespace ql

@@ -269,7 +269,7 @@ bool ShowPayDays(Database& wage, qint32 wageID, QWidget* owner) {
         return false;
     }
     PayDaysDialog d(wage, wageID, owner);
-    return d.exec() == QDialog::Accepted;
+    return ExecAndReturn(d, owner);
 }
 
 } // namespace ql
