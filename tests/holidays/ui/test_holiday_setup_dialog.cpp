@@ -78,6 +78,14 @@ TEST_F(HolidaySetupDialogTest, APatternFromADateAndTheTermsAreSavedAsTheCommandL
     EXPECT_DOUBLE_EQ(terms.value("PenalRate").toDouble(), 2.0);
     EXPECT_EQ(terms.value("MinimumWage").toString(), QStringLiteral("training"));
     EXPECT_EQ(terms.value("DailyPay").toString(), QStringLiteral("average"));
+    // The rules go by what the screen set: a day of sick leave from Friday 20 November, no longer a
+    // working day, falls on Saturday, paid for its 5 hours at the $25.50 rate.
+    ASSERT_EQ(runCli({"holiday-terms", "1", "--daily-pay", "automatic"}, docs->path()).exitCode, 0);
+    const QJsonObject sick = cli({"leave-pay", "1", "sick", "--from", "2026-11-20", "--days", "1"});
+    EXPECT_EQ(sick.value("RateUsed").toString(), QStringLiteral("RDP"));
+    EXPECT_DOUBLE_EQ(sick.value("Amount").toDouble(), 127.5);
+    ASSERT_EQ(sick.value("DayList").toArray().size(), 1);
+    EXPECT_EQ(sick.value("DayList").toArray().at(0).toObject().value("date").toString(), QStringLiteral("2026-11-21"));
 
     // What the command line set, the screen shows.
     ASSERT_EQ(runCli({"holiday-terms", "1", "--region", "otago", "--penal-rate", "1.75"}, docs->path()).exitCode, 0);

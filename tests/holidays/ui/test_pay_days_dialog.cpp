@@ -78,6 +78,10 @@ TEST_F(PayDaysDialogTest, EachDayTypedInIsSavedAsTheCommandLineSavesIt) {
     ASSERT_EQ(perDay.size(), 3);
     EXPECT_EQ(perDay.at(0).toObject().value("date").toString(), QStringLiteral("2026-10-26"));
     EXPECT_DOUBLE_EQ(perDay.at(0).toObject().value("hours").toDouble(), 10.5);
+    // The minimum wage check of the pay reads the hours the screen entered.
+    const QJsonObject minimum = cli({"minimum-wage", "1"});
+    EXPECT_EQ(minimum.value("HoursFrom").toString(), QStringLiteral("entered"));
+    EXPECT_DOUBLE_EQ(minimum.value("Hours").toDouble(), 19.5);
 
     // What the command line entered, the screen shows; the usual hours fill every day, Clear empties them.
     ASSERT_EQ(runCli({"pay-days", "2", "--day", "2026-11-02=7.25"}, docs->path()).exitCode, 0);
