@@ -1,5 +1,6 @@
 #include "WireHolidays.h"
 #include "KeyedMenuEntry.h"
+#include "holidays/AlternativeHolidaysDialog.h"
 #include "holidays/EarningKindsDialog.h"
 #include "holidays/HolidaySetupDialog.h"
 #include "holidays/LeaveLiabilityDialog.h"
@@ -19,7 +20,7 @@ void wireHolidays(frmWage& w, TitleMenuBar* bar) {
                   [window] { ShowLeaveLiability(App().WageDatabase, window); });
 
     // What the holiday rules ask the user to decide: the kinds of earnings, each employee's usual week
-    // and terms, and the days and hours of a pay.
+    // and terms, and the days and hours of a pay; and the shown employee's alternative holidays.
     QMenu* tools = bar->menu(ToolsButton);
     tools->addSeparator();
     AddKeyedEntry(tools, window, QStringLiteral("&Kinds of Earnings..."), QStringLiteral("mnuEarningKinds"),
@@ -31,6 +32,9 @@ void wireHolidays(frmWage& w, TitleMenuBar* bar) {
     AddKeyedEntry(tools, window, QStringLiteral("Da&ys and Hours of This Pay..."),
                   QStringLiteral("mnuPayDays"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y),
                   [window] { ShowPayDays(App().WageDatabase, App().CurrentWageID, window); });
+    AddKeyedEntry(tools, window, QStringLiteral("&Alternative Holidays..."), QStringLiteral("mnuAlternativeHolidays"),
+                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A),
+                  [window] { ShowAlternativeHolidays(App().WageDatabase, App().CurrentEmployeeID, window); });
 }
 
 } // namespace ql

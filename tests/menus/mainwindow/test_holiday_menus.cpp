@@ -2,6 +2,7 @@
 // with a key that opens its screen while the menu is closed, on the shown employee and pay; and the
 // leave tab's panel opens the same screens.
 #include "MainWindowFixture.h"
+#include "holidays/AlternativeHolidaysDialog.h"
 #include "holidays/EarningKindsDialog.h"
 #include "holidays/HolidaySetupDialog.h"
 #include "holidays/PayDaysDialog.h"
@@ -41,7 +42,8 @@ TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
         Qt::Key key;
     } entries[] = {{"mnuEarningKinds", "&Kinds of Earnings...", Qt::Key_K},
                    {"mnuHolidaySetup", "&Holiday Set-up...", Qt::Key_H},
-                   {"mnuPayDays", "Da&ys and Hours of This Pay...", Qt::Key_Y}};
+                   {"mnuPayDays", "Da&ys and Hours of This Pay...", Qt::Key_Y},
+                   {"mnuAlternativeHolidays", "&Alternative Holidays...", Qt::Key_A}};
     for (const auto& e : entries) {
         QAction* entry = nullptr;
         for (QAction* a : bar->menu(ql::ToolsButton)->actions())
@@ -74,6 +76,12 @@ TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
     QDate end;
     EXPECT_EQ(openedByKey<ql::PayDaysDialog>(w, Qt::Key_Y, [&](ql::PayDaysDialog* d) { end = d->periodEnd(); }),
               QStringLiteral("Days and Hours of a Pay"));
+    employee = 0;
+    EXPECT_EQ(openedByKey<ql::AlternativeHolidaysDialog>(w, Qt::Key_A, [&](ql::AlternativeHolidaysDialog*) {
+                  employee = ql::App().CurrentEmployeeID;
+              }),
+              QStringLiteral("Alternative Holidays"));
+    EXPECT_EQ(employee, hale);
     ASSERT_GT(ql::App().CurrentWageID, 0);
     EXPECT_EQ(end, ql::CDate(rows->wage.scalar(
                        QStringLiteral("SELECT Date FROM Wages WHERE WageID = %1").arg(ql::App().CurrentWageID))));
