@@ -4,6 +4,7 @@
 #include "holidays/EarningKindsDialog.h"
 #include "holidays/HolidaySetupDialog.h"
 #include "holidays/LeaveLiabilityDialog.h"
+#include "holidays/PayChecksDialog.h"
 #include "holidays/PayDaysDialog.h"
 #include "ledger/frmWage.h"
 #include "payengine/AppContext.h"
@@ -20,7 +21,8 @@ void wireHolidays(frmWage& w, TitleMenuBar* bar) {
                   [window] { ShowLeaveLiability(App().WageDatabase, window); });
 
     // What the holiday rules ask the user to decide: the kinds of earnings, each employee's usual week
-    // and terms, and the days and hours of a pay; and the shown employee's alternative holidays.
+    // and terms, and the days and hours of a pay; the shown pay's minimum wage check and 8%, and the shown
+    // employee's alternative holidays.
     QMenu* tools = bar->menu(ToolsButton);
     tools->addSeparator();
     AddKeyedEntry(tools, window, QStringLiteral("&Kinds of Earnings..."), QStringLiteral("mnuEarningKinds"),
@@ -32,6 +34,9 @@ void wireHolidays(frmWage& w, TitleMenuBar* bar) {
     AddKeyedEntry(tools, window, QStringLiteral("Da&ys and Hours of This Pay..."),
                   QStringLiteral("mnuPayDays"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y),
                   [window] { ShowPayDays(App().WageDatabase, App().CurrentWageID, window); });
+    AddKeyedEntry(tools, window, QStringLiteral("&Minimum Wage and 8% of This Pay..."),
+                  QStringLiteral("mnuPayChecks"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M),
+                  [window] { ShowPayChecks(App().WageDatabase, App().CurrentWageID, window); });
     AddKeyedEntry(tools, window, QStringLiteral("&Alternative Holidays..."), QStringLiteral("mnuAlternativeHolidays"),
                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A),
                   [window] { ShowAlternativeHolidays(App().WageDatabase, App().CurrentEmployeeID, window); });

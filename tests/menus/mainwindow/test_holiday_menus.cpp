@@ -5,6 +5,7 @@
 #include "holidays/AlternativeHolidaysDialog.h"
 #include "holidays/EarningKindsDialog.h"
 #include "holidays/HolidaySetupDialog.h"
+#include "holidays/PayChecksDialog.h"
 #include "holidays/PayDaysDialog.h"
 #include "payengine/AppContext.h"
 #include "runtime/DateFns.h"
@@ -43,6 +44,7 @@ TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
     } entries[] = {{"mnuEarningKinds", "&Kinds of Earnings...", Qt::Key_K},
                    {"mnuHolidaySetup", "&Holiday Set-up...", Qt::Key_H},
                    {"mnuPayDays", "Da&ys and Hours of This Pay...", Qt::Key_Y},
+                   {"mnuPayChecks", "&Minimum Wage and 8% of This Pay...", Qt::Key_M},
                    {"mnuAlternativeHolidays", "&Alternative Holidays...", Qt::Key_A}};
     for (const auto& e : entries) {
         QAction* entry = nullptr;
@@ -76,6 +78,8 @@ TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
     QDate end;
     EXPECT_EQ(openedByKey<ql::PayDaysDialog>(w, Qt::Key_Y, [&](ql::PayDaysDialog* d) { end = d->periodEnd(); }),
               QStringLiteral("Days and Hours of a Pay"));
+    EXPECT_EQ(openedByKey<ql::PayChecksDialog>(w, Qt::Key_M, [](ql::PayChecksDialog*) {}),
+              QStringLiteral("Minimum Wage and 8% of This Pay"));
     employee = 0;
     EXPECT_EQ(openedByKey<ql::AlternativeHolidaysDialog>(w, Qt::Key_A, [&](ql::AlternativeHolidaysDialog*) {
                   employee = ql::App().CurrentEmployeeID;
