@@ -1,6 +1,7 @@
 #include "WireHolidays.h"
 #include "KeyedMenuEntry.h"
 #include "holidays/AlternativeHolidaysDialog.h"
+#include "holidays/CashUpDialog.h"
 #include "holidays/EarningKindsDialog.h"
 #include "holidays/HolidaySetupDialog.h"
 #include "holidays/LeaveLiabilityDialog.h"
@@ -21,8 +22,8 @@ void wireHolidays(frmWage& w, TitleMenuBar* bar) {
                   [window] { ShowLeaveLiability(App().WageDatabase, window); });
 
     // What the holiday rules ask the user to decide: the kinds of earnings, each employee's usual week
-    // and terms, and the days and hours of a pay; the shown pay's minimum wage check and 8%, and the shown
-    // employee's alternative holidays.
+    // and terms, and the days and hours of a pay; the shown pay's minimum wage check and 8%, a cash-up on it, and
+    // the shown employee's alternative holidays.
     QMenu* tools = bar->menu(ToolsButton);
     tools->addSeparator();
     AddKeyedEntry(tools, window, QStringLiteral("&Kinds of Earnings..."), QStringLiteral("mnuEarningKinds"),
@@ -37,6 +38,10 @@ void wireHolidays(frmWage& w, TitleMenuBar* bar) {
     AddKeyedEntry(tools, window, QStringLiteral("&Minimum Wage and 8% of This Pay..."),
                   QStringLiteral("mnuPayChecks"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M),
                   [window] { ShowPayChecks(App().WageDatabase, App().CurrentWageID, window); });
+    AddKeyedEntry(tools, window, QStringLiteral("&Cash Up Annual Holidays..."), QStringLiteral("mnuCashUp"),
+                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), [window] {
+                      ShowCashUp(App().WageDatabase, App().CurrentEmployeeID, App().CurrentWageID, window);
+                  });
     AddKeyedEntry(tools, window, QStringLiteral("&Alternative Holidays..."), QStringLiteral("mnuAlternativeHolidays"),
                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A),
                   [window] { ShowAlternativeHolidays(App().WageDatabase, App().CurrentEmployeeID, window); });

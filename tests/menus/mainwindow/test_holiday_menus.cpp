@@ -3,6 +3,7 @@
 // leave tab's panel opens the same screens.
 #include "MainWindowFixture.h"
 #include "holidays/AlternativeHolidaysDialog.h"
+#include "holidays/CashUpDialog.h"
 #include "holidays/EarningKindsDialog.h"
 #include "holidays/HolidaySetupDialog.h"
 #include "holidays/PayChecksDialog.h"
@@ -45,6 +46,7 @@ TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
                    {"mnuHolidaySetup", "&Holiday Set-up...", Qt::Key_H},
                    {"mnuPayDays", "Da&ys and Hours of This Pay...", Qt::Key_Y},
                    {"mnuPayChecks", "&Minimum Wage and 8% of This Pay...", Qt::Key_M},
+                   {"mnuCashUp", "&Cash Up Annual Holidays...", Qt::Key_C},
                    {"mnuAlternativeHolidays", "&Alternative Holidays...", Qt::Key_A}};
     for (const auto& e : entries) {
         QAction* entry = nullptr;
@@ -80,6 +82,8 @@ TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
               QStringLiteral("Days and Hours of a Pay"));
     EXPECT_EQ(openedByKey<ql::PayChecksDialog>(w, Qt::Key_M, [](ql::PayChecksDialog*) {}),
               QStringLiteral("Minimum Wage and 8% of This Pay"));
+    EXPECT_EQ(openedByKey<ql::CashUpDialog>(w, Qt::Key_C, [](ql::CashUpDialog*) {}),
+              QStringLiteral("Cash Up Annual Holidays"));
     employee = 0;
     EXPECT_EQ(openedByKey<ql::AlternativeHolidaysDialog>(w, Qt::Key_A, [&](ql::AlternativeHolidaysDialog*) {
                   employee = ql::App().CurrentEmployeeID;
