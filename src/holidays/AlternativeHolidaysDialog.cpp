@@ -27,13 +27,6 @@ QString dateText(const QDate& d) { return d.isValid() ? d.toString(QStringLitera
 
 void tell(const QString& text) { ShowMessage(text, msg::OKOnly, Firm(), kHeading, QString(), msg::Warning, true); }
 
-QPushButton* button(QWidget* parent, const QString& caption, const QString& name, const QString& accessible) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAccessibleName(accessible);
-    return b;
-}
-
 } // namespace
 
 AlternativeHolidaysDialog::AlternativeHolidaysDialog(Database& wage, qint32 employeeID, QWidget* parent)
@@ -80,13 +73,13 @@ AlternativeHolidaysDialog::AlternativeHolidaysDialog(Database& wage, qint32 empl
     form->addRow(dayLabel, m_day);
     form->addRow(commentsLabel, m_comments);
 
-    QPushButton* earn = button(this, QStringLiteral("&Earned"), QStringLiteral("cmdEarned"),
+    QPushButton* earn = NamedButton(this, QStringLiteral("&Earned"), QStringLiteral("cmdEarned"),
                                QStringLiteral("One earned on the day"));
-    QPushButton* take = button(this, QStringLiteral("&Taken"), QStringLiteral("cmdTaken"),
+    QPushButton* take = NamedButton(this, QStringLiteral("&Taken"), QStringLiteral("cmdTaken"),
                                QStringLiteral("The oldest open one taken on the day"));
-    QPushButton* pay = button(this, QStringLiteral("&Paid Out"), QStringLiteral("cmdPaidOut"),
+    QPushButton* pay = NamedButton(this, QStringLiteral("&Paid Out"), QStringLiteral("cmdPaidOut"),
                               QStringLiteral("The oldest open one paid out on the day"));
-    QPushButton* done = button(this, QStringLiteral("C&lose"), QStringLiteral("cmdClose"), QStringLiteral("Close"));
+    QPushButton* done = NamedButton(this, QStringLiteral("C&lose"), QStringLiteral("cmdClose"), QStringLiteral("Close"));
     connect(earn, &QPushButton::clicked, this, &AlternativeHolidaysDialog::earned);
     connect(take, &QPushButton::clicked, this, [this] { closeOne(false); });
     connect(pay, &QPushButton::clicked, this, [this] { closeOne(true); });
@@ -150,8 +143,7 @@ bool AlternativeHolidaysDialog::closeOne(bool paidOut) {
 }
 
 void ShowAlternativeHolidays(Database& wage, qint32 employeeID, QWidget* owner) {
-    if (employeeID <= 0 ||
-        wage.scalar(QStringLiteral("SELECT count(*) FROM Employees WHERE EmployeeID = %1").arg(employeeID)).toInt() == 0) {
+    if (!EmployeeOnPayroll(wage, employeeID)) {
         tell(QStringLiteral("Choose an employee first: alternative holidays belong to an employee on the payroll."));
         return;
     }

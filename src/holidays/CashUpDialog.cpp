@@ -65,15 +65,11 @@ CashUpDialog::CashUpDialog(Database& wage, qint32 employeeID, qint32 wageID, QWi
     m_working->setWordWrap(true);
     m_working->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_working->setFocusPolicy(Qt::StrongFocus);
-    auto* work = new QPushButton(QStringLiteral("W&ork Out"), this);
-    work->setObjectName(QStringLiteral("cmdWorkOut"));
-    work->setAccessibleName(QStringLiteral("Work the cash-up out"));
-    auto* add = new QPushButton(QStringLiteral("Cash &Up on This Pay"), this);
-    add->setObjectName(QStringLiteral("cmdCashUp"));
-    add->setAccessibleName(QStringLiteral("Cash up on the shown pay"));
-    auto* close = new QPushButton(QStringLiteral("C&lose"), this);
-    close->setObjectName(QStringLiteral("cmdClose"));
-    close->setAccessibleName(QStringLiteral("Close"));
+    QPushButton* work =
+        NamedButton(this, QStringLiteral("W&ork Out"), QStringLiteral("cmdWorkOut"), QStringLiteral("Work the cash-up out"));
+    QPushButton* add = NamedButton(this, QStringLiteral("Cash &Up on This Pay"), QStringLiteral("cmdCashUp"),
+                                   QStringLiteral("Cash up on the shown pay"));
+    QPushButton* close = NamedButton(this, QStringLiteral("C&lose"), QStringLiteral("cmdClose"), QStringLiteral("Close"));
     connect(work, &QPushButton::clicked, this, &CashUpDialog::workOut);
     connect(add, &QPushButton::clicked, this, &CashUpDialog::cashUp);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
@@ -124,12 +120,8 @@ bool CashUpDialog::cashUp() {
 }
 
 void ShowCashUp(Database& wage, qint32 employeeID, qint32 wageID, QWidget* owner) {
-    if (employeeID <= 0 || wageID <= 0 ||
-        wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE WageID = %1 AND EmployeeID = %2")
-                        .arg(wageID)
-                        .arg(employeeID))
-                .toInt() == 0) {
-        tell(QStringLiteral("There is no pay to show: choose an employee with a pay, or add a pay first."));
+    if (!EmployeeOnPayroll(wage, employeeID) || !PayOnPayroll(wage, wageID, employeeID)) {
+        tell(NoPayText());
         return;
     }
     CashUpDialog d(wage, employeeID, wageID, owner);

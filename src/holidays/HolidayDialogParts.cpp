@@ -42,6 +42,29 @@ bool ExecAndReturn(QDialog& dialog, QWidget* owner) {
     return accepted;
 }
 
+QPushButton* NamedButton(QWidget* parent, const QString& caption, const QString& name, const QString& accessible) {
+    auto* b = new QPushButton(caption, parent);
+    b->setObjectName(name);
+    b->setAccessibleName(accessible);
+    return b;
+}
+
+bool EmployeeOnPayroll(Database& wage, qint32 employeeID) {
+    return employeeID > 0 &&
+           wage.scalar(QStringLiteral("SELECT count(*) FROM Employees WHERE EmployeeID = %1").arg(employeeID)).toInt() > 0;
+}
+
+bool PayOnPayroll(Database& wage, qint32 wageID, qint32 employeeID) {
+    if (wageID <= 0) return false;
+    QString sql = QStringLiteral("SELECT count(*) FROM Wages WHERE WageID = %1").arg(wageID);
+    if (employeeID > 0) sql += QStringLiteral(" AND EmployeeID = %1").arg(employeeID);
+    return wage.scalar(sql).toInt() > 0;
+}
+
+QString NoPayText() {
+    return QStringLiteral("There is no pay to show: choose an employee with a pay, or add a pay first.");
+}
+
 void NameInnerEdit(QWidget* box) {
     for (QLineEdit* inner : box->findChildren<QLineEdit*>())
         inner->setAccessibleName(box->accessibleName());

@@ -5,6 +5,7 @@
 
 class QDialog;
 class QDialogButtonBox;
+class QPushButton;
 class QWidget;
 
 namespace ql {
@@ -16,6 +17,12 @@ QDialogButtonBox* SaveCancelButtons(QDialog* dialog, const QString& saveName);
 // "Last, First" from the address book; "Employee N" when there is no name.
 QString EmployeeCaption(Database& wage, qint32 employeeID);
 void NameInnerEdit(QWidget* box);
+QPushButton* NamedButton(QWidget* parent, const QString& caption, const QString& name, const QString& accessible);
+// Whether the employee is on the payroll; whether the pay is there (of the employee, when one is given).
+bool EmployeeOnPayroll(Database& wage, qint32 employeeID);
+bool PayOnPayroll(Database& wage, qint32 wageID, qint32 employeeID = 0);
+// The refusal of a screen of a pay opened without one.
+QString NoPayText();
 // Runs the dialog modally and gives its owner's window the activation back, which without a window
 // manager nobody else does (the owner's keys would not work); true when accepted.
 bool ExecAndReturn(QDialog& dialog, QWidget* owner);

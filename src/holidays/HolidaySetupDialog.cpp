@@ -373,8 +373,7 @@ void HolidaySetupDialog::accept() {
 }
 
 bool ShowHolidaySetup(Database& wage, qint32 employeeID, QWidget* owner) {
-    if (employeeID <= 0 ||
-        wage.scalar(QStringLiteral("SELECT count(*) FROM Employees WHERE EmployeeID = %1").arg(employeeID)).toInt() == 0) {
+    if (!EmployeeOnPayroll(wage, employeeID)) {
         warn(QStringLiteral("Choose an employee first: the holiday set-up belongs to an employee on the payroll."));
         return false;
     }

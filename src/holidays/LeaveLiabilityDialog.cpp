@@ -32,13 +32,6 @@ LeaveLiabilityDialog::PathChooser& chooserSlot() {
     return chooser;
 }
 
-QPushButton* button(QWidget* parent, const QString& caption, const QString& name, const QString& accessible) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAccessibleName(accessible);
-    return b;
-}
-
 } // namespace
 
 LeaveLiabilityDialog::PathChooser LeaveLiabilityDialog::setPathChooser(PathChooser chooser) {
@@ -70,11 +63,11 @@ LeaveLiabilityDialog::LeaveLiabilityDialog(Database& wage, QWidget* parent) : QD
     m_status = new QLabel(this);
     m_status->setObjectName(QStringLiteral("lblLiabilityStatus"));
     m_status->setWordWrap(true);
-    QPushButton* print = button(this, QStringLiteral("&Print..."), QStringLiteral("cmdPrint"),
+    QPushButton* print = NamedButton(this, QStringLiteral("&Print..."), QStringLiteral("cmdPrint"),
                                 QStringLiteral("Print the leave liability"));
-    QPushButton* csv = button(this, QStringLiteral("Save &CSV..."), QStringLiteral("cmdSaveCsv"),
+    QPushButton* csv = NamedButton(this, QStringLiteral("Save &CSV..."), QStringLiteral("cmdSaveCsv"),
                               QStringLiteral("Save the leave liability as CSV"));
-    QPushButton* close = button(this, QStringLiteral("C&lose"), QStringLiteral("cmdClose"), QStringLiteral("Close"));
+    QPushButton* close = NamedButton(this, QStringLiteral("C&lose"), QStringLiteral("cmdClose"), QStringLiteral("Close"));
 
     auto* top = new QHBoxLayout;
     top->addWidget(dayLabel);

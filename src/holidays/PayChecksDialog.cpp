@@ -46,23 +46,19 @@ PayChecksDialog::PayChecksDialog(Database& wage, qint32 wageID, QWidget* parent)
     setAccessibleName(QStringLiteral("Minimum wage and 8% of this pay"));
     auto* minimumBox = new QGroupBox(QStringLiteral("Minimum wage (each pay alone)"), this);
     m_minimum = figures(minimumBox, QStringLiteral("lblMinimumWage"), QStringLiteral("Minimum wage check"));
-    m_addTopUp = new QPushButton(QStringLiteral("Add &Top-up"), minimumBox);
-    m_addTopUp->setObjectName(QStringLiteral("cmdAddTopUp"));
-    m_addTopUp->setAccessibleName(QStringLiteral("Put the minimum wage top-up on the pay"));
+    m_addTopUp = NamedButton(minimumBox, QStringLiteral("Add &Top-up"), QStringLiteral("cmdAddTopUp"),
+                             QStringLiteral("Put the minimum wage top-up on the pay"));
     auto* m = new QVBoxLayout(minimumBox);
     m->addWidget(m_minimum);
     m->addWidget(m_addTopUp, 0, Qt::AlignRight);
     auto* paygBox = new QGroupBox(QStringLiteral("Holiday pay as you go"), this);
     m_payg = figures(paygBox, QStringLiteral("lblPayAsYouGo"), QStringLiteral("Holiday pay as you go"));
-    m_addPayg = new QPushButton(QStringLiteral("Add &8%"), paygBox);
-    m_addPayg->setObjectName(QStringLiteral("cmdAddPayAsYouGo"));
-    m_addPayg->setAccessibleName(QStringLiteral("Put the 8% on the pay"));
+    m_addPayg = NamedButton(paygBox, QStringLiteral("Add &8%"), QStringLiteral("cmdAddPayAsYouGo"),
+                            QStringLiteral("Put the 8% on the pay"));
     auto* p = new QVBoxLayout(paygBox);
     p->addWidget(m_payg);
     p->addWidget(m_addPayg, 0, Qt::AlignRight);
-    auto* close = new QPushButton(QStringLiteral("C&lose"), this);
-    close->setObjectName(QStringLiteral("cmdClose"));
-    close->setAccessibleName(QStringLiteral("Close"));
+    QPushButton* close = NamedButton(this, QStringLiteral("C&lose"), QStringLiteral("cmdClose"), QStringLiteral("Close"));
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_addTopUp, &QPushButton::clicked, this, &PayChecksDialog::addTopUp);
     connect(m_addPayg, &QPushButton::clicked, this, &PayChecksDialog::addPayAsYouGo);
@@ -114,9 +110,9 @@ void PayChecksDialog::showChecks() {
     }
 }
 
-bool PayChecksDialog::addTopUp() {
+template <class F> bool PayChecksDialog::putOnPay(F&& put) {
     try {
-        ApplyMinimumWageTopUp(m_wage, CheckMinimumWage(m_wage, m_wageID));
+        put();
         RecalculateShownPay();
     } catch (const VbError& e) {
         tell(e.description());
@@ -124,24 +120,19 @@ bool PayChecksDialog::addTopUp() {
     }
     showChecks();
     return true;
+}
+
+bool PayChecksDialog::addTopUp() {
+    return putOnPay([this] { ApplyMinimumWageTopUp(m_wage, CheckMinimumWage(m_wage, m_wageID)); });
 }
 
 bool PayChecksDialog::addPayAsYouGo() {
-    try {
-        ApplyPayAsYouGo(m_wage, PayAsYouGoOf(m_wage, m_wageID));
-        RecalculateShownPay();
-    } catch (const VbError& e) {
-        tell(e.description());
-        return false;
-    }
-    showChecks();
-    return true;
+    return putOnPay([this] { ApplyPayAsYouGo(m_wage, PayAsYouGoOf(m_wage, m_wageID)); });
 }
 
 void ShowPayChecks(Database& wage, qint32 wageID, QWidget* owner) {
-    if (wageID <= 0 ||
-        wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE WageID = %1").arg(wageID)).toInt() == 0) {
-        tell(QStringLiteral("There is no pay to show: choose an employee with a pay, or add a pay first."));
+    if (!PayOnPayroll(wage, wageID)) {
+        tell(NoPayText());
         return;
     }
     PayChecksDialog d(wage, wageID, owner);

@@ -23,6 +23,7 @@ public:
 
 private:
     void showChecks();
+    template <class F> bool putOnPay(F&& put);
 
     Database& m_wage;
     qint32 m_wageID;

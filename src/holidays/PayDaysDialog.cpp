@@ -263,9 +263,8 @@ void PayDaysDialog::accept() {
 }
 
 bool ShowPayDays(Database& wage, qint32 wageID, QWidget* owner) {
-    if (wageID <= 0 ||
-        wage.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE WageID = %1").arg(wageID)).toInt() == 0) {
-        refuse(QStringLiteral("There is no pay to show: choose an employee with a pay, or add a pay first."));
+    if (!PayOnPayroll(wage, wageID)) {
+        refuse(NoPayText());
         return false;
     }
     PayDaysDialog d(wage, wageID, owner);
