@@ -7,6 +7,8 @@
 #include "holidays/LeaveLiabilityDialog.h"
 #include "holidays/PayChecksDialog.h"
 #include "holidays/PayDaysDialog.h"
+#include "holidays/PublicHolidaysDialog.h"
+#include "holidays/WorkPattern.h"
 #include "ledger/frmWage.h"
 #include "payengine/AppContext.h"
 #include "startup/TitleMenuBarWidget.h"
@@ -20,6 +22,11 @@ void wireHolidays(frmWage& w, TitleMenuBar* bar) {
     AddKeyedEntry(reports, window, QStringLiteral("&Leave Liability..."), QStringLiteral("mnuLeaveLiability"),
                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_L),
                   [window] { ShowLeaveLiability(App().WageDatabase, window); });
+    AddKeyedEntry(reports, window, QStringLiteral("&Public Holidays..."), QStringLiteral("mnuPublicHolidays"),
+                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [window] {
+                      const qint32 id = App().CurrentEmployeeID;
+                      ShowPublicHolidays(id > 0 ? holidays::TermsOf(App().WageDatabase, id).region : QString(), window);
+                  });
 
     // What the holiday rules ask the user to decide: the kinds of earnings, each employee's usual week
     // and terms, and the days and hours of a pay; the shown pay's minimum wage check and 8%, a cash-up on it, and

@@ -7,6 +7,7 @@
 #include "holidays/EarningKindsDialog.h"
 #include "holidays/HolidaySetupDialog.h"
 #include "holidays/PayChecksDialog.h"
+#include "holidays/PublicHolidaysDialog.h"
 #include "holidays/PayDaysDialog.h"
 #include "payengine/AppContext.h"
 #include "runtime/DateFns.h"
@@ -48,6 +49,11 @@ TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
                    {"mnuPayChecks", "&Minimum Wage and 8% of This Pay...", Qt::Key_M},
                    {"mnuCashUp", "&Cash Up Annual Holidays...", Qt::Key_C},
                    {"mnuAlternativeHolidays", "&Alternative Holidays...", Qt::Key_A}};
+    QAction* publicHolidays = nullptr;
+    for (QAction* a : bar->menu(ql::ReportsButton)->actions())
+        if (a->objectName() == QLatin1String("mnuPublicHolidays")) publicHolidays = a;
+    ASSERT_NE(publicHolidays, nullptr);
+    EXPECT_EQ(publicHolidays->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
     for (const auto& e : entries) {
         QAction* entry = nullptr;
         for (QAction* a : bar->menu(ql::ToolsButton)->actions())
@@ -84,6 +90,8 @@ TEST_F(MainWindowTest, TheHolidaySetUpScreensOpenFromTheToolsMenuAndTheirKeys) {
               QStringLiteral("Minimum Wage and 8% of This Pay"));
     EXPECT_EQ(openedByKey<ql::CashUpDialog>(w, Qt::Key_C, [](ql::CashUpDialog*) {}),
               QStringLiteral("Cash Up Annual Holidays"));
+    EXPECT_EQ(openedByKey<ql::PublicHolidaysDialog>(w, Qt::Key_P, [](ql::PublicHolidaysDialog*) {}),
+              QStringLiteral("Public Holidays"));
     employee = 0;
     EXPECT_EQ(openedByKey<ql::AlternativeHolidaysDialog>(w, Qt::Key_A, [&](ql::AlternativeHolidaysDialog*) {
                   employee = ql::App().CurrentEmployeeID;
