@@ -44,10 +44,7 @@ AlternativeHolidaysDialog::AlternativeHolidaysDialog(Database& wage, qint32 empl
     m_table->setAccessibleName(QStringLiteral("Alternative holidays earned, taken and paid out"));
     m_table->setHorizontalHeaderLabels(
         {QStringLiteral("Earned on"), QStringLiteral("Taken on"), QStringLiteral("Paid out"), QStringLiteral("Comments")});
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
+    MakeReadOnlyList(m_table);
     m_table->horizontalHeader()->setStretchLastSection(true);
     auto* tableLabel = new QLabel(QStringLiteral("&Holidays:"), this);
     tableLabel->setBuddy(m_table);

@@ -52,11 +52,7 @@ EarningKindsDialog::EarningKindsDialog(Database& wage, QWidget* parent) : QDialo
     m_table->setHorizontalHeaderLabels({QStringLiteral("Name"), QStringLiteral("Used as"),
                                         QStringLiteral("Kind of earnings"), QStringLiteral("Gross earnings"),
                                         QStringLiteral("Ordinary weekly pay")});
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setTabKeyNavigation(false); // Tab leaves the list for the kind box
-    m_table->verticalHeader()->hide();
+    MakeReadOnlyList(m_table);
     for (int r = 0; r < m_names.size(); ++r) {
         for (int c = 0; c < ColumnCount; ++c)
             m_table->setItem(r, c, new QTableWidgetItem);

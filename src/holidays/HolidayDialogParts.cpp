@@ -5,6 +5,8 @@
 #include "staff/EmployeeStore.h"
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QTableWidget>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -40,6 +42,14 @@ bool ExecAndReturn(QDialog& dialog, QWidget* owner) {
     const bool accepted = dialog.exec() == QDialog::Accepted;
     if (owner && owner->window()->isVisible()) owner->window()->activateWindow();
     return accepted;
+}
+
+void MakeReadOnlyList(QTableWidget* table) {
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->hide();
 }
 
 QPushButton* NamedButton(QWidget* parent, const QString& caption, const QString& name, const QString& accessible) {

@@ -6,6 +6,7 @@
 class QDialog;
 class QDialogButtonBox;
 class QPushButton;
+class QTableWidget;
 class QWidget;
 
 namespace ql {
@@ -17,6 +18,9 @@ QDialogButtonBox* SaveCancelButtons(QDialog* dialog, const QString& saveName);
 // "Last, First" from the address book; "Employee N" when there is no name.
 QString EmployeeCaption(Database& wage, qint32 employeeID);
 void NameInnerEdit(QWidget* box);
+// A list to read: no cell edited, a row chosen whole, one at a time, no row numbers, and Tab leaving it
+// for the next control.
+void MakeReadOnlyList(QTableWidget* table);
 QPushButton* NamedButton(QWidget* parent, const QString& caption, const QString& name, const QString& accessible);
 // Whether the employee is on the payroll; whether the pay is there (of the employee, when one is given).
 bool EmployeeOnPayroll(Database& wage, qint32 employeeID);

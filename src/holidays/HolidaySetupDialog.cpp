@@ -72,11 +72,7 @@ HolidaySetupDialog::HolidaySetupDialog(Database& wage, qint32 employeeID, QWidge
         heads << QString::fromLatin1(d);
     heads << QStringLiteral("Days") << QStringLiteral("Hours a week");
     m_table->setHorizontalHeaderLabels(heads);
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
+    MakeReadOnlyList(m_table);
     m_table->setMinimumHeight(110);
     auto* tableLabel = new QLabel(QStringLiteral("Pa&tterns kept:"), week);
     tableLabel->setBuddy(m_table);

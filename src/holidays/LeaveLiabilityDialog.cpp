@@ -56,10 +56,7 @@ LeaveLiabilityDialog::LeaveLiabilityDialog(Database& wage, QWidget* parent) : QD
     m_table = new QTableWidget(this);
     m_table->setObjectName(QStringLiteral("tblLiability"));
     m_table->setAccessibleName(QStringLiteral("Leave liability of each employee"));
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setTabKeyNavigation(false); // Tab leaves the table for the buttons
-    m_table->verticalHeader()->hide();
+    MakeReadOnlyList(m_table);
     m_status = new QLabel(this);
     m_status->setObjectName(QStringLiteral("lblLiabilityStatus"));
     m_status->setWordWrap(true);

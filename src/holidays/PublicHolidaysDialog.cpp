@@ -50,10 +50,7 @@ PublicHolidaysDialog::PublicHolidaysDialog(const QString& region, QWidget* paren
     m_table->setAccessibleName(QStringLiteral("Public holidays of the year"));
     m_table->setHorizontalHeaderLabels(
         {QStringLiteral("Holiday"), QStringLiteral("Date"), QStringLiteral("Observed on a weekday")});
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
+    MakeReadOnlyList(m_table);
     m_table->horizontalHeader()->setStretchLastSection(true);
     auto* tableLabel = new QLabel(QStringLiteral("&Holidays:"), this);
     tableLabel->setBuddy(m_table);
