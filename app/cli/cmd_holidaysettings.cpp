@@ -4,6 +4,7 @@
 #include "CliCommand.h"
 #include "HolidaySession.h"
 #include "holidays/EarningKinds.h"
+#include "holidays/NamedKinds.h"
 #include "holidays/PayHistory.h"
 #include "holidays/PublicHolidays.h"
 #include "holidays/WorkPattern.h"
@@ -14,27 +15,6 @@
 using namespace ql::holidays;
 
 namespace {
-
-QJsonArray kindsOf(ql::Database& wage, const QString& alias, const char* table, const char* key, const char* name) {
-    QJsonArray rows;
-    const QVariantList ids = wage.firstColumn(
-        QStringLiteral("SELECT %1 FROM %2 ORDER BY %1").arg(QLatin1String(key), QLatin1String(table)));
-    for (const QVariant& id : ids) {
-        const QVariantList row = wage.firstRow(QStringLiteral("SELECT %1, EarningKind FROM %2 WHERE %3 = %4")
-                                                   .arg(QLatin1String(name), QLatin1String(table), QLatin1String(key))
-                                                   .arg(id.toInt()));
-        QJsonObject j;
-        j.insert(QStringLiteral("table"), alias);
-        j.insert(QStringLiteral("id"), id.toInt());
-        j.insert(QStringLiteral("name"), row.value(0).toString());
-        j.insert(QStringLiteral("kind"), row.value(1).toString());
-        const EarningKind k = KindFromCode(row.value(1).toString());
-        j.insert(QStringLiteral("grossEarnings"), InGrossEarnings(k));
-        j.insert(QStringLiteral("ordinaryWeeklyPay"), InOrdinaryWeeklyPay(k));
-        rows << j;
-    }
-    return rows;
-}
 
 // earning-kinds [--set TABLE ID KIND]
 int earningKinds(const QStringList& args, QTextStream& out) {
@@ -50,13 +30,17 @@ int earningKinds(const QStringList& args, QTextStream& out) {
         }
     }
     QJsonArray all;
-    for (const QJsonValue& v : kindsOf(wage, QStringLiteral("payment"), "PaymentNames", "PaymentNameID", "PayUnitname"))
-        all << v;
-    for (const QJsonValue& v : kindsOf(wage, QStringLiteral("taxable"), "TaxAllowName", "TaxNameID", "taxAllowancename"))
-        all << v;
-    for (const QJsonValue& v :
-         kindsOf(wage, QStringLiteral("nontaxable"), "NonTaxAllowName", "NonTaxNameID", "NonTaxallowname"))
-        all << v;
+    for (const NamedKind& n : NamedKinds(wage)) {
+        QJsonObject j;
+        j.insert(QStringLiteral("table"), n.table);
+        j.insert(QStringLiteral("id"), n.id);
+        j.insert(QStringLiteral("name"), n.name);
+        j.insert(QStringLiteral("kind"), n.code);
+        const EarningKind k = KindFromCode(n.code);
+        j.insert(QStringLiteral("grossEarnings"), InGrossEarnings(k));
+        j.insert(QStringLiteral("ordinaryWeeklyPay"), InOrdinaryWeeklyPay(k));
+        all << j;
+    }
     QJsonObject j;
     j.insert(QStringLiteral("names"), all);
     j.insert(QStringLiteral("kinds"), QJsonArray::fromStringList(KindCodes()));

@@ -1,4 +1,5 @@
 #include "WireStaff.h"
+#include "KeyedMenuEntry.h"
 #include "frame/Messages.h"
 #include "ledger/frmWage.h"
 #include "payengine/AppContext.h"
@@ -75,41 +76,25 @@ private:
     QWidget* m_window;
 };
 
-QAction* addEntry(QMenu* menu, QWidget* window, const QString& caption, const QString& name,
-                  const QKeySequence& key, std::function<void()> run) {
-    QAction* action = menu->addAction(caption);
-    action->setObjectName(name);
-    action->setShortcut(key);
-    action->setShortcutContext(Qt::WindowShortcut);
-    window->addAction(action); // the key works while the menu is closed
-    QObject::connect(action, &QAction::triggered, window, [name, run = std::move(run)] {
-        try {
-            run();
-        } catch (const VbError& e) {
-            ReportError(e, name + QStringLiteral("_Click"));
-        }
-    });
-    return action;
-}
-
 } // namespace
 
 void wireStaff(frmWage& w, TitleMenuBar* bar) {
     frmWage* window = &w;
     QMenu* tools = bar->menu(ToolsButton);
     tools->addSeparator();
-    addEntry(tools, window, QStringLiteral("&Employees..."), QStringLiteral("mnuEmployees"),
-             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), [window] {
-                 // The list opens on the employee the ledger shows.
-                 if (ShowEmployees(App().WageDatabase, window, App().CurrentEmployeeID))
-                     rosterChanged(App().CurrentEmployeeID);
-             });
+    AddKeyedEntry(tools, window, QStringLiteral("&Employees..."), QStringLiteral("mnuEmployees"),
+                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), [window] {
+                      // The list opens on the employee the ledger shows.
+                      if (ShowEmployees(App().WageDatabase, window, App().CurrentEmployeeID))
+                          rosterChanged(App().CurrentEmployeeID);
+                  });
     // F2 on the name does the same; the menu says so.
     QAction* editShown = tools->addAction(QStringLiteral("Edit &This Employee...\tF2"));
     editShown->setObjectName(QStringLiteral("mnuEditThisEmployee"));
     QObject::connect(editShown, &QAction::triggered, window, [window] { editShownEmployee(window); });
-    addEntry(tools, window, QStringLiteral("Employer &Details..."), QStringLiteral("mnuEmployerDetails"),
-             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [window] { ShowEmployerDetails(App().WageDatabase, window); });
+    AddKeyedEntry(tools, window, QStringLiteral("Employer &Details..."), QStringLiteral("mnuEmployerDetails"),
+                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D),
+                  [window] { ShowEmployerDetails(App().WageDatabase, window); });
     if (auto* combo = window->findChild<QComboBox*>(QStringLiteral("cboEmployee"))) {
         combo->installEventFilter(new NameOpensEditor(combo, window));
         combo->setToolTip(QStringLiteral("F2: edit this employee's details"));

@@ -1,4 +1,6 @@
 #include "HolidayPayWidget.h"
+#include "HolidaySetupDialog.h"
+#include "PayDaysDialog.h"
 #include "LeaveWorking.h"
 #include "leave/LeaveScreen.h"
 #include "leave/basLeave.h"
@@ -78,10 +80,33 @@ HolidayPayWidget::HolidayPayWidget(QWidget* parent) : QWidget(parent) {
     row->addWidget(m_workOut);
     row->addWidget(m_add);
     row->addStretch(1);
+    // What the working rests on, to set right where it is seen (the Tools menu has them with keys).
+    auto* setup = new QPushButton(QStringLiteral("Set-up..."), this);
+    setup->setObjectName(QStringLiteral("cmdHolidaySetup"));
+    setup->setAccessibleName(QStringLiteral("Work pattern and holiday terms of this employee"));
+    setup->setToolTip(QStringLiteral("Work pattern and holiday terms (Ctrl+Shift+H)"));
+    auto* days = new QPushButton(QStringLiteral("Days of pay..."), this);
+    days->setObjectName(QStringLiteral("cmdPayDays"));
+    days->setAccessibleName(QStringLiteral("Days and hours of the shown pay"));
+    days->setToolTip(QStringLiteral("Days and hours of the shown pay (Ctrl+Shift+Y)"));
+    // Beside the working, so that the leave's row keeps its width on a small screen.
+    auto* side = new QVBoxLayout;
+    side->addWidget(setup);
+    side->addWidget(days);
+    side->addStretch(1);
+    connect(setup, &QPushButton::clicked, this, [this] {
+        if (ShowHolidaySetup(App().WageDatabase, App().CurrentEmployeeID, window())) workOut();
+    });
+    connect(days, &QPushButton::clicked, this, [this] {
+        if (ShowPayDays(App().WageDatabase, App().CurrentWageID, window())) workOut();
+    });
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(row);
-    layout->addWidget(m_working);
+    auto* below = new QHBoxLayout;
+    below->addWidget(m_working, 1);
+    below->addLayout(side);
+    layout->addLayout(below);
 
     connect(m_workOut, &QPushButton::clicked, this, &HolidayPayWidget::workOut);
     connect(m_add, &QPushButton::clicked, this, &HolidayPayWidget::addToPay);

@@ -1,4 +1,5 @@
 #include "LeaveLiabilityDialog.h"
+#include "HolidayDialogParts.h"
 #include "LeaveLiabilityReport.h"
 #include "data/Database.h"
 #include "frame/Messages.h"
@@ -32,13 +33,6 @@ LeaveLiabilityDialog::PathChooser& chooserSlot() {
     return chooser;
 }
 
-QPushButton* button(QWidget* parent, const QString& caption, const QString& name, const QString& accessible) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAccessibleName(accessible);
-    return b;
-}
-
 } // namespace
 
 LeaveLiabilityDialog::PathChooser LeaveLiabilityDialog::setPathChooser(PathChooser chooser) {
@@ -63,18 +57,15 @@ LeaveLiabilityDialog::LeaveLiabilityDialog(Database& wage, QWidget* parent) : QD
     m_table = new QTableWidget(this);
     m_table->setObjectName(QStringLiteral("tblLiability"));
     m_table->setAccessibleName(QStringLiteral("Leave liability of each employee"));
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setTabKeyNavigation(false); // Tab leaves the table for the buttons
-    m_table->verticalHeader()->hide();
+    MakeReadOnlyList(m_table);
     m_status = new QLabel(this);
     m_status->setObjectName(QStringLiteral("lblLiabilityStatus"));
     m_status->setWordWrap(true);
-    QPushButton* print = button(this, QStringLiteral("&Print..."), QStringLiteral("cmdPrint"),
+    QPushButton* print = NamedButton(this, QStringLiteral("&Print..."), QStringLiteral("cmdPrint"),
                                 QStringLiteral("Print the leave liability"));
-    QPushButton* csv = button(this, QStringLiteral("Save &CSV..."), QStringLiteral("cmdSaveCsv"),
+    QPushButton* csv = NamedButton(this, QStringLiteral("Save &CSV..."), QStringLiteral("cmdSaveCsv"),
                               QStringLiteral("Save the leave liability as CSV"));
-    QPushButton* close = button(this, QStringLiteral("C&lose"), QStringLiteral("cmdClose"), QStringLiteral("Close"));
+    QPushButton* close = NamedButton(this, QStringLiteral("C&lose"), QStringLiteral("cmdClose"), QStringLiteral("Close"));
 
     auto* top = new QHBoxLayout;
     top->addWidget(dayLabel);
@@ -165,7 +156,7 @@ bool LeaveLiabilityDialog::saveCsv() {
 
 void ShowLeaveLiability(Database& wage, QWidget* owner) {
     LeaveLiabilityDialog d(wage, owner);
-    d.exec();
+    ExecAndReturn(d, owner);
 }
 
 } // namespace ql

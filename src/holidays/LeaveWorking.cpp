@@ -1,4 +1,5 @@
 #include "LeaveWorking.h"
+#include "ShownPay.h"
 #include "payengine/AppContext.h"
 #include "payengine/PayTotals.h"
 #include "payengine/PayView.h"
@@ -55,16 +56,7 @@ void AddLeaveToShownPay(const LeavePayResult& r) {
     if (a.CurrentWageID <= 0)
         throw VbError(5, QStringLiteral("AddLeaveToShownPay"), QStringLiteral("There is no pay to add the leave to."));
     AddLeaveToPay(a.WageDatabase, a.CurrentWageID, a.CurrentEmployeeID, r);
-    if (PayView* form = a.WageForm) {
-        // As leaving the payment view after an edit: its lines saved, the pay recalculated and stored.
-        const qint16 tab = a.CurrentTab;
-        a.CurrentTab = 1;
-        FillPaymentGrid(*form);
-        SaveWageGrid(*form);
-        form->datPays.UpdateRecord();
-        a.CurrentTab = tab;
-        if (tab != 0 && tab != 1) FillWageGrid(*form);
-    }
+    RecalculateShownPay();
 }
 
 } // namespace ql::holidays

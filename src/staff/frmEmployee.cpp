@@ -8,6 +8,7 @@
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "holidays/FinalPayOnFinish.h"
+#include "holidays/HolidaySetupDialog.h"
 #include "runtime/VbError.h"
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -242,6 +243,16 @@ frmEmployee::frmEmployee(Database& wage, qint32 employeeID, QWidget* parent) : Q
     save->setDefault(true);
     cancel->setObjectName(QStringLiteral("cmdCancel"));
     cancel->setAccessibleName(QStringLiteral("Cancel"));
+    // A saved employee's usual week and holiday terms. The details take nearly every letter, so the key
+    // stands beside the caption as theirs do when they run out.
+    if (employeeID) {
+        QPushButton* holidays = buttons->addButton(QStringLiteral("Work Pattern and Holidays (&J)..."),
+                                                   QDialogButtonBox::ActionRole);
+        holidays->setObjectName(QStringLiteral("cmdHolidays"));
+        holidays->setAccessibleName(QStringLiteral("Work pattern and holiday terms of this employee"));
+        connect(holidays, &QPushButton::clicked, this,
+                [this, &wage, employeeID] { ShowHolidaySetup(wage, employeeID, this); });
+    }
     connect(buttons, &QDialogButtonBox::accepted, this, &frmEmployee::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);

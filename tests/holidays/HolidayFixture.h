@@ -6,11 +6,15 @@
 #include "data/Schema.h"
 #include "holidays/EarningKinds.h"
 #include "holidays/WorkPattern.h"
+#include "runtime/Currency.h"
 #include <QDate>
 #include <QDir>
 #include <gtest/gtest.h>
 
 namespace qltest {
+
+// Money as the tests write it ("1105.7692").
+inline ql::Currency cur(const char* text) { return ql::Currency::fromDouble(QString::fromLatin1(text).toDouble()); }
 
 class HolidayTest : public DocumentsTest {
 protected:
@@ -40,6 +44,32 @@ protected:
                                         "Payment) VALUES (?, ?, ?, ?, ?)"),
                          {wageID, name, hours, rate, hours * rate});
         return wageID;
+    }
+    // The farm hand of the leave and final pay tests: hired 4 March 2024, Monday to Friday 8 hours at $25,
+    // paid weekly on Sundays; the 52 weeks to 6 December 2026: 8 winter weeks of 30 hours (June, July), 10
+    // calving weeks of 40 ordinary hours and 20 of overtime at time and a half (August to mid October), 34
+    // weeks of 40 hours. Gives the winter and calving weeks it wrote.
+    struct FarmHandWeeks {
+        int winter = 0, calving = 0;
+    };
+    FarmHandWeeks addFarmHand() {
+        FarmHandWeeks n;
+        addEmployee(1, QDate(2024, 3, 4), 25.0);
+        setPattern(1, QDate(2024, 3, 4), {8, 8, 8, 8, 8, 0, 0});
+        const QDate last(2026, 12, 6);
+        for (int w = 51; w >= 0; --w) {
+            const QDate end = last.addDays(-7 * w);
+            if (end >= QDate(2026, 6, 1) && end < QDate(2026, 7, 27)) {
+                addPay(1, end, {{kOrdinary, 30, 25}});
+                ++n.winter;
+            } else if (end >= QDate(2026, 8, 2) && end < QDate(2026, 10, 11)) {
+                addPay(1, end, {{kOrdinary, 40, 25}, {kOvertime, 20, 37.5}});
+                ++n.calving;
+            } else {
+                addPay(1, end, {{kOrdinary, 40, 25}});
+            }
+        }
+        return n;
     }
     void setPattern(int employeeID, const QDate& from, std::array<float, 7> hours) {
         ql::holidays::WorkPattern p;

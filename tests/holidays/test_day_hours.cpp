@@ -10,8 +10,6 @@ using ql::Currency;
 
 namespace {
 
-Currency cur(const char* text) { return Currency::fromDouble(QString::fromLatin1(text).toDouble()); }
-
 class DayHoursTest : public HolidayTest {};
 
 } // namespace

@@ -13,26 +13,8 @@ using ql::Currency;
 
 namespace {
 
-Currency cur(const char* text) { return Currency::fromDouble(QString::fromLatin1(text).toDouble()); }
-
 class FinalPayTest : public HolidayTest {
 protected:
-    // The farm hand of the leave tests: hired 4 March 2024, 52 weekly pays to 6 December 2026 (8 winter
-    // weeks of 750, 10 calving weeks of 1,750, the rest 1,000), Monday to Friday 8 hours at $25.
-    void addFarmHand() {
-        addEmployee(1, QDate(2024, 3, 4), 25.0);
-        setPattern(1, QDate(2024, 3, 4), {8, 8, 8, 8, 8, 0, 0});
-        const QDate last(2026, 12, 6);
-        for (int w = 51; w >= 0; --w) {
-            const QDate end = last.addDays(-7 * w);
-            if (end >= QDate(2026, 6, 1) && end < QDate(2026, 7, 27))
-                addPay(1, end, {{kOrdinary, 30, 25}});
-            else if (end >= QDate(2026, 8, 2) && end < QDate(2026, 10, 11))
-                addPay(1, end, {{kOrdinary, 40, 25}, {kOvertime, 20, 37.5}});
-            else
-                addPay(1, end, {{kOrdinary, 40, 25}});
-        }
-    }
     void addLedger(int employee, int leaveType, int trans, double days, const QDate& from, const QDate& to) {
         wage.execute(QStringLiteral("INSERT INTO LeaveDetails (EmployeeID, LeaveTypeID, TransTypeID, NumberofDays, "
                                     "DateFrom, DateTo) VALUES (?, ?, ?, ?, ?, ?)"),

@@ -9,8 +9,6 @@ using ql::Currency;
 
 namespace {
 
-Currency cur(const char* text) { return Currency::fromDouble(QString::fromLatin1(text).toDouble()); }
-
 class MinimumWageTest : public HolidayTest {};
 
 } // namespace

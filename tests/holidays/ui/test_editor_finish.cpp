@@ -1,38 +1,19 @@
 // The employee editor's finish date: saving it makes the final pay with the holiday lines, and the
 // working is shown in a message.
-#include "CliRunner.h"
-#include "TestEnv.h"
-#include "frame/ScriptedDialogs.h"
-#include "payengine/AppContext.h"
+#include "DemoScreenFixture.h"
 #include "staff/frmEmployee.h"
-#include "startup/Startup.h"
 #include <QLineEdit>
 #include <gtest/gtest.h>
 
 namespace qltest {
 namespace {
 
-class EditorFinishTest : public DocumentsTest {
+class EditorFinishTest : public DemoScreenTest {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(runCli({"init", "--demo"}, docs->path()).exitCode, 0);
-        ASSERT_EQ(runCli({"add-pay", "1", "2026-10-30"}, docs->path()).exitCode, 0);
-        for (int i = 0; i < 4; ++i)
-            ASSERT_EQ(runCli({"add-pay", "1"}, docs->path()).exitCode, 0);
-        ql::setApp(&context);
-        ql::setDialogs(&dialogs);
-        ql::OpenWageDatabase();
-    }
-    void TearDown() override {
-        ql::CloseWageDatabase();
-        ql::setDialogs(nullptr);
-        ql::setApp(nullptr);
-    }
+    QList<QStringList> preparation() const override { return fiveWeeklyPays(); }
     double gross5() {
         return context.WageDatabase.scalar(QStringLiteral("SELECT Gross FROM Wages WHERE WageID = 5")).toDouble();
     }
-    ql::AppContext context;
-    ql::ScriptedDialogs dialogs;
 };
 
 TEST_F(EditorFinishTest, SavingAFinishDateMakesTheFinalPayAndShowsItsWorking) {

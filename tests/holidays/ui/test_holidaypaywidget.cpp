@@ -1,40 +1,24 @@
 // The leave tab's holiday pay panel offscreen: the working of a week's annual holidays, the leave put
 // on the shown pay, and a committed pay refused with a message.
-#include "CliRunner.h"
-#include "TestEnv.h"
-#include "frame/ScriptedDialogs.h"
+#include "DemoScreenFixture.h"
 #include "holidays/HolidayPayWidget.h"
-#include "payengine/AppContext.h"
-#include "startup/Startup.h"
 #include <QAbstractButton>
 #include <gtest/gtest.h>
 
 namespace qltest {
 namespace {
 
-class HolidayPayWidgetTest : public DocumentsTest {
+class HolidayPayWidgetTest : public DemoScreenTest {
 protected:
+    QList<QStringList> preparation() const override { return fiveWeeklyPays(); }
     void SetUp() override {
-        ASSERT_EQ(runCli({"init", "--demo"}, docs->path()).exitCode, 0);
-        ASSERT_EQ(runCli({"add-pay", "1", "2026-10-30"}, docs->path()).exitCode, 0);
-        for (int i = 0; i < 4; ++i)
-            ASSERT_EQ(runCli({"add-pay", "1"}, docs->path()).exitCode, 0);
-        ql::setApp(&context);
-        ql::setDialogs(&dialogs);
-        ql::OpenWageDatabase();
+        DemoScreenTest::SetUp();
         context.CurrentEmployeeID = 1;
         context.CurrentWageID = 5;
-    }
-    void TearDown() override {
-        ql::CloseWageDatabase();
-        ql::setDialogs(nullptr);
-        ql::setApp(nullptr);
     }
     int lines() {
         return context.WageDatabase.scalar(QStringLiteral("SELECT count(*) FROM PaymentDetails WHERE WageID = 5")).toInt();
     }
-    ql::AppContext context;
-    ql::ScriptedDialogs dialogs;
 };
 
 TEST_F(HolidayPayWidgetTest, AWeekOfAnnualHolidaysIsWorkedOutAndAddedToThePay) {

@@ -1,12 +1,8 @@
 // The leave liability dialog offscreen: the rows of a day as the CSV has them, a new day worked out
 // afresh, the report printed through the preview (saved as PDF), the CSV saved, and every control named.
-#include "CliRunner.h"
-#include "TestEnv.h"
-#include "frame/ScriptedDialogs.h"
+#include "DemoScreenFixture.h"
 #include "holidays/LeaveLiabilityDialog.h"
-#include "payengine/AppContext.h"
 #include "reports/ReportPreviewDialog.h"
-#include "startup/Startup.h"
 #include <QAction>
 #include <QDateEdit>
 #include <QDialog>
@@ -19,22 +15,9 @@
 namespace qltest {
 namespace {
 
-class LeaveLiabilityDialogTest : public DocumentsTest {
+class LeaveLiabilityDialogTest : public DemoScreenTest {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(runCli({"init", "--demo"}, docs->path()).exitCode, 0);
-        ASSERT_EQ(runCli({"add-pay", "1", "2026-10-30"}, docs->path()).exitCode, 0);
-        ql::setApp(&context);
-        ql::setDialogs(&dialogs);
-        ql::OpenWageDatabase();
-    }
-    void TearDown() override {
-        ql::CloseWageDatabase();
-        ql::setDialogs(nullptr);
-        ql::setApp(nullptr);
-    }
-    ql::AppContext context;
-    ql::ScriptedDialogs dialogs;
+    QList<QStringList> preparation() const override { return {{"add-pay", "1", "2026-10-30"}}; }
 };
 
 TEST_F(LeaveLiabilityDialogTest, TheRowsOfADayPrintedAndSaved) {

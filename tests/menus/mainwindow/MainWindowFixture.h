@@ -2,6 +2,7 @@
 // The real main window, started as the suite's menu starts it and wired as main.cpp wires it, with a
 // client of the program's object that records each MenuSelect with its request kind.
 #include "WageUi.h"
+#include "WireHolidays.h"
 #include "WireMenusAndOneOff.h"
 #include "startup/PHWage.h"
 #include "startup/TitleMenuBarWidget.h"
@@ -28,16 +29,18 @@ protected:
         WageUiTest::TearDown();
         connector.reset();
     }
-    // Starts the program with the main window wired as main.cpp wires it.
-    void startWired() {
-        ql::setMainFormFactory([this] {
+    // Starts the program with the main window wired as main.cpp wires it (with the holiday screens'
+    // entries when asked), at a size.
+    void startWired(bool holidays = false, QSize size = QSize(1000, 680)) {
+        ql::setMainFormFactory([this, holidays] {
             auto f = std::make_unique<ql::WageMainForm>();
             bar = ql::wireMenusAndOneOff(*f->widget());
+            if (holidays) ql::wireHolidays(*f->widget(), bar);
             return f;
         });
         ASSERT_TRUE(ql::Main(QStringLiteral("Quillary")));
         w = static_cast<ql::WageMainForm*>(ql::mainForm())->widget();
-        w->resize(1000, 680);
+        w->resize(size);
         w->activateWindow();
         QApplication::setActiveWindow(w);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(w));

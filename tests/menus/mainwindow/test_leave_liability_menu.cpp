@@ -1,7 +1,6 @@
 // The leave liability from the main window: an entry at the end of the Reports menu whose key opens the
 // dialog while the menu is closed.
 #include "MainWindowFixture.h"
-#include "WireHolidays.h"
 #include "holidays/LeaveLiabilityDialog.h"
 #include <QGuiApplication>
 #include <QScreen>
@@ -11,18 +10,7 @@
 using namespace qltest;
 
 TEST_F(MainWindowTest, TheLeaveLiabilityOpensFromTheReportsMenuAndItsKey) {
-    ql::setMainFormFactory([this] {
-        auto f = std::make_unique<ql::WageMainForm>();
-        bar = ql::wireMenusAndOneOff(*f->widget());
-        ql::wireHolidays(*f->widget(), bar);
-        return f;
-    });
-    ASSERT_TRUE(ql::Main(QStringLiteral("Quillary")));
-    w = static_cast<ql::WageMainForm*>(ql::mainForm())->widget();
-    w->resize(1000, 680);
-    w->activateWindow();
-    QApplication::setActiveWindow(w);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(w));
+    startWired(true);
     QAction* entry = nullptr;
     for (QAction* a : bar->menu(ql::ReportsButton)->actions())
         if (a->objectName() == QLatin1String("mnuLeaveLiability")) entry = a;
