@@ -3,9 +3,12 @@
 // the committer the main window installs; here a test one that writes the reference as a commit does.
 #include "CliRunner.h"
 #include "TestEnv.h"
+#include "cashbook/WageAccounts.h"
+#include "data/Database.h"
 #include "frame/ScriptedDialogs.h"
 #include "frame/SettingGetters.h"
 #include "payday/PayRun.h"
+#include "payday/PayRunCommitter.h"
 #include "payengine/AppContext.h"
 #include "payengine/PayList.h"
 #include "payengine/PayView.h"
@@ -90,6 +93,37 @@ TEST_F(PayRunCommitTest, LeftOutAndCancelled) {
     EXPECT_EQ(r.notDone, QStringList{QStringLiteral("Barry Sampleton")});
     EXPECT_EQ(committed(), 2);
     EXPECT_EQ(calls.value(items.at(1).wageID), 0); // Eli Madeup left out
+}
+
+// Another process commits a pay between the run's look at it and its commit: the run leaves that pay
+// alone, and the user's "Update Cashbook" stays on, so the run's other pays are posted as well.
+TEST_F(PayRunCommitTest, APayCommittedElsewhereMeanwhileLeavesTheCashbookChoiceAlone) {
+    ASSERT_EQ(ql::getWageCash(), 1);
+    const ql::PayCommitter asTheDialogDoes = ql::CommitAsTheDialogDoes(false);
+    const qint32 taken = items.first().wageID;
+    const ql::PayRunCommit run =
+        ql::CommitPayRun(items, {}, [&](ql::PayView& screen, const ql::PayRunItem& item) {
+            if (item.wageID == taken) {
+                ql::Database other;
+                other.open(ql::WageFileName());
+                other.execute(QStringLiteral("UPDATE Wages SET Reference = 'ELSEWHERE', PaymentDate = '2026-11-09' "
+                                             "WHERE WageID = %1")
+                                  .arg(taken));
+                other.close();
+            }
+            return asTheDialogDoes(screen, item);
+        });
+    EXPECT_TRUE(run.failure.isEmpty()) << run.failure.toStdString();
+    EXPECT_EQ(run.done.size(), items.size() - 1);
+    EXPECT_EQ(ql::getWageCash(), 1);
+    EXPECT_EQ(committed(), int(items.size()));
+    ql::Database farm;
+    farm.open(ql::DataFileName());
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays")).toInt(), int(items.size()) - 1);
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays WHERE WageID = %1").arg(taken))
+                  .toInt(),
+              0);
+    farm.close();
 }
 
 } // namespace
