@@ -95,32 +95,36 @@ TEST_F(PayRunCommitTest, LeftOutAndCancelled) {
     EXPECT_EQ(calls.value(items.at(1).wageID), 0); // Eli Madeup left out
 }
 
-// Another process commits a pay between the run's look at it and its commit: the run leaves that pay
-// alone, and the user's "Update Cashbook" stays on, so the run's other pays are posted as well.
+// Another process commits a pay after the run looked at it and before its commit read it: the commit
+// finds it committed and leaves it, and the user's "Update Cashbook" stays on (the dialog's reprint
+// mode would switch it off), so the run's other pays are posted as well.
 TEST_F(PayRunCommitTest, APayCommittedElsewhereMeanwhileLeavesTheCashbookChoiceAlone) {
     ASSERT_EQ(ql::getWageCash(), 1);
-    const ql::PayCommitter asTheDialogDoes = ql::CommitAsTheDialogDoes(false);
-    const qint32 taken = items.first().wageID;
-    const ql::PayRunCommit run =
-        ql::CommitPayRun(items, {}, [&](ql::PayView& screen, const ql::PayRunItem& item) {
-            if (item.wageID == taken) {
-                ql::Database other;
-                other.open(ql::WageFileName());
-                other.execute(QStringLiteral("UPDATE Wages SET Reference = 'ELSEWHERE', PaymentDate = '2026-11-09' "
-                                             "WHERE WageID = %1")
-                                  .arg(taken));
-                other.close();
-            }
-            return asTheDialogDoes(screen, item);
-        });
+    const ql::PayRunItem taken = items.first();
+    {
+        ql::Database other;
+        other.open(ql::WageFileName());
+        other.execute(
+            QStringLiteral("UPDATE Wages SET Reference = 'ELSEWHERE', PaymentDate = '2026-11-09' WHERE WageID = %1")
+                .arg(taken.wageID));
+        other.close();
+    }
+    {
+        ql::PayRunAdder screen;
+        ql::PayView* view = screen.standOn(taken);
+        ASSERT_NE(view, nullptr);
+        EXPECT_EQ(ql::CommitAsTheDialogDoes(false)(*view, taken).toStdString(),
+                  "The pay was committed meanwhile by another user or program.");
+    }
+    EXPECT_EQ(ql::getWageCash(), 1);
+    const ql::PayRunCommit run = ql::CommitPayRun(items, {}, ql::CommitAsTheDialogDoes(false));
     EXPECT_TRUE(run.failure.isEmpty()) << run.failure.toStdString();
     EXPECT_EQ(run.done.size(), items.size() - 1);
-    EXPECT_EQ(ql::getWageCash(), 1);
     EXPECT_EQ(committed(), int(items.size()));
     ql::Database farm;
     farm.open(ql::DataFileName());
     EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays")).toInt(), int(items.size()) - 1);
-    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays WHERE WageID = %1").arg(taken))
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays WHERE WageID = %1").arg(taken.wageID))
                   .toInt(),
               0);
     farm.close();
