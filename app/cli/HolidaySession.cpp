@@ -102,6 +102,26 @@ QJsonObject finalPayJson(const ql::holidays::FinalPayResult& r) {
     return j;
 }
 
+QJsonObject finalPayTaxJson(const ql::FinalPayTax& t) {
+    QJsonObject j;
+    j.insert(QStringLiteral("Taxable"), money(t.taxable));
+    j.insert(QStringLiteral("Ordinary"), money(t.ordinary));
+    j.insert(QStringLiteral("OrdinaryPAYE"), money(t.ordinaryPaye));
+    j.insert(QStringLiteral("HolidayPay"), money(t.holiday));
+    j.insert(QStringLiteral("FourWeeks"), money(t.fourWeeks));
+    j.insert(QStringLiteral("FourWeeksPays"), t.fourWeeksPays);
+    j.insert(QStringLiteral("Multiplier"), t.multiplier);
+    j.insert(QStringLiteral("Annualised"), money(t.annualised));
+    j.insert(QStringLiteral("LowThreshold"), t.lowThreshold >= 0 ? QJsonValue(double(t.lowThreshold)) : QJsonValue());
+    j.insert(QStringLiteral("GrossedUp"), t.grossedUp >= 0 ? QJsonValue(double(t.grossedUp)) : QJsonValue());
+    j.insert(QStringLiteral("ExtraPayRate"), t.rate / 1000.0);
+    j.insert(QStringLiteral("HolidayPAYE"), money(t.holidayPaye));
+    j.insert(QStringLiteral("LumpSumIndicator"), t.lowestRate ? 1 : 0);
+    j.insert(QStringLiteral("PAYE"), money(t.paye()));
+    j.insert(QStringLiteral("Working"), t.working());
+    return j;
+}
+
 void printJson(QTextStream& out, const QJsonObject& o) {
     out << QString::fromUtf8(QJsonDocument(o).toJson(QJsonDocument::Indented));
 }

@@ -5,6 +5,7 @@
 #include "data/Database.h"
 #include "frame/ScriptedDialogs.h"
 #include "holidays/FinalPay.h"
+#include "payengine/FinalPayTax.h"
 #include "payengine/AppContext.h"
 #include "runtime/Convert.h"
 #include "runtime/Currency.h"
@@ -46,6 +47,8 @@ QJsonValue money(ql::Currency c);
 QString isoDate(const QDate& d);
 // Every figure of a final pay: OWP, AWE, the inputs, each line with its working, the total.
 QJsonObject finalPayJson(const ql::holidays::FinalPayResult& r);
+// The tax of a final pay: the ordinary part, the holiday pay as an extra pay, and the working.
+QJsonObject finalPayTaxJson(const ql::FinalPayTax& t);
 // Prints the object as indented JSON.
 void printJson(QTextStream& out, const class QJsonObject& o);
 

@@ -234,6 +234,7 @@ int finish(const QStringList& args, QTextStream& out) {
     if (made) {
         QJsonObject f = cli::finalPayJson(made->result);
         f.insert(QStringLiteral("Choice"), made->choice);
+        if (made->tax) f.insert(QStringLiteral("Tax"), cli::finalPayTaxJson(*made->tax));
         const QString pay = QString::fromUtf8(QJsonDocument(f).toJson(QJsonDocument::Indented)).trimmed();
         text.chop(3); // "\n}\n"
         text += QStringLiteral(",\n  \"FinalPayWageID\": %1,\n  \"FinalPayAdded\": %2,\n  \"FinalPay\": %3\n}\n")

@@ -25,21 +25,35 @@ int finalPay(const QStringList& args, QTextStream& out) {
     const int addTo = o.contains(QStringLiteral("add-to")) ? cli::wholeArgument(o.value(QStringLiteral("add-to"))) : 0;
     FinalPayResult r;
     QString name;
+    std::optional<ql::FinalPayTax> tax;
     {
         cli::HolidaySession session;
         try {
             r = ComputeFinalPay(session.wage(), employeeID, lastDay);
             if (addTo > 0) AddFinalPayLines(session.wage(), addTo, r);
+            else tax = ql::FinalHolidayTaxOn(employeeID, lastDay, r.total);
         } catch (const ql::VbError& e) {
             throw cli::CliFailure(e.description());
         }
         name = session.employeeName(employeeID);
     }
-    if (addTo > 0) cli::RecalculatePay(addTo);
+    if (addTo > 0) {
+        cli::RecalculatePay(addTo);
+        cli::HolidaySession session;
+        tax = ql::StoredFinalPayTax(addTo);
+    }
     QJsonObject j = cli::finalPayJson(r);
     j.insert(QStringLiteral("EmployeeID"), employeeID);
     j.insert(QStringLiteral("Name"), name);
     if (addTo > 0) j.insert(QStringLiteral("AddedToPay"), addTo);
+    // On a pay, the pay's tax; without one, the holiday pay as an extra pay paid on the last day apart from
+    // a regular pay.
+    if (tax) {
+        j.insert(QStringLiteral("Tax"), cli::finalPayTaxJson(*tax));
+        j.insert(QStringLiteral("TaxBasis"), addTo > 0 ? QStringLiteral("The pay's tax, its holiday lines an extra pay.")
+                                                       : QStringLiteral("The holiday pay as an extra pay paid on the "
+                                                                        "last day apart from a regular pay."));
+    }
     cli::printJson(out, j);
     return 0;
 }

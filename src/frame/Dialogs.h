@@ -78,6 +78,12 @@ inline QString answerName(qint16 answer) {
     }
 }
 
+// The caption of an answer's button: the plain word with its first letter as access key ("&Yes"). The
+// seven words begin with seven different letters, so every set's keys differ.
+inline QString answerButtonText(qint16 answer) {
+    return QLatin1Char('&') + answerName(answer);
+}
+
 class Dialogs {
 public:
     virtual ~Dialogs() = default;

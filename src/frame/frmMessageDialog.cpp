@@ -87,7 +87,9 @@ frmMessageDialog::frmMessageDialog(const QString& message, qint32 buttons, const
     const QList<qint16> answers = buttonAnswers(buttons);
     const qint16 preferred = defaultAnswer(buttons);
     for (qint16 a : answers) {
-        auto* b = new QPushButton(answerName(a), this);
+        auto* b = new QPushButton(answerButtonText(a), this);
+        b->setObjectName(QStringLiteral("answer") + answerName(a));
+        b->setAccessibleName(answerName(a));
         b->setAutoDefault(true);
         if (a == preferred) {
             b->setDefault(true);

@@ -22,8 +22,8 @@ private:
     qint16 m_answer;
 };
 
-// Runs the dialog and returns the answer; closing the window answers Cancel where the set has it,
-// else the only button (OK).
+// Runs the dialog and returns the answer. Each button has its word's first letter as access key;
+// closing the window or Escape answers Cancel where the set has it, else the set's last button.
 qint16 runMessageDialog(const QString& message, qint32 buttons, const QString& caption,
                         const QString& heading, const QString& subHeading, qint32 kind,
                         QWidget* parent = nullptr);

@@ -1,6 +1,7 @@
 #include "FinalPay.h"
 #include "LeavePay.h"
 #include "Entitlements.h"
+#include "payengine/FinalPayTax.h"
 #include "runtime/Convert.h"
 #include "runtime/VbError.h"
 #include <cmath>
@@ -11,10 +12,11 @@ namespace {
 
 QString money2(Currency c) { return ToCents(c).toFixed4().chopped(2); }
 
-const QString kAnnual = QStringLiteral("Annual holidays not taken");
-const QString kEight = QStringLiteral("Holiday pay 8% since the last anniversary");
-const QString kAlternative = QStringLiteral("Alternative holidays not taken");
-const QString kPublic = QStringLiteral("Public holidays within the untaken holidays");
+// The payment names the tax of a final pay knows its holiday lines by.
+const QString kAnnual = ql::FinalHolidayLineNames().at(0);
+const QString kEight = ql::FinalHolidayLineNames().at(1);
+const QString kAlternative = ql::FinalHolidayLineNames().at(2);
+const QString kPublic = ql::FinalHolidayLineNames().at(3);
 
 // What earlier final-pay lines on the pay add to its gross earnings.
 Currency earlierFinalLines(Database& wage, qint32 wageID) {
@@ -33,8 +35,7 @@ Currency earlierFinalLines(Database& wage, qint32 wageID) {
 } // namespace
 
 const QStringList& FinalPayCaptions() {
-    static const QStringList captions{kAnnual, kEight, kAlternative, kPublic};
-    return captions;
+    return ql::FinalHolidayLineNames();
 }
 
 FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& lastDay, qint32 finalWageID) {
@@ -77,7 +78,8 @@ FinalPayResult ComputeFinalPay(Database& wage, qint32 employeeID, const QDate& l
     // 8% of the gross earnings since the last anniversary, less what was paid as you go in that time.
     const QDate since = r.lastAnniversary;
     for (const PayRecord& p : pays)
-        if (p.wageID == finalWageID || (p.end >= since && p.end <= lastDay)) r.grossSinceAnniversary += p.gross;
+        // A pay whose period holds the last day paid the last days worked, whether or not it is the final pay.
+        if (p.wageID == finalWageID || (p.end >= since && p.start <= lastDay)) r.grossSinceAnniversary += p.gross;
     if (finalWageID > 0) r.grossSinceAnniversary -= earlierFinalLines(wage, finalWageID);
     const QVariant payg = wage.scalar(
         QStringLiteral("SELECT sum(d.Payment) FROM PaymentDetails d JOIN PaymentNames n ON n.PaymentNameID = "

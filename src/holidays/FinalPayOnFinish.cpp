@@ -116,11 +116,28 @@ Cover coverOf(Database& wage, qint32 employeeID, const QDate& day) {
 
 QString money2(Currency c) { return ToCents(c).toFixed4().chopped(2); }
 
+// The employee's first pay carrying final holiday lines; 0 when none does.
+qint32 payWithFinalLines(Database& wage, qint32 employeeID) {
+    for (const PayRecord& p : LoadPays(wage, employeeID))
+        if (FinalHolidayAmount(wage, p.wageID) > Currency()) return p.wageID;
+    return 0;
+}
+
 } // namespace
 
 FinishedPay MakeFinalPay(qint32 employeeID, const QDate& lastDay) {
     Database& wage = App().WageDatabase;
     FinishedPay out;
+    // The holiday lines made earlier (final-pay --add-to, so that the pay could be edited and committed
+    // while the employee was still on the payroll) are the final pay: they are never paid twice.
+    if (const qint32 earlier = payWithFinalLines(wage, employeeID)) {
+        out.wageID = earlier;
+        out.result = ComputeFinalPay(wage, employeeID, lastDay, earlier);
+        out.tax = StoredFinalPayTax(earlier);
+        out.choice = QStringLiteral("Pay %1 already carries the final pay's holiday lines, so no pay was changed.")
+                         .arg(earlier);
+        return out;
+    }
     out.result = ComputeFinalPay(wage, employeeID, lastDay);
     const Cover cover = coverOf(wage, employeeID, lastDay);
     if (out.result.lines.isEmpty()) {
@@ -160,6 +177,10 @@ FinishedPay MakeFinalPay(qint32 employeeID, const QDate& lastDay) {
         out.result = ComputeFinalPay(wage, employeeID, lastDay, out.wageID);
         AddFinalPayLines(wage, out.wageID, out.result);
         s.recalculate(out.wageID);
+        out.tax = StoredFinalPayTax(out.wageID);
+        out.result.notes << QStringLiteral("Pay %1 leaves the wage screen with the employee: to change or commit it, "
+                                           "clear the finish date, then finish again (nothing is made twice).")
+                                .arg(out.wageID);
         wage.commitTrans();
     } catch (...) {
         if (wage.inTransaction()) wage.rollback();
@@ -173,6 +194,7 @@ QString FinalPayText(const FinishedPay& pay) {
     for (const FinalPayLine& l : pay.result.lines)
         lines << QStringLiteral("%1: %2 (%3)").arg(l.caption, money2(l.amount), l.working);
     if (!pay.result.lines.isEmpty()) lines << QStringLiteral("Total: %1").arg(money2(pay.result.total));
+    if (pay.tax) lines << QStringLiteral("Tax: %1").arg(pay.tax->working());
     lines << pay.result.notes;
     return lines.join(QLatin1Char('\n'));
 }

@@ -3,6 +3,8 @@
 // that covers the last day, or on a pay added for it, and that pay brought to its tax as the wage
 // screen does after an edit of its lines.
 #include "FinalPay.h"
+#include "payengine/FinalPayTax.h"
+#include <optional>
 
 namespace ql::holidays {
 
@@ -11,6 +13,7 @@ struct FinishedPay {
     bool added = false; // the pay was added for the final pay
     QString choice;     // which pay carries the lines, and why
     FinalPayResult result;
+    std::optional<FinalPayTax> tax; // the final pay's PAYE, its holiday lines taxed as an extra pay
 };
 
 // Which pay is the final one:
@@ -24,7 +27,7 @@ struct FinishedPay {
 // one write transaction: a refusal (VbError with the system's message) leaves the payroll as it was.
 FinishedPay MakeFinalPay(qint32 employeeID, const QDate& lastDay);
 
-// The lines and their working as text, for a message.
+// The lines and their working, and the tax, as text for a message.
 QString FinalPayText(const FinishedPay& pay);
 
 } // namespace ql::holidays

@@ -5,6 +5,7 @@
 #include "frame/SettingGetters.h"
 #include "reports/ReportPreviewDialog.h"
 #include "runtime/VbError.h"
+#include "ui/Skin.h"
 #include <QDateEdit>
 #include <QDir>
 #include <QFile>
@@ -93,7 +94,7 @@ LeaveLiabilityDialog::LeaveLiabilityDialog(Database& wage, QWidget* parent) : QD
     connect(print, &QPushButton::clicked, this, &LeaveLiabilityDialog::print);
     connect(csv, &QPushButton::clicked, this, &LeaveLiabilityDialog::saveCsv);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    resize(980, 420);
+    resize(SizeOnScreen(QSize(980, 420)));
     showDay(m_day->date());
 }
 

@@ -1,6 +1,8 @@
 #include "MailSender.h"
 #include <QDateTime>
+#include <QEventLoop>
 #include <QLocale>
+#include <QThread>
 #include <QUuid>
 #include <curl/curl.h>
 #include <memory>
@@ -21,11 +23,16 @@ struct CurlDeleter {
     void operator()(CURL* c) const { curl_easy_cleanup(c); }
 };
 
+// curl's global start is not safe beside other threads, so it happens once, on the first caller's.
+bool mailLibraryStarted() {
+    static const bool started = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+    return started;
+}
+
 } // namespace
 
 QString SendMail(const MailSettings& settings, const QString& password, const MailMessage& message) {
-    static const bool initialised = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
-    if (!initialised) return QStringLiteral("the mail library could not start.");
+    if (!mailLibraryStarted()) return QStringLiteral("the mail library could not start.");
     if (message.to.trimmed().isEmpty() || !message.to.contains(u'@'))
         return QStringLiteral("there is no email address to send to.");
 
@@ -38,6 +45,8 @@ QString SendMail(const MailSettings& settings, const QString& password, const Ma
                                .arg(settings.effectivePort())
                                .toUtf8();
     curl_easy_setopt(c, CURLOPT_URL, url.constData());
+    // No signals for the timeouts: the send may run on a thread other than the main one.
+    curl_easy_setopt(c, CURLOPT_NOSIGNAL, 1L);
     if (settings.security == QLatin1String("starttls")) curl_easy_setopt(c, CURLOPT_USE_SSL, long(CURLUSESSL_ALL));
     const QByteArray user = settings.user.toUtf8();
     const QByteArray pass = password.toUtf8();
@@ -87,6 +96,20 @@ QString SendMail(const MailSettings& settings, const QString& password, const Ma
     if (rc == CURLE_OK) return QString();
     const QString why = error[0] ? QString::fromUtf8(error) : QString::fromUtf8(curl_easy_strerror(rc));
     return QStringLiteral("the mail server %1 did not take it (%2).").arg(settings.host, why);
+}
+
+QString SendMailAside(const MailSettings& settings, const QString& password, const MailMessage& message) {
+    if (!mailLibraryStarted()) return QStringLiteral("the mail library could not start.");
+    QString why;
+    std::unique_ptr<QThread> worker(
+        QThread::create([&why, &settings, &password, &message] { why = SendMail(settings, password, message); }));
+    QEventLoop loop;
+    // Queued to this thread, so the end is seen even when the send is over before the loop runs.
+    QObject::connect(worker.get(), &QThread::finished, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    worker->start();
+    loop.exec();
+    worker->wait();
+    return why;
 }
 
 } // namespace ql

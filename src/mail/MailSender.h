@@ -17,4 +17,8 @@ struct MailMessage {
 // Empty when the server took the message, else why not, in a user's words.
 QString SendMail(const MailSettings& settings, const QString& password, const MailMessage& message);
 
+// SendMail on a thread of its own, while this thread goes on handling its events (a window stays
+// painted and answers), until the server has answered or curl's timeouts gave up.
+QString SendMailAside(const MailSettings& settings, const QString& password, const MailMessage& message);
+
 } // namespace ql

@@ -39,22 +39,35 @@ PaySlipMail PaySlipMailOf(Database& wage, qint32 wageID) {
     return m;
 }
 
-QString EmailPaySlip(Database& wage, qint32 wageID, const QByteArray& pdf) {
+PaySlipSending PreparePaySlipEmail(Database& wage, qint32 wageID, const QByteArray& pdf) {
+    PaySlipSending out;
     const PaySlipMail m = PaySlipMailOf(wage, wageID);
-    const QString who = m.employee.isEmpty() ? QStringLiteral("Pay %1").arg(wageID) : m.employee;
-    if (m.employee.isEmpty()) return who + QStringLiteral(": there is no such pay.");
-    const MailSettings settings = ReadMailSettings();
-    const QString problem = MailSettingsProblem(settings);
-    if (!problem.isEmpty()) return who + QStringLiteral(": ") + problem;
-    if (m.to.isEmpty()) return who + QStringLiteral(": no email address is kept for this employee.");
-    MailMessage message;
-    message.to = m.to;
-    message.subject = m.subject;
-    message.body = QStringLiteral("Kia ora %1,\n\nYour payslip is attached as a PDF file.\n").arg(m.employee);
-    message.attachmentName = m.attachmentName;
-    message.attachment = pdf;
-    const QString why = SendMail(settings, MailPassword(settings), message);
-    return why.isEmpty() ? QString() : who + QStringLiteral(": ") + why;
+    out.who = m.employee.isEmpty() ? QStringLiteral("Pay %1").arg(wageID) : m.employee;
+    if (m.employee.isEmpty()) {
+        out.problem = QStringLiteral("there is no such pay.");
+        return out;
+    }
+    out.settings = ReadMailSettings();
+    out.problem = MailSettingsProblem(out.settings);
+    if (!out.problem.isEmpty()) return out;
+    if (m.to.isEmpty()) {
+        out.problem = QStringLiteral("no email address is kept for this employee.");
+        return out;
+    }
+    out.message.to = m.to;
+    out.message.subject = m.subject;
+    out.message.body = QStringLiteral("Kia ora %1,\n\nYour payslip is attached as a PDF file.\n").arg(m.employee);
+    out.message.attachmentName = m.attachmentName;
+    out.message.attachment = pdf;
+    out.password = MailPassword(out.settings);
+    return out;
+}
+
+QString EmailPaySlip(Database& wage, qint32 wageID, const QByteArray& pdf) {
+    const PaySlipSending s = PreparePaySlipEmail(wage, wageID, pdf);
+    if (!s.problem.isEmpty()) return s.who + QStringLiteral(": ") + s.problem;
+    const QString why = SendMail(s.settings, s.password, s.message);
+    return why.isEmpty() ? QString() : s.who + QStringLiteral(": ") + why;
 }
 
 } // namespace ql

@@ -1,4 +1,5 @@
 #include "PaySlipEmailDialog.h"
+#include "MailProgressDialog.h"
 #include "PaySlipEmail.h"
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
@@ -8,7 +9,6 @@
 #include "reports/paint/ReportPdf.h"
 #include "runtime/Trap.h"
 #include "runtime/VbError.h"
-#include <QApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -33,7 +33,7 @@ QString EmailShownPaySlip(qint32 wageID, const PreparedReport& report) {
     }
     QFile pdf(file);
     if (!pdf.open(QIODevice::ReadOnly)) return who + QStringLiteral(": its PDF was not written.");
-    return EmailPaySlip(wage, wageID, pdf.readAll());
+    return SendPaySlipsShowingProgress({PreparePaySlipEmail(wage, wageID, pdf.readAll())}).value(0);
 }
 
 void installPaySlipEmailAction() {
@@ -45,9 +45,7 @@ void installPaySlipEmailAction() {
         actions << PreviewAction{
             QStringLiteral("&Email..."), QStringLiteral("Email the payslip"), QStringLiteral("Ctrl+E"),
             [wageID, report](QWidget*) {
-                QApplication::setOverrideCursor(Qt::WaitCursor);
                 const QString why = EmailShownPaySlip(wageID, report);
-                QApplication::restoreOverrideCursor();
                 const QString to = why.isEmpty() ? PaySlipMailOf(App().WageDatabase, wageID).to : QString();
                 ShowMessage(why.isEmpty() ? QStringLiteral("The payslip was sent to %1.").arg(to)
                                           : QStringLiteral("The payslip was not sent: ") + why,

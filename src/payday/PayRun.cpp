@@ -9,9 +9,11 @@
 #include "ledger/WageScreen.h"
 #include "payengine/AppContext.h"
 #include "payengine/PayList.h"
+#include "payengine/PayTotals.h"
 #include "runtime/Convert.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
+#include "runtime/Trap.h"
 #include "runtime/VbError.h"
 #include <cmath>
 
@@ -233,6 +235,16 @@ PayView* PayRunAdder::standOn(const PayRunItem& item) {
     for (list.MoveFirst(); !list.EOF_(); list.MoveNext())
         if (CLng(list.value(QStringLiteral("WageID"))) == item.wageID) return m_screen;
     return nullptr;
+}
+
+void SettlePayRunItems(const QList<PayRunItem>& items, const QSet<qint32>& leftOut) {
+    PayRunAdder screen;
+    for (const PayRunItem& item : items) {
+        if (item.wageID == 0 || item.committed() || leftOut.contains(item.employeeID)) continue;
+        PayView* view = screen.standOn(item);
+        if (!view || App().CurrentWageID != item.wageID) continue;
+        skipErrors([&] { SettlePayFigures(*view); });
+    }
 }
 
 PayRunCommit CommitPayRun(const QList<PayRunItem>& items, const QSet<qint32>& leftOut,

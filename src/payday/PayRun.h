@@ -41,6 +41,11 @@ QList<PayRunItem> ProposePayRun(Database& wage, const QDate& runDate);
 // run stays in its list even when its date lies before the run's and a new proposal would leave it out.
 void RefreshPayRunItems(Database& wage, QList<PayRunItem>& items);
 
+// Before the run's question: each open pay it would commit (not left out) is brought to the figures
+// its commit gives it (a first pay's PAYE comes only with a save), so that the totals asked about are
+// the ones committed. A pay that cannot be settled is left to the commit, which says why.
+void SettlePayRunItems(const QList<PayRunItem>& items, const QSet<qint32>& leftOut);
+
 class WageScreen;
 class PayView;
 

@@ -7,6 +7,7 @@
 #include "mail/frmEmailSettings.h"
 #include "runtime/DateFns.h"
 #include "runtime/Format.h"
+#include "ui/Skin.h"
 #include <QApplication>
 #include <QScreen>
 #include <QComboBox>
@@ -171,10 +172,7 @@ frmPayRun::frmPayRun(Database& wage, QWidget* parent) : QDialog(parent), m_wage(
     setTabOrder(cmdAddPays, cmdCommit);
     setTabOrder(cmdCommit, cmdFiles);
     setTabOrder(cmdFiles, cmdClose);
-    QSize size(900, 400);
-    if (QScreen* screen = QGuiApplication::primaryScreen())
-        size = size.boundedTo(screen->availableGeometry().size() - QSize(16, 40));
-    resize(size);
+    resize(SizeOnScreen(QSize(900, 400)));
 
     connect(cmdPropose, &QPushButton::clicked, this, [this] { propose(); });
     connect(dtpRunDate, &QDateEdit::dateChanged, this, [this] { propose(); });
@@ -348,6 +346,14 @@ int frmPayRun::addPays() {
 
 int frmPayRun::commitPays() {
     if (!commitPay) return 0;
+    {
+        // The list and the question show the figures the commit will give each pay.
+        const QSet<qint32> out = leftOut();
+        SettlePayRunItems(m_items, out);
+        RefreshPayRunItems(m_wage, m_items);
+        fill();
+        leaveOut(out);
+    }
     const QString question = confirmationText();
     if (question.isEmpty()) return 0;
     if (ShowMessage(question, msg::YesNo, Firm(), QStringLiteral("Pay Run"), QStringLiteral("Commit the run"),

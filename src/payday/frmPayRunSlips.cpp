@@ -2,7 +2,7 @@
 #include "frame/Messages.h"
 #include "frame/SettingGetters.h"
 #include "frmPayRun.h"
-#include "mail/PaySlipEmail.h"
+#include "mail/MailProgressDialog.h"
 #include "reports/ReportPreviewDialog.h"
 #include "reports/paint/ReportPages.h"
 #include "reports/paint/ReportPdf.h"
@@ -105,22 +105,24 @@ QString frmPayRun::deliverSlips(const QList<PayRunSlip>& slips, QStringList& fai
 }
 
 QStringList EmailRunSlips(Database& wage, const QList<PayRunSlip>& slips) {
-    QStringList failed;
+    // Each slip painted and its message made ready here; the sends then run aside, in turn.
+    QList<PaySlipSending> ready;
     QTemporaryDir dir;
     for (const PayRunSlip& s : slips) {
         const QString file = dir.filePath(QStringLiteral("slip%1.pdf").arg(s.wageID));
-        QString why;
         try {
             WriteReportPdf(s.report, file);
             QFile pdf(file);
-            why = pdf.open(QIODevice::ReadOnly) ? EmailPaySlip(wage, s.wageID, pdf.readAll())
-                                                : s.employee + QStringLiteral(": its PDF was not written.");
+            if (pdf.open(QIODevice::ReadOnly)) {
+                ready << PreparePaySlipEmail(wage, s.wageID, pdf.readAll());
+                continue;
+            }
+            ready << PaySlipSending{s.employee, QStringLiteral("its PDF was not written."), {}, {}, {}};
         } catch (const std::exception& e) {
-            why = s.employee + QStringLiteral(": ") + toVbError(e).description();
+            ready << PaySlipSending{s.employee, toVbError(e).description(), {}, {}, {}};
         }
-        if (!why.isEmpty()) failed << why;
     }
-    return failed;
+    return SendPaySlipsShowingProgress(ready);
 }
 
 } // namespace ql

@@ -1,5 +1,6 @@
 #include "Contributions.h"
 #include "ExtraPay.h"
+#include "FinalPayTax.h"
 #include "IrdPay.h"
 #include "AddPay.h"
 #include "AppContext.h"
@@ -53,7 +54,11 @@ Currency CalcESCT(qint32 contributionNameID, Currency contribution, Currency bas
         if (const auto c = IrdContextForPay(app.CurrentEmployeeID, wageID, paysPerYear)) {
             // Inland Revenue: the employee's ESCT rate on the contribution's whole dollars, cut to cents.
             // An extra pay times the pays in a year says nothing of the year: the four weeks' pays do.
-            const auto yearOfExtra = ExtraPayYearEstimate(app.CurrentEmployeeID, wageID, base);
+            auto yearOfExtra = ExtraPayYearEstimate(app.CurrentEmployeeID, wageID, base);
+            // Nor does a final pay's holiday pay: its other lines over the year, and the holiday pay once.
+            const Currency holiday = qMin(FinalHolidayAmount(db, wageID), base);
+            if (!yearOfExtra && holiday > Currency())
+                yearOfExtra = Currency::fromDouble((base - holiday).toDouble() * double(paysPerYear)) + holiday;
             const qint32 esctRate =
                 yearOfExtra ? EsctRateForPay(db, app.CurrentEmployeeID, c->figures, *yearOfExtra, 1.0f)
                             : EsctRateForPay(db, app.CurrentEmployeeID, c->figures, base, paysPerYear);

@@ -191,17 +191,41 @@ int extraPayBand(const TaxYearFigures& f, qint64 annualisedCents, qint64 extraCe
 
 } // namespace
 
+// A code of secondary income (SB, S, SH, ST, SA) grosses an extra pay up from the bottom of the band of
+// its own rate: the low threshold amount (SB none, S 14,001 on the 2024/25 bands, SH 48,001, ST 70,001,
+// SA 180,001) is added to the annualised earnings. -1 for every other code.
+qint64 LowThresholdDollars(const TaxYearFigures& f, const TaxCode& code) {
+    if (code.kind != CodeKind::Flat || !code.flat.startsWith(QLatin1Char('S'))) return -1;
+    const qint32 rate = f.flatRates.value(code.flat, -1);
+    const QList<TaxBand>& bands = extraPayBands(f);
+    for (int i = 0; i < bands.size(); ++i)
+        if (bands.at(i).rate == rate) return i == 0 ? 0 : bands.at(i - 1).upTo + 1;
+    return -1;
+}
+
+namespace {
+
+// The yearly figure an extra pay is grossed up from, or -1 when the code takes a flat rate.
+qint64 grossingBaseCents(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents) {
+    if (code.kind == CodeKind::Main || code.kind == CodeKind::MainCredit) return annualisedCents;
+    const qint64 low = LowThresholdDollars(f, code);
+    return low < 0 ? -1 : annualisedCents + low * 100;
+}
+
+} // namespace
+
 qint32 ExtraPayRate(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents, qint64 extraCents,
                     qint32 tailoredRate) {
-    if (code.kind == CodeKind::Flat || code.kind == CodeKind::Tailored) return flatRate(f, code, tailoredRate);
     if (code.kind == CodeKind::Unknown) return 0;
-    const int band = extraPayBand(f, annualisedCents, extraCents);
+    const qint64 base = grossingBaseCents(f, code, annualisedCents);
+    if (base < 0) return flatRate(f, code, tailoredRate);
+    const int band = extraPayBand(f, base, extraCents);
     return band < 0 ? 0 : extraPayBands(f).at(band).rate;
 }
 
 bool ExtraPayAtLowestRate(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents, qint64 extraCents) {
-    return (code.kind == CodeKind::Main || code.kind == CodeKind::MainCredit) && extraCents > 0 &&
-           extraPayBand(f, annualisedCents, extraCents) == 0;
+    const qint64 base = grossingBaseCents(f, code, annualisedCents);
+    return base >= 0 && extraCents > 0 && extraPayBand(f, base, extraCents) == 0;
 }
 
 qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents,
@@ -209,11 +233,12 @@ qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 an
     if (extraCents <= 0 || code.kind == CodeKind::Unknown) return 0;
     liableCents = qBound<qint64>(0, liableCents, extraCents);
     const qint32 rate = ExtraPayRate(f, code, annualisedCents, extraCents, tailoredRate);
-    if (code.kind == CodeKind::Flat || code.kind == CodeKind::Tailored)
+    const qint64 base = grossingBaseCents(f, code, annualisedCents);
+    if (base < 0)
         // Cents times (rate + levy on the liable part) in hundred-thousandths of a cent.
         return floorDiv(extraCents * rate + liableCents * f.accLevyRate, UnitsPerDollar);
-    const qint64 annualised = floorDiv(annualisedCents, 100);
-    const qint64 grossedUp = floorDiv(annualisedCents + extraCents, 100);
+    const qint64 annualised = floorDiv(base, 100);
+    const qint64 grossedUp = floorDiv(base + extraCents, 100);
     // The levy in hundred-thousandths of a cent, on the liable part up to the maximum.
     qint64 levy = 0;
     if (grossedUp <= f.accMaxLiable)

@@ -61,11 +61,15 @@ qint64 PayrollGivingCreditCents(qint64 donationCents, qint64 taxElementCents);
 // The extra-pay method: the grossed-up figure is the yearly figure of the last four weeks' earnings
 // (annualisedCents: their total times 13, or one monthly pay times 12) plus the extra pay, cents
 // dropped; the extra pay takes the one rate of the band it falls in, plus the levy on the part
-// liableCents up to the levy's maximum. Flat and tailored codes take their own rate and the levy.
+// liableCents up to the levy's maximum. The codes of secondary income gross up from their low threshold
+// amount as well; ND, NSW, CAE, EDW and tailored codes take their own rate and the levy.
 qint64 ExtraPayPayeCents(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents,
                          qint64 extraCents, qint64 liableCents, qint32 tailoredRate = 0);
+// The low threshold amount of a secondary code (whole dollars: SB 0, S the top of the lowest band + 1,
+// ...), added to the annualised earnings before an extra pay is grossed up; -1 for other codes.
+qint64 LowThresholdDollars(const TaxYearFigures& f, const TaxCode& code);
 // The rate (thousandths of a per cent, levy not included) the extra-pay method takes, and whether it is
-// the lowest band's (the payday filing's lump sum indicator; never for flat and tailored codes).
+// the lowest band's (the payday filing's lump sum indicator; never for ND, NSW, CAE, EDW and tailored codes).
 qint32 ExtraPayRate(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents, qint64 extraCents,
                     qint32 tailoredRate = 0);
 bool ExtraPayAtLowestRate(const TaxYearFigures& f, const TaxCode& code, qint64 annualisedCents, qint64 extraCents);

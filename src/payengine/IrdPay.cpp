@@ -1,6 +1,7 @@
 #include "IrdPay.h"
 #include "AppContext.h"
 #include "ExtraPay.h"
+#include "FinalPayTax.h"
 #include "TaxItemLines.h"
 #include "TaxYearStore.h"
 #include "data/Database.h"
@@ -117,6 +118,13 @@ bool IrdPercentLine(const QString& nameTable, qint32 nameID, Currency base, floa
     if (IsExtraPayOfPay(app.WageDatabase, app.CurrentWageID)) {
         // An extra pay paid apart from a pay has no threshold.
         amountCalcOn = c->code.studentLoan ? CentsToCurrency(cents / 100 * 100) : Currency();
+        percentage = float(rate / 1000.0);
+        amount = CentsToCurrency(ird::ExtraPayStudentLoanCents(c->figures, c->code, cents, c->items.slSpecialRate));
+        return true;
+    }
+    if (c->code.studentLoan && cents > 0 && FinalHolidayAmount(app.WageDatabase, app.CurrentWageID) >= base) {
+        // A final pay of holiday lines alone is paid apart from the time worked: no threshold.
+        amountCalcOn = CentsToCurrency(cents / 100 * 100);
         percentage = float(rate / 1000.0);
         amount = CentsToCurrency(ird::ExtraPayStudentLoanCents(c->figures, c->code, cents, c->items.slSpecialRate));
         return true;

@@ -3,6 +3,7 @@
 #include "CountryEquations.h"
 #include "EditChecks.h"
 #include "ExtraPay.h"
+#include "FinalPayTax.h"
 #include "IrdPay.h"
 #include "PayTaxFigures.h"
 #include "PayView.h"
@@ -185,13 +186,21 @@ QString CalcPAYE(qint32 employeeID, qint32 wageID, Currency taxable, float paysP
         }
         // A New Zealand pay with a tax year in force: Inland Revenue's method, exactly.
         if (const auto c = IrdContextForPay(employeeID, wageID, paysPerYear)) {
-            // The payroll giving credit comes off the PAYE the pay takes; the payday filing reports both.
-            const qint64 cents = CurrencyToCents(taxable);
-            const qint64 credit = PayrollGivingCreditForPay(*c, wageID, cents);
-            record.PAYE =
-                CentsToCurrency(ird::PayeCents(c->figures, c->code, cents, c->pays, c->items.tailoredRate) - credit);
             PayTaxFigures figures = LoadPayTaxFigures(App().WageDatabase, wageID);
-            figures.givingCredit = CentsToCurrency(credit);
+            if (const auto finalPay = FinalPayTaxOfPay(*c, employeeID, wageID, taxable)) {
+                // A final pay's holiday lines are an extra pay, whatever edit brought the pay here.
+                record.PAYE = finalPay->paye();
+                figures.givingCredit = finalPay->givingCredit;
+                figures.lowestRate = finalPay->lowestRate;
+            } else {
+                // The payroll giving credit comes off the PAYE the pay takes; the payday filing reports both.
+                const qint64 cents = CurrencyToCents(taxable);
+                const qint64 credit = PayrollGivingCreditForPay(*c, wageID, cents);
+                record.PAYE =
+                    CentsToCurrency(ird::PayeCents(c->figures, c->code, cents, c->pays, c->items.tailoredRate) - credit);
+                figures.givingCredit = CentsToCurrency(credit);
+                figures.lowestRate = false;
+            }
             SavePayTaxFigures(App().WageDatabase, wageID, figures);
             App().WageDatabase.execute(
                 QStringLiteral("Delete FROM TaxDetails WHERE TaxDetails.WageID = %1").arg(wageID));

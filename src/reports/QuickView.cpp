@@ -162,6 +162,25 @@ QString QuickView::cellText(int row, int column) const {
     }
 }
 
+bool QuickView::Committed(int row) const {
+    try {
+        const QVariant reference = QuickViewArray.reference(row);
+        return !IsNull(reference) && !CStr(reference).trimmed().isEmpty();
+    } catch (const VbError&) {
+        return false;
+    }
+}
+
+QString QuickView::CommitLine(int row) const {
+    if (!Committed(row)) return QStringLiteral("Not committed");
+    const QString reference = CStr(QuickViewArray.reference(row)).trimmed();
+    const QVariant paid = QuickViewArray.paymentDate(row);
+    if (IsNull(paid) || CStr(paid).isEmpty())
+        return TranslateText(QStringLiteral("Committed, reference |0|"), QStringList{reference});
+    return TranslateText(QStringLiteral("Committed on |0|, reference |1|"),
+                         QStringList{Format(paid, QStringLiteral("Short Date")), reference});
+}
+
 QList<HistoryPoint> QuickView::ChartPoints() const {
     QList<HistoryPoint> points;
     trap(QStringLiteral("ChartPoints"), [&] {

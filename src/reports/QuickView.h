@@ -69,6 +69,10 @@ public:
 
     // The cell as the grid shows it; empty when it cannot be read.
     QString cellText(int row, int column) const;
+    // Whether the pay of a row is committed (it has a reference); a row that cannot be read is not.
+    bool Committed(int row) const;
+    // The state of a row's pay in words: "Committed on 13/11/2026, reference 12", or "Not committed".
+    QString CommitLine(int row) const;
     // Gross, PAYE and take-home of the pays the list holds, by date.
     QList<HistoryPoint> ChartPoints() const;
 

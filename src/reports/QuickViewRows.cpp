@@ -13,6 +13,8 @@ namespace {
 const QString kColumns = QStringLiteral(
     "Date, Hours, Gross, TaxAllow, PAYE, [TotalTaxable]-[PAYE] AS Net, NonTaxAllow, Deductions, takehome, "
     "KiwiSaverContribution");
+// Whether each pay is committed, and with which reference and date, read with the page.
+const QString kCommitColumns = QStringLiteral(", Reference, PaymentDate");
 } // namespace
 
 void QuickViewRows::load(Database& database, const QString& where, bool dateOrder) {
@@ -56,11 +58,23 @@ bool QuickViewRows::changedSinceLoad() const {
 }
 
 QVariant QuickViewRows::value(int row, int column) const {
-    if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount())
-        raiseError(err::SubscriptOutOfRange);
+    if (column < 0 || column >= columnCount()) raiseError(err::SubscriptOutOfRange);
+    return cell(row, column);
+}
+
+QVariant QuickViewRows::reference(int row) const {
+    return cell(row, columnCount());
+}
+
+QVariant QuickViewRows::paymentDate(int row) const {
+    return cell(row, columnCount() + 1);
+}
+
+QVariant QuickViewRows::cell(int row, int index) const {
+    if (row < 0 || row >= rowCount()) raiseError(err::SubscriptOutOfRange);
     const int page = row / PageSize;
     if (m_pages[size_t(page)].empty()) readPage(page);
-    return m_pages[size_t(page)][size_t((row % PageSize) * columnCount() + column)];
+    return m_pages[size_t(page)][size_t((row % PageSize) * Stride + index)];
 }
 
 Currency QuickViewRows::total(int column) const {
@@ -73,16 +87,17 @@ Currency QuickViewRows::total(int column) const {
 void QuickViewRows::readPage(int page) const {
     const int first = page * PageSize;
     const int count = std::min(rowCount(), first + PageSize) - first;
-    std::vector<QVariant> cells(size_t(count * columnCount()));
+    std::vector<QVariant> cells(size_t(count * Stride));
     if (changedSinceLoad()) m_stale = true;
-    RowReader rows(*m_database, QStringLiteral("SELECT ") + kColumns + QStringLiteral(" FROM Wages WHERE ") +
+    RowReader rows(*m_database, QStringLiteral("SELECT ") + kColumns + kCommitColumns +
+                                    QStringLiteral(" FROM Wages WHERE ") +
                                     m_where +
                                     (m_dateOrder ? QStringLiteral(" ORDER BY Wages.Date")
                                                  : QStringLiteral(" ORDER BY Wages.WageID")) +
                                     QStringLiteral(" LIMIT %1 OFFSET %2").arg(count).arg(first));
     for (int r = 0; r < count && rows.next(); ++r)
-        for (int c = 0; c < columnCount(); ++c)
-            cells[size_t(r * columnCount() + c)] = rows.value(c);
+        for (int c = 0; c < Stride; ++c)
+            cells[size_t(r * Stride + c)] = rows.value(c);
     m_pages[size_t(page)] = std::move(cells);
 }
 

@@ -26,6 +26,10 @@ public:
     int columnCount() const { return 10; }
     // A cell as the query gives it; out of range raises 9, Subscript out of range.
     QVariant value(int row, int column) const;
+    // Beside the ten columns, read with them: the pay's reference (null while it is not committed) and
+    // the date it was paid. Out of range raises as value does.
+    QVariant reference(int row) const;
+    QVariant paymentDate(int row) const;
     // The exact sum of the numeric cells of column 1 to 9 over all rows.
     Currency total(int column) const;
     // Whether the database may have changed since the load (by this connection or another); a page
@@ -53,7 +57,11 @@ private:
     int m_rowCount = 0;
     std::array<Currency, 10> m_totals{};
     QStringList m_headings;
-    mutable std::vector<std::vector<QVariant>> m_pages; // PageSize rows of ten cells; empty until read
+    QVariant cell(int row, int index) const;
+    // The ten columns, then Reference and PaymentDate.
+    static constexpr int Stride = 12;
+
+    mutable std::vector<std::vector<QVariant>> m_pages; // PageSize rows of Stride cells; empty until read
     Stamp m_loaded;
     mutable bool m_stale = false;
 };

@@ -10,6 +10,8 @@
 #include <QScreen>
 #include <QDateTimeAxis>
 #include <QEvent>
+#include <QFont>
+#include <QItemSelectionModel>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -46,6 +48,14 @@ public:
         if (role == Qt::TextAlignmentRole)
             return QVariant::fromValue(Qt::AlignVCenter |
                                        (index.column() > 0 ? Qt::AlignRight : Qt::AlignLeft));
+        // A pay not yet committed stands in italics; a screen reader hears its state with each cell.
+        if (role == Qt::FontRole && !m_view.Committed(index.row())) {
+            QFont italic;
+            italic.setItalic(true);
+            return italic;
+        }
+        if (role == Qt::AccessibleDescriptionRole || role == Qt::ToolTipRole)
+            return m_view.CommitLine(index.row());
         return {};
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
@@ -81,9 +91,7 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     setWindowTitle(m_view.caption);
     setAccessibleName(m_view.caption);
     // As large as the screen allows, up to 1280 by 620; the window can be resized.
-    QSize size(1280, 620);
-    if (QScreen* screen = QGuiApplication::primaryScreen())
-        size = size.boundedTo(screen->availableGeometry().size() - QSize(16, 40));
+    const QSize size = SizeOnScreen(QSize(1280, 620));
     resize(size);
     setSizeGripEnabled(true);
     auto* outer = new QVBoxLayout(this);
@@ -103,14 +111,7 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     auto* left = new QWidget(splitter);
     auto* leftLayout = new QVBoxLayout(left);
     leftLayout->setContentsMargins(0, 0, 0, 0);
-    m_model = new QuickViewModel(
-        m_view,
-        [this] {
-            if (m_refreshQueued) return;
-            m_refreshQueued = true;
-            QTimer::singleShot(0, this, [this] { refreshIfChanged(); });
-        },
-        this);
+    m_model = new QuickViewModel(m_view, [this] { queueRefresh(); }, this);
     m_grid = new QTableView(left);
     m_grid->setObjectName(QStringLiteral("tgrdQuickV"));
     m_grid->setAccessibleName(QStringLiteral("Pays"));
@@ -146,9 +147,26 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     for (QLineEdit* t : m_totals)
         t->resize(t->width(), m_totals.first()->sizeHint().height());
     leftLayout->addWidget(totals);
+
+    // The list has no room for the commit state in its columns: the selected pay's state in words.
+    auto* stateRow = new QHBoxLayout;
+    m_state = new QLabel(left);
+    m_state->setObjectName(QStringLiteral("lblPayState"));
+    m_state->setTextFormat(Qt::PlainText);
+    auto* legend = new QLabel(QStringLiteral("Pays not yet committed are shown in italics."), left);
+    legend->setObjectName(QStringLiteral("lblPayStateLegend"));
+    legend->setAccessibleName(legend->text());
+    stateRow->addWidget(m_state, 1);
+    stateRow->addWidget(legend);
+    leftLayout->addLayout(stateRow);
     connect(m_grid->horizontalHeader(), &QHeaderView::sectionResized, this, [this] { alignTotals(); });
     connect(m_grid->horizontalHeader(), &QHeaderView::geometriesChanged, this, [this] { alignTotals(); });
     connect(m_grid->horizontalScrollBar(), &QAbstractSlider::valueChanged, this, [this] { alignTotals(); });
+    // Rows already read (the selected pay's, say) are not read again when they come into view: a
+    // scroll after the pays changed beside the screen reads the list again.
+    connect(m_grid->verticalScrollBar(), &QAbstractSlider::valueChanged, this, [this] {
+        if (m_view.QuickViewArray.changedSinceLoad()) queueRefresh();
+    });
 
     m_chart = new QChartView(splitter);
     m_chart->setObjectName(QStringLiteral("chtPays"));
@@ -191,6 +209,9 @@ frmQuickView::frmQuickView(const QString& employeeName, QWidget* parent) : QDial
     connect(m_print, &QPushButton::clicked, this, [this] { m_view.PrintQView(); });
     connect(m_ok, &QPushButton::clicked, this, &QDialog::accept);
 
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this] { showPayState(); });
+
     m_view.onChanged = [this] { refresh(); };
     m_view.Form_Load(employeeName);
     // The grid in the user's colours, the screen over the suite's working area.
@@ -207,6 +228,7 @@ frmQuickView::~frmQuickView() {
     // must no longer reach the totals, which go first.
     m_grid->horizontalHeader()->disconnect(this);
     m_grid->horizontalScrollBar()->disconnect(this);
+    m_grid->verticalScrollBar()->disconnect(this);
     // The grid's model reads the view, which goes before the child widgets do.
     m_grid->setModel(nullptr);
 }
@@ -220,6 +242,12 @@ void frmQuickView::showEvent(QShowEvent* event) {
 void frmQuickView::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) refreshIfChanged();
+}
+
+void frmQuickView::queueRefresh() {
+    if (m_refreshQueued) return;
+    m_refreshQueued = true;
+    QTimer::singleShot(0, this, [this] { refreshIfChanged(); });
 }
 
 void frmQuickView::refreshIfChanged() {
@@ -239,7 +267,17 @@ bool frmQuickView::eventFilter(QObject* watched, QEvent* event) {
 
 void frmQuickView::refresh() {
     m_employee->setText(m_view.txtEmployee);
+    // The reload keeps the selected row where it can, else selects the first; the grid keeps its place.
+    const int selected = m_grid->currentIndex().row();
     m_model->reset();
+    const int rows = m_model->rowCount();
+    if (rows > 0) {
+        const bool autoScroll = m_grid->hasAutoScroll();
+        m_grid->setAutoScroll(false);
+        m_grid->setCurrentIndex(m_model->index(selected >= 0 && selected < rows ? selected : 0, 0));
+        m_grid->setAutoScroll(autoScroll);
+    }
+    showPayState();
     for (int i = 0; i < m_totals.size(); ++i)
         m_totals.at(i)->setText(m_view.Text1.value(i));
     m_dateOrder->setEnabled(m_view.cmdDateOrderEnabled);
@@ -247,6 +285,14 @@ void frmQuickView::refresh() {
     if (m_view.focusControl == QLatin1String("cmdOK")) m_ok->setFocus();
     refreshChart();
     alignTotals();
+}
+
+void frmQuickView::showPayState() {
+    const int row = m_grid->currentIndex().row();
+    const QString state = row < 0 ? QStringLiteral("No pay selected")
+                                   : QStringLiteral("Selected pay: ") + m_view.CommitLine(row);
+    m_state->setText(state);
+    m_state->setAccessibleName(state);
 }
 
 void frmQuickView::alignTotals() {

@@ -1,12 +1,13 @@
 #pragma once
-// The wage history on the desktop ("History"): the employee, the list of pays with its totals row,
-// the two order buttons, the print, and beside the list a chart of gross, PAYE and take-home pay per
-// pay. It shows a QuickView and forwards the user's presses to it.
+// The wage history on the desktop ("History"): the employee, the list of pays with its totals row and
+// the selected pay's commit state beneath it, the two order buttons, the print, and beside the list a
+// chart of gross, PAYE and take-home pay per pay. It shows a QuickView and forwards the user's presses to it.
 #include "QuickView.h"
 #include <QDialog>
 #include <QList>
 
 class QChartView;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTableView;
@@ -32,8 +33,11 @@ private:
     // The list read again when the pays changed while the screen stood beside the wage screen; the
     // grid keeps its place.
     void refreshIfChanged();
+    void queueRefresh();
     void refreshChart();
     void alignTotals();
+    // The line beneath the list: whether the selected pay is committed, its date and reference.
+    void showPayState();
 
     QuickView m_view;
     QuickViewModel* m_model = nullptr;
@@ -45,6 +49,7 @@ private:
     QPushButton* m_print = nullptr;
     QPushButton* m_ok = nullptr;
     QChartView* m_chart = nullptr;
+    QLabel* m_state = nullptr;
     bool m_refreshQueued = false;
 };
 

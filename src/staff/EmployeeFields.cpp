@@ -123,7 +123,8 @@ QString readKiwiSaver(EmployeeDetails& d, const QString& t) {
 QString writeKiwiSaver(const EmployeeDetails& d) {
     switch (d.KiwiSaver) {
     case KiwiSaverStatus::Enrolled:
-        return number(static_cast<double>(d.KiwiSaverRate));
+        // A Single's own digits: 3.5 as kept is 3.4999998 as a double, which is no choice of the box.
+        return QString::number(static_cast<double>(d.KiwiSaverRate), 'g', 7);
     case KiwiSaverStatus::OptedOut:
         return QStringLiteral("opted-out");
     default:

@@ -155,4 +155,9 @@ void CentreForm(QWidget* form) {
     form->move(x, y);
 }
 
+QSize SizeOnScreen(const QSize& wanted) {
+    QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? wanted.boundedTo(screen->availableGeometry().size() - QSize(16, 40)) : wanted;
+}
+
 } // namespace ql

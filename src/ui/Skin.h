@@ -3,6 +3,7 @@
 // form (SkinForm), the grid colours of the settings (SkinGrid), and the placing of dialogs (CentreForm).
 #include <QColor>
 #include <QPixmap>
+#include <QSize>
 #include <QString>
 
 class QTableView;
@@ -33,5 +34,8 @@ QColor readableOn(const QColor& background);
 // Centres a dialog over the working area the suite's menu leaves free: the screen's centre, then
 // 2415 / 2 twips to the right and 1665 / 2 twips down.
 void CentreForm(QWidget* form);
+
+// The wanted size of a window, no larger than the screen's working area leaves for it with its frame.
+QSize SizeOnScreen(const QSize& wanted);
 
 } // namespace ql

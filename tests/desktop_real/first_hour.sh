@@ -86,6 +86,7 @@ if [ "${1:-}" = "--inside" ]; then
     focus "$confirm"
     press Return # Yes
     wait_mails 5
+    gone '^Sending Email$' || fail_step "the sending window stayed"
     sleep 1
     account=$(other "$main" "$run") || fail_step "no account of the run"
     shot 08-run-done "$account"
@@ -132,6 +133,7 @@ if [ "${1:-}" = "--inside" ]; then
     focus "$preview"
     press ctrl+e # Email this payslip
     wait_mails 6
+    gone '^Sending Email$' || fail_step "the sending window stayed"
     said=$(other "$main" "$reports" "$preview") || fail_step "the email said nothing"
     shot 14-emailed "$said"
     focus "$said"
@@ -175,7 +177,7 @@ if [ "${1:-}" = "--inside" ]; then
     ask=$(other "$main") || fail_step "the restore asked nothing"
     shot 17-restore-ask "$ask"
     focus "$ask"
-    press shift+Tab Return # Yes (No is the default)
+    press alt+y # Yes (No is the default)
     sleep 1
     said=$(other "$main") || fail_step "the restore said nothing"
     shot 18-restored "$said"

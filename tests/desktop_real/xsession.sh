@@ -41,13 +41,15 @@ other() {
     return 1
 }
 
+# The pause after each key press and the delay between typed characters, in case a script needs them
+# shorter (XSESSION_PAUSE seconds, XSESSION_TYPE_DELAY milliseconds, set before sourcing).
 press() {
     xdotool key --clearmodifiers "$@"
-    sleep 0.4
+    sleep "${XSESSION_PAUSE:-0.4}"
 }
 
 typed() {
-    xdotool type --delay 40 "$1"
+    xdotool type --delay "${XSESSION_TYPE_DELAY:-40}" "$1"
     sleep 0.3
 }
 
@@ -74,12 +76,21 @@ on_screen() { # NAME ID
     fi
 }
 
-# A picture of the window, when pictures are wanted, and the check that it fits on the screen.
-shot() { # NAME ID
-    on_screen "$1" "$2"
+# A picture of the window, or of the whole screen without an id, when pictures are wanted.
+picture() { # NAME [ID]
     [ -n "${QUILLARY_SHOTS:-}" ] && command -v xwd >/dev/null || return 0
     sleep 0.3
-    xwd -id "$2" -silent >"$QUILLARY_SHOTS/$1.xwd" || true
+    if [ -n "${2:-}" ]; then
+        xwd -id "$2" -silent >"$QUILLARY_SHOTS/$1.xwd" || true
+    else
+        xwd -root -silent >"$QUILLARY_SHOTS/$1.xwd" || true
+    fi
+}
+
+# The check that the window fits on the screen, and its picture.
+shot() { # NAME ID
+    on_screen "$1" "$2"
+    picture "$1" "$2"
 }
 
 # The program ends by itself within 10 s (after its Close).

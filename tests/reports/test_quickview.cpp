@@ -73,6 +73,31 @@ TEST_F(QuickViewTest, TenColumnsWithTheirCaptions) {
     EXPECT_EQ(view.cellText(0, 5), "$850.05") << "NET is taxable less PAYE";
 }
 
+TEST_F(QuickViewTest, EachPayTellsWhetherItIsCommittedWithItsDateAndReference) {
+    threePays();
+    QuickView view;
+    view.Form_Load("x");
+    // Entry order: the pay of 12 March (W2, paid the next day), of 5 March (W1), then one not committed.
+    EXPECT_TRUE(view.Committed(0));
+    EXPECT_EQ(view.CommitLine(0), "Committed on 13/03/2026, reference W2");
+    EXPECT_EQ(view.CommitLine(1), "Committed on 6/03/2026, reference W1");
+    EXPECT_FALSE(view.Committed(2));
+    EXPECT_EQ(view.CommitLine(2), "Not committed");
+    view.cmdDateOrder_Click();
+    EXPECT_EQ(view.CommitLine(0), "Committed on 6/03/2026, reference W1") << "the state follows its row";
+    EXPECT_EQ(view.CommitLine(2), "Not committed");
+    // A row beyond the list has nothing to tell.
+    EXPECT_FALSE(view.Committed(3));
+    EXPECT_EQ(view.CommitLine(-1), "Not committed");
+    // A reference kept without its date still counts as committed.
+    rows->wage.execute(QStringLiteral("INSERT INTO Wages (EmployeeID, Date, PayInterval, Gross, Reference) "
+                                      "VALUES (?, '2026-03-26', 'Weekly', 100, 'W4')"),
+                       {e});
+    view.AssignQVData();
+    EXPECT_EQ(view.CommitLine(3), "Committed, reference W4");
+    EXPECT_EQ(view.QuickViewArray.columnCount(), 10) << "the state is no column of the list";
+}
+
 TEST_F(QuickViewTest, EntryOrderAtFirstThenDateOrderKeptForTheRun) {
     threePays();
     {

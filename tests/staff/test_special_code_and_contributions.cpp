@@ -4,6 +4,7 @@
 // ESCT on a superannuation scheme's contribution. And the employee's email in the employee details file.
 #include "StaffFixture.h"
 #include "payday/PaydayFileCheck.h"
+#include "staff/EmployeeFields.h"
 #include "payengine/IrdMethod.h"
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -244,4 +245,24 @@ TEST_F(SpecialCodeTest, TheEmployeeDetailsFileCarriesTheEmail) {
 }
 
 } // namespace
+// The editor's KiwiSaver box shows the rate as one of its choices: a rate kept as a Single is written
+// with a Single's digits, so 3.5 reads "3.5", not 3.49999976158 (which the box would show as "no").
+TEST(EmployeeFieldsKiwiSaver, ARateKeptAsASingleIsWrittenAsTyped) {
+    const ql::EmployeeField* field = ql::FindEmployeeField(QStringLiteral("kiwisaver"));
+    ASSERT_NE(field, nullptr);
+    for (const float rate : ql::KiwiSaverEmployeeRates()) {
+        ql::EmployeeDetails d;
+        d.KiwiSaver = ql::KiwiSaverStatus::Enrolled;
+        d.KiwiSaverRate = rate;
+        const QString written = field->write(d);
+        ql::EmployeeDetails back;
+        EXPECT_EQ(field->read(back, written), QString()) << written.toStdString();
+        EXPECT_EQ(back.KiwiSaverRate, rate) << written.toStdString();
+    }
+    ql::EmployeeDetails d;
+    d.KiwiSaver = ql::KiwiSaverStatus::Enrolled;
+    d.KiwiSaverRate = 3.5f;
+    EXPECT_EQ(field->write(d), QStringLiteral("3.5"));
+}
+
 } // namespace qltest

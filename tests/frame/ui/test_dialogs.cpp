@@ -7,7 +7,10 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QKeySequence>
 #include <QPushButton>
+#include <QSet>
+#include <QTest>
 #include <QTimer>
 #include <QValidator>
 #include <gtest/gtest.h>
@@ -25,7 +28,7 @@ QStringList labelTexts(const QWidget& w) {
 
 QPushButton* button(const QWidget& w, const QString& text) {
     for (auto* b : w.findChildren<QPushButton*>())
-        if (b->text().remove(QLatin1Char('&')) == text) return b;
+        if (frmMessageDialog::shownAccessKeyText(b->text()) == text) return b;
     return nullptr;
 }
 
@@ -63,6 +66,79 @@ TEST(MessageDialog, ButtonsAnswerTheirCodes) {
     EXPECT_EQ(c.answer(), msg::Cancel); // closing the window cancels
     button(c, "OK")->click();
     EXPECT_EQ(c.answer(), msg::OK);
+}
+
+namespace {
+
+const QList<qint32> kButtonSets{msg::OKOnly, msg::OKCancel, msg::AbortRetryIgnore,
+                                 msg::YesNoCancel, msg::YesNo, msg::RetryCancel};
+
+// Shows the box as the active window, so that its access keys reach it as a user's keys would.
+void showActive(QDialog& d) {
+    d.show();
+    QApplication::setActiveWindow(&d);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&d));
+}
+
+// Waits until the box has gone (an access key clicks its button after the button's short animation).
+bool closes(QDialog& d) {
+    for (int i = 0; i < 100 && d.isVisible(); ++i)
+        QTest::qWait(20);
+    return !d.isVisible();
+}
+
+} // namespace
+
+TEST(MessageDialog, EveryAnswerSetHasDistinctAccessKeysAndPlainNames) {
+    for (qint32 set : kButtonSets) {
+        frmMessageDialog d("m", set, "F", "h", "", msg::Question);
+        const QList<QPushButton*> buttons = d.findChildren<QPushButton*>();
+        ASSERT_EQ(buttons.size(), buttonAnswers(set).size()) << "set " << set;
+        QSet<QString> keys;
+        for (QPushButton* b : buttons) {
+            const QString key = QKeySequence::mnemonic(b->text()).toString();
+            EXPECT_FALSE(key.isEmpty()) << b->text().toStdString();
+            keys.insert(key);
+            // A screen reader hears the plain word, which is the word shown.
+            EXPECT_EQ(b->accessibleName(), frmMessageDialog::shownAccessKeyText(b->text()));
+        }
+        EXPECT_EQ(keys.size(), buttons.size()) << "set " << set;
+    }
+    frmMessageDialog yes("m", msg::YesNo, "F", "h", "", msg::Question);
+    EXPECT_EQ(button(yes, "Yes")->text(), QString("&Yes"));
+    frmMessageDialog ok("m", msg::OKOnly, "F", "h", "", msg::Information);
+    EXPECT_EQ(button(ok, "OK")->text(), QString("&OK"));
+}
+
+TEST(MessageDialog, EachAccessKeyAnswersTheBox) {
+    for (qint32 set : kButtonSets) {
+        for (qint16 answer : buttonAnswers(set)) {
+            frmMessageDialog d("m", set, "F", "h", "", msg::Question);
+            showActive(d);
+            const QString letter = answerName(answer).left(1);
+            QTest::keyClick(&d, char(letter.at(0).toLower().toLatin1()), Qt::AltModifier);
+            ASSERT_TRUE(closes(d)) << "Alt+" << letter.toStdString() << " in set " << set;
+            EXPECT_EQ(d.answer(), answer) << "Alt+" << letter.toStdString() << " in set " << set;
+        }
+    }
+}
+
+TEST(MessageDialog, EscapeGivesTheCloseAnswerAndEnterTheDefault) {
+    const QList<std::pair<qint32, qint16>> closeAnswers{
+        {msg::OKOnly, msg::OK}, {msg::OKCancel, msg::Cancel}, {msg::AbortRetryIgnore, msg::Ignore},
+        {msg::YesNoCancel, msg::Cancel}, {msg::YesNo, msg::No}, {msg::RetryCancel, msg::Cancel}};
+    for (const auto& [set, expected] : closeAnswers) {
+        frmMessageDialog d("m", set, "F", "h", "", msg::Question);
+        showActive(d);
+        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &d, Qt::Key_Escape);
+        ASSERT_TRUE(closes(d)) << "set " << set;
+        EXPECT_EQ(d.answer(), expected) << "set " << set;
+    }
+    frmMessageDialog d("m", msg::YesNo | msg::DefaultButton2, "F", "h", "", msg::Question);
+    showActive(d);
+    QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &d, Qt::Key_Return);
+    ASSERT_TRUE(closes(d));
+    EXPECT_EQ(d.answer(), msg::No);
 }
 
 TEST(MessageDialog, AccessKeyTextShowsAsALabelWould) {

@@ -56,6 +56,10 @@ TEST_F(EditorFinishTest, SavingAFinishDateMakesTheFinalPayAndShowsItsWorking) {
                        "WHERE d.WageID = 5 AND n.PayUnitname = 'Annual holidays not taken'"));
     EXPECT_GT(annual.toDouble(), 10000.0);
     EXPECT_GT(gross5(), before + annual.toDouble() - 0.001);
+    // The tax: the pay's stored PAYE, its holiday lines taken as an extra pay.
+    const double paye = context.WageDatabase.scalar(QStringLiteral("SELECT PAYE FROM Wages WHERE WageID = 5")).toDouble();
+    EXPECT_TRUE(shown.contains(QStringLiteral("Tax: PAYE %1 = ").arg(paye, 0, 'f', 2))) << shown.toStdString();
+    EXPECT_TRUE(shown.contains(QStringLiteral("as an extra pay: four weeks' earnings"))) << shown.toStdString();
     EXPECT_EQ(context.WageDatabase.scalar(QStringLiteral("SELECT DateFinished FROM Employees WHERE EmployeeID = 1"))
                   .toString()
                   .left(10),

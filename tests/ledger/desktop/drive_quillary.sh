@@ -5,6 +5,7 @@
 # screen is kept there at each stage (X window dumps turned into PNG).
 #   drive_quillary.sh QUILLARY QUILLARY_CLI
 set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
 
 if [ "${1:-}" = "--inside" ]; then
     # Inside the X server: the program and the keys.
@@ -12,46 +13,15 @@ if [ "${1:-}" = "--inside" ]; then
     log=$3
     "$quillary" Quillary >>"$log" 2>&1 &
     pid=$!
-    window() { # the first visible window whose title matches, waiting up to 30 s
-        for _ in $(seq 300); do
-            id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1 || true)
-            if [ -n "$id" ]; then
-                echo "$id"
-                return 0
-            fi
-            kill -0 "$pid" 2>/dev/null || return 1
-            sleep 0.1
-        done
-        return 1
-    }
-    gone() { # waits up to 30 s until no visible window has the title, as a loaded machine may take time
-        for _ in $(seq 300); do
-            xdotool search --onlyvisible --name "$1" >/dev/null 2>&1 || return 0
-            kill -0 "$pid" 2>/dev/null || return 1
-            sleep 0.1
-        done
-        return 1
-    }
-    press() {
-        xdotool key --clearmodifiers "$@"
-        sleep 0.4
-    }
-    shot() { # the whole screen, when pictures are wanted
-        [ -n "${QUILLARY_SHOTS:-}" ] && command -v xwd >/dev/null || return 0
-        sleep 0.3
-        if [ -n "${2:-}" ]; then # one window by its id
-            xwd -id "$2" -silent >"$QUILLARY_SHOTS/$1.xwd" || true
-        else
-            xwd -root -silent >"$QUILLARY_SHOTS/$1.xwd" || true
-        fi
-    }
+    # shellcheck source=../../desktop_real/xsession.sh
+    source "$here/../../desktop_real/xsession.sh"
     # The first employee has no pay yet: the program asks for the first pay date; today's stands.
-    prompt=$(window '^Pay Date$') || { echo "no first-pay prompt" >>"$log"; exit 1; }
-    xdotool windowfocus --sync "$prompt"
+    prompt=$(window '^Pay Date$') || fail_step "no first-pay prompt"
+    focus "$prompt"
     press Return
-    gone '^Pay Date$' || { echo "the first-pay prompt did not close" >>"$log"; exit 1; }
-    main=$(window '^Quillary$') || { echo "no main window" >>"$log"; exit 1; }
-    xdotool windowfocus --sync "$main"
+    gone '^Pay Date$' || fail_step "the first-pay prompt did not close"
+    main=$(window '^Quillary$') || fail_step "no main window"
+    focus "$main"
     sleep 0.5
     press alt+a  # Add Pay: the second pay
     press alt+1  # the payment lines; the grid takes the focus on its first line
@@ -60,34 +30,29 @@ if [ "${1:-}" = "--inside" ]; then
     press Return
     press alt+6  # the payslip view: leaving the grid stores the lines
     press alt+c  # Commit: the dialog proposes a reference, selected, and the cashbook box is ticked
-    dialog=$(window '^Commit Pay$') || { echo "no commit dialog" >>"$log"; exit 1; }
-    xdotool windowfocus --sync "$dialog"
+    dialog=$(window '^Commit Pay$') || fail_step "no commit dialog"
+    focus "$dialog"
     xdotool type --delay 120 X1
-    shot commit-dialog "$dialog"
+    picture commit-dialog "$dialog"
     press Return # Commit, the default button
-    gone '^Commit Pay$' || { echo "the commit dialog did not close" >>"$log"; exit 1; }
-    xdotool windowfocus --sync "$main"
+    gone '^Commit Pay$' || fail_step "the commit dialog did not close"
+    focus "$main"
     sleep 0.5
-    shot committed-pay
+    picture committed-pay
     press alt+v  # the leave tab
-    shot leave-tab
+    picture leave-tab
     press alt+w
     press alt+q  # the history, beside the screen
-    history=$(window '^History$') || { echo "no history window" >>"$log"; exit 1; }
-    shot history
-    xdotool windowfocus --sync "$history"
+    history=$(window '^History$') || fail_step "no history window"
+    picture history
+    focus "$history"
     press Escape
-    gone '^History$' || { echo "the history did not close" >>"$log"; exit 1; }
-    xdotool windowfocus --sync "$main"
+    gone '^History$' || fail_step "the history did not close"
+    focus "$main"
     sleep 0.3
     press alt+l  # Close
-    for _ in $(seq 100); do
-        kill -0 "$pid" 2>/dev/null || exit 0
-        sleep 0.1
-    done
-    echo "the program did not end after Close" >>"$log"
-    kill "$pid"
-    exit 1
+    ends
+    exit 0
 fi
 
 quillary=$1
@@ -137,7 +102,7 @@ takehome=$(q "SELECT printf('%.2f', -TakeHome) FROM Wages WHERE WageID = $last")
 [ -n "$posted" ] && [ "$posted" = "$takehome" ] || fail "expected the cashbook withdrawal $takehome for X1, found '$posted'"
 if [ -n "${QUILLARY_SHOTS:-}" ]; then
     for f in "$QUILLARY_SHOTS"/*.xwd; do
-        [ -e "$f" ] && python3 "$(dirname "$0")/xwd2png.py" "$f" "${f%.xwd}.png" && rm -f "$f"
+        [ -e "$f" ] && python3 "$here/xwd2png.py" "$f" "${f%.xwd}.png" && rm -f "$f"
     done
 fi
 echo "ok: two pays; the second has 40 units on its first line, a gross that adds up, and is committed as X1 with its withdrawal in the cashbook"

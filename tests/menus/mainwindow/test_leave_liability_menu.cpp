@@ -3,6 +3,8 @@
 #include "MainWindowFixture.h"
 #include "WireHolidays.h"
 #include "holidays/LeaveLiabilityDialog.h"
+#include <QGuiApplication>
+#include <QScreen>
 #include <QTableWidget>
 #include <QTimer>
 
@@ -29,14 +31,20 @@ TEST_F(MainWindowTest, TheLeaveLiabilityOpensFromTheReportsMenuAndItsKey) {
     EXPECT_EQ(entry->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_L));
     QString seen;
     int rows = -1;
+    QSize size;
     QTimer::singleShot(0, [&] {
         if (auto* d = qobject_cast<ql::LeaveLiabilityDialog*>(QApplication::activeModalWidget())) {
             seen = d->windowTitle();
             rows = d->table()->rowCount();
+            size = d->frameGeometry().size();
             d->reject();
         }
     });
     QTest::keyClick(w, Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(seen, QStringLiteral("Leave Liability"));
     EXPECT_GE(rows, 1); // at least the totals row
+    // No larger than the screen (800x600 here), so its buttons are on it.
+    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
+    EXPECT_LE(size.width(), screen.width());
+    EXPECT_LE(size.height(), screen.height());
 }

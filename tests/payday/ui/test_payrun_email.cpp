@@ -1,13 +1,13 @@
 // The pay run's "Email each to its employee": every slip sent to its employee's address through the
 // mail server of the settings, and a server that is not there leaves the pays committed.
-#include "../PaydayFixture.h"
-#include "SmtpSink.h"
-#include "frame/Settings.h"
-#include "ledger/Roster.h"
-#include "mail/MailSettings.h"
+#include "DemoPayrollUi.h"
 #include "payday/frmPayRun.h"
+#include "mail/MailProgressDialog.h"
 #include "mail/frmEmailSettings.h"
+#include <QApplication>
 #include <QLineEdit>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QComboBox>
@@ -16,33 +16,53 @@
 namespace qltest {
 namespace {
 
-class PayRunEmailTest : public DocumentsTest {
+// Passes SMTP traffic between the program and the sink on this (the screens') thread: a send that held
+// this thread would never get its answer. Each time the program speaks, `seen` notes what the
+// screen shows at that moment.
+class Relay {
+public:
+    explicit Relay(int target) : m_target(target) {
+        m_server.listen(QHostAddress::LocalHost);
+        QObject::connect(&m_server, &QTcpServer::newConnection, [this] {
+            while (QTcpSocket* in = m_server.nextPendingConnection()) {
+                auto* out = new QTcpSocket(in);
+                out->connectToHost(QHostAddress::LocalHost, quint16(m_target));
+                QObject::connect(in, &QTcpSocket::readyRead, in, [this, in, out] {
+                    look();
+                    if (out->state() != QAbstractSocket::ConnectedState) out->waitForConnected(5000);
+                    out->write(in->readAll());
+                });
+                QObject::connect(out, &QTcpSocket::readyRead, in, [in, out] { in->write(out->readAll()); });
+                QObject::connect(out, &QTcpSocket::disconnected, in, [in] { in->disconnectFromHost(); });
+                QObject::connect(in, &QTcpSocket::disconnected, in, [in] { in->deleteLater(); });
+            }
+        });
+    }
+    int port() const { return m_server.serverPort(); }
+    QStringList seen;
+
+private:
+    void look() {
+        QString now = QStringLiteral("no progress window");
+        if (auto* w = qobject_cast<ql::MailProgressDialog*>(QApplication::activeModalWidget()))
+            if (w->isVisible()) {
+                now = w->stepText();
+                // QUILLARY_SCREENSHOT names a folder to keep a picture of the window in.
+                const QString folder = qEnvironmentVariable("QUILLARY_SCREENSHOT");
+                if (!folder.isEmpty()) w->grab().save(folder + QStringLiteral("/frmMailProgress.png"));
+            }
+        if (seen.isEmpty() || seen.last() != now) seen << now;
+    }
+    QTcpServer m_server;
+    int m_target;
+};
+
+class PayRunEmailTest : public DemoPayrollUiTest {
 protected:
     void SetUp() override {
-        ql::setApp(&context);
-        ql::setDialogs(&dialogs);
-        ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs->path()).exitCode, 0);
-        ql::WriteSetting(QStringLiteral("FERNHOLD"), QStringLiteral("ReportDirectory"),
-                         QStringLiteral(QUILLARY_SOURCE_DIR "/reports"));
-        context.WageDatabase.open(ql::WageFileName());
-        ql::FillEmployeeArray();
-        sink = std::make_unique<SmtpSink>(docs->path() + QStringLiteral("/inbox"));
-        ASSERT_GT(sink->port, 0) << "the local SMTP server did not start";
-        ql::MailSettings mail;
-        mail.host = QStringLiteral("127.0.0.1");
-        mail.port = sink->port;
-        mail.security = QStringLiteral("none");
-        mail.from = QStringLiteral("wages@tussock.example.com");
-        ql::SaveMailSettings(mail);
+        DemoPayrollUiTest::SetUp();
+        startMailServer();
     }
-    void TearDown() override {
-        context.WageDatabase.close();
-        ql::setDialogs(nullptr);
-        ql::setApp(nullptr);
-    }
-    ql::AppContext context;
-    ql::ScriptedDialogs dialogs;
-    std::unique_ptr<SmtpSink> sink;
 };
 
 TEST_F(PayRunEmailTest, EachSlipGoesToItsEmployee) {
@@ -69,6 +89,35 @@ TEST_F(PayRunEmailTest, EachSlipGoesToItsEmployee) {
     }
     recipients.removeDuplicates();
     EXPECT_EQ(recipients.size(), 5);
+}
+
+TEST_F(PayRunEmailTest, TheScreensAnswerWhileTheSlipsGoOutOneByOne) {
+    Relay relay(sink->port);
+    ASSERT_GT(relay.port(), 0);
+    ql::MailSettings mail = ql::ReadMailSettings();
+    mail.port = relay.port();
+    ql::SaveMailSettings(mail);
+    ql::frmPayRun d(context.WageDatabase);
+    d.show();
+    d.dtpRunDate->setDate(QDate(2026, 11, 6));
+    ASSERT_EQ(d.addPays(), 5);
+    d.cboPayslips->setCurrentIndex(static_cast<int>(ql::SlipDelivery::Email));
+    EXPECT_EQ(d.commitPays(), 5);
+    EXPECT_TRUE(dialogs.calls.last().message.contains(QStringLiteral("5 payslips were emailed.")))
+        << dialogs.calls.last().message.toStdString();
+    EXPECT_EQ(sink->received(5), 5);
+    // While each slip went out, its step stood in the progress window.
+    ASSERT_EQ(relay.seen.size(), 5) << relay.seen.join(u'\n').toStdString();
+    for (int n = 1; n <= 5; ++n) {
+        EXPECT_TRUE(relay.seen.at(n - 1).startsWith(QStringLiteral("Sending the payslip of ")))
+            << relay.seen.at(n - 1).toStdString();
+        EXPECT_TRUE(relay.seen.at(n - 1).endsWith(QStringLiteral("(%1 of 5)...").arg(n)))
+            << relay.seen.at(n - 1).toStdString();
+        EXPECT_TRUE(relay.seen.at(n - 1).contains(sink->text(QStringLiteral("%1.rcpt").arg(n)).trimmed()))
+            << relay.seen.at(n - 1).toStdString();
+    }
+    for (QWidget* w : QApplication::topLevelWidgets())
+        EXPECT_FALSE(qobject_cast<ql::MailProgressDialog*>(w) && w->isVisible()) << "the progress window has gone";
 }
 
 TEST_F(PayRunEmailTest, AFailedSendSaysWhyAndThePaysStayCommitted) {

@@ -1,10 +1,6 @@
 // "Email" on the preview of one payslip, as the wage ledger's commit opens it: the slip shown goes to
 // its employee through the pay run's sender; a failed send says why and the pay stays committed.
-#include "../PaydayFixture.h"
-#include "SmtpSink.h"
-#include "frame/Settings.h"
-#include "ledger/Roster.h"
-#include "mail/MailSettings.h"
+#include "DemoPayrollUi.h"
 #include "mail/PaySlipEmail.h"
 #include "mail/PaySlipEmailDialog.h"
 #include "payday/PayRun.h"
@@ -18,44 +14,21 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDialog>
-#include <QProcess>
 
 namespace qltest {
 namespace {
 
-QString pdfText(const QString& file) {
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
-    if (!p.waitForFinished(30000) || p.exitCode() != 0) return QStringLiteral("<pdftotext failed>");
-    return QString::fromUtf8(p.readAllStandardOutput());
-}
-
-class PaySlipEmailTest : public DocumentsTest {
+class PaySlipEmailTest : public DemoPayrollUiTest {
 protected:
     void SetUp() override {
-        ql::setApp(&context);
-        ql::setDialogs(&dialogs);
-        ASSERT_EQ(runCli({QStringLiteral("init"), QStringLiteral("--demo")}, docs->path()).exitCode, 0);
-        ql::WriteSetting(QStringLiteral("FERNHOLD"), QStringLiteral("ReportDirectory"),
-                         QStringLiteral(QUILLARY_SOURCE_DIR "/reports"));
-        context.WageDatabase.open(ql::WageFileName());
-        ql::FillEmployeeArray();
-        sink = std::make_unique<SmtpSink>(docs->path() + QStringLiteral("/inbox"));
-        ASSERT_GT(sink->port, 0) << "the local SMTP server did not start";
-        ql::MailSettings mail;
-        mail.host = QStringLiteral("127.0.0.1");
-        mail.port = sink->port;
-        mail.security = QStringLiteral("none");
-        mail.from = QStringLiteral("wages@tussock.example.com");
-        ql::SaveMailSettings(mail);
+        DemoPayrollUiTest::SetUp();
+        startMailServer();
         ql::installPaySlipEmailAction();
     }
     void TearDown() override {
         ql::setReportScreenActions({});
         ql::setPreviewShownHook({});
-        context.WageDatabase.close();
-        ql::setDialogs(nullptr);
-        ql::setApp(nullptr);
+        DemoPayrollUiTest::TearDown();
     }
     // The pay's slip as the report screen prepares it when the wage ledger stands on the pay.
     ql::PreparedReport slipOf(ql::PayRunAdder& adder, const ql::PayRunItem& item) {
@@ -99,9 +72,6 @@ protected:
         return context.WageDatabase.scalar(QStringLiteral("SELECT count(*) FROM Wages WHERE Reference IS NOT NULL"))
             .toInt();
     }
-    ql::AppContext context;
-    ql::ScriptedDialogs dialogs;
-    std::unique_ptr<SmtpSink> sink;
 };
 
 TEST_F(PaySlipEmailTest, ThePreviewedSlipGoesToItsEmployee) {

@@ -8,6 +8,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include "reports/frm_crystal.h"
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QApplication>
 #include <QChartView>
 #include <QCheckBox>
@@ -20,6 +22,8 @@
 #include <QHeaderView>
 #include <QTableView>
 #include <QPointer>
+#include <QTest>
+#include <QFont>
 #include <QTimer>
 #include <memory>
 
@@ -146,6 +150,57 @@ TEST_F(ScreensTest, HistoryShowsPaysTotalsAndChart) {
     EXPECT_EQ(rows->context.CurrentReportID, 126);
 }
 
+// The list keeps its ten columns; the selected pay's state stands in a line beneath it, and a pay not
+// yet committed is set apart in the list in a way a screen reader also hears.
+TEST_F(ScreensTest, HistoryTellsTheSelectedPaysCommitStateBeneathTheList) {
+    pay(e, QDate(2026, 3, 5), 1000, 150, 35, "W1");
+    pay(e, QDate(2026, 3, 12), 1010, 151, 35, "W2");
+    pay(e, QDate(2026, 3, 19), 1020, 152, 35);
+    frmQuickView form("Tāwhiri, Wiremu");
+    form.show();
+    QApplication::setActiveWindow(&form);
+    QApplication::processEvents();
+    auto* grid = form.findChild<QTableView*>("tgrdQuickV");
+    auto* state = form.findChild<QLabel*>("lblPayState");
+    ASSERT_NE(grid, nullptr);
+    ASSERT_NE(state, nullptr);
+    EXPECT_EQ(grid->model()->columnCount(), 10);
+    EXPECT_EQ(grid->currentIndex().row(), 0) << "the first pay is selected at the start";
+    EXPECT_EQ(state->text(), "Selected pay: Committed on 6/03/2026, reference W1");
+    EXPECT_EQ(state->accessibleName(), state->text());
+    // The selection moved by keys: the line follows it.
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_EQ(state->text(), "Selected pay: Committed on 13/03/2026, reference W2");
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_EQ(state->text(), "Selected pay: Not committed");
+    EXPECT_EQ(state->accessibleName(), "Selected pay: Not committed");
+    // The pay not yet committed stands in italics, the others do not.
+    QAbstractItemModel* model = grid->model();
+    EXPECT_TRUE(model->data(model->index(2, 3), Qt::FontRole).value<QFont>().italic());
+    EXPECT_FALSE(model->data(model->index(0, 3), Qt::FontRole).value<QFont>().italic());
+    // Each cell of the list tells a screen reader its pay's state.
+    QAccessibleInterface* table = QAccessible::queryAccessibleInterface(grid);
+    ASSERT_NE(table, nullptr);
+    ASSERT_NE(table->tableInterface(), nullptr);
+    QAccessibleInterface* cell = table->tableInterface()->cellAt(2, 2);
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->text(QAccessible::Description), "Not committed");
+    cell = table->tableInterface()->cellAt(1, 0);
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->text(QAccessible::Description), "Committed on 13/03/2026, reference W2");
+    // The line stands inside the window, beneath the list, and is not cut.
+    const QRect at(state->mapTo(&form, QPoint(0, 0)), state->size());
+    EXPECT_TRUE(form.rect().contains(at));
+    EXPECT_GE(at.top(), grid->mapTo(&form, QPoint(0, grid->height())).y());
+    EXPECT_GE(state->width(), state->fontMetrics().horizontalAdvance(state->text()));
+    // A reload keeps the selected pay.
+    form.findChild<QPushButton*>("cmdDateOrder")->click();
+    EXPECT_EQ(grid->currentIndex().row(), 2);
+    EXPECT_EQ(state->text(), "Selected pay: Not committed");
+    keepPicture(&form, "frmQuickViewCommitState");
+}
+
 // A history of several pages shows its last pay when the grid is scrolled to the end, and the chart
 // has every pay.
 TEST_F(ScreensTest, HistoryFitsTheScreenWithItsButtonsAndEveryChartPointInside) {
@@ -174,6 +229,8 @@ TEST_F(ScreensTest, HistoryFitsTheScreenWithItsButtonsAndEveryChartPointInside) 
         // Inside with room for the point's marker.
         EXPECT_GT(on.x(), plot.left() + 2);
         EXPECT_LT(on.x(), plot.right() - 2);
+        EXPECT_GT(on.y(), plot.top() + 2);
+        EXPECT_LT(on.y(), plot.bottom() - 2);
     }
     keepPicture(&form, "frmQuickViewSmallScreen");
 }
