@@ -75,13 +75,13 @@ void CommitModel::setPayDate(const QDate& date) {
 void CommitModel::setCashbook(bool ticked) {
     if (ticked == chkCashbook) return;
     chkCashbook = ticked;
-    SwitchWageCash(ticked ? 1 : 0);
+    if (remembersChoices) SwitchWageCash(ticked ? 1 : 0);
 }
 
 void CommitModel::setPrint(bool ticked) {
     if (ticked == chkPrint) return;
     chkPrint = ticked;
-    SavePrintPaySlip(ticked ? 1 : 0);
+    if (remembersChoices) SavePrintPaySlip(ticked ? 1 : 0);
 }
 
 QString CommitModel::description() const {

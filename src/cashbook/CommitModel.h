@@ -43,6 +43,11 @@ public:
     QString typedPayeCaption() const; // "PAYE as typed: $100.00", with the PAYE's own name
     const QString& proposedReference() const { return m_proposed; }
 
+    // False for a commit made without the dialog (the pay run's): the boxes then change for this
+    // commit only, so a pay found committed meanwhile (reprint mode sets the cashbook box off) does not
+    // switch the cashbook off for every later commit.
+    bool remembersChoices = true;
+
     // The user's changes. A change of a box writes its setting at once, as a click does.
     void setPayDate(const QDate& date); // the picker's change: TxtPayDate follows
     void setCashbook(bool ticked);      // SwitchWageCash

@@ -63,10 +63,7 @@ void Database::open(const QString& path) {
     int rc = sqlite3_open_v2(file.constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         sqlite3_close_v2(db);
-        raiseError(3051, kSource,
-                   QStringLiteral("The database file '%1' cannot be opened; check that it exists and that "
-                                  "you may write to it.")
-                       .arg(path));
+        raiseOpenFailure(path, rc);
     }
     sqlite3_extended_result_codes(db, 1);
     // Before the first statement: another program's lock is waited for, not taken for damage.

@@ -1,4 +1,5 @@
 #include "SqlSupport.h"
+#include "MediumCause.h"
 #include "runtime/VbError.h"
 #include <QByteArray>
 #include <QHash>
@@ -179,8 +180,26 @@ void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& so
         raiseError(3260, source,
                    QStringLiteral("Couldn't update; currently locked by another program or process") +
                        tail + u'.');
-    if (primary == SQLITE_FULL)
-        raiseError(3026, source, QStringLiteral("Not enough space on disk: the changes were not written."));
+    if (primary == SQLITE_FULL || primary == SQLITE_IOERR || primary == SQLITE_READONLY || primary == SQLITE_PERM ||
+        primary == SQLITE_CANTOPEN) {
+        const QString file = db ? QString::fromUtf8(sqlite3_db_filename(db, "main")) : QString();
+        switch (primary == SQLITE_FULL ? MediumCause::Full : mediumCause(file)) {
+        case MediumCause::Full:
+            raiseError(3026, source, QStringLiteral("Not enough space on disk: the changes were not written."));
+        case MediumCause::ReadOnly:
+            raiseError(3051, source,
+                       QStringLiteral("The database file '%1' is read-only, or on a medium that can't be written: "
+                                      "the changes were not written.")
+                           .arg(file));
+        case MediumCause::NotAllowed:
+            raiseError(3051, source,
+                       QStringLiteral("You may not write to the database file '%1' or its folder: the changes "
+                                      "were not written.")
+                           .arg(file));
+        case MediumCause::None:
+            break;
+        }
+    }
     if (primary == SQLITE_READONLY || primary == SQLITE_PERM || primary == SQLITE_CANTOPEN)
         raiseError(3051, source,
                    QStringLiteral("The database file cannot be opened or written; check its permissions") +
@@ -208,6 +227,25 @@ void raiseSqliteError(sqlite3* db, int rc, const QString& sql, const QString& so
 
 void raiseOpenFailure(const QString& path, int rc) {
     const QString source = QStringLiteral("DAO.Database");
+    const int primary = rc & 0xff;
+    if (primary == SQLITE_CANTOPEN || primary == SQLITE_IOERR || primary == SQLITE_READONLY ||
+        primary == SQLITE_PERM || primary == SQLITE_FULL) {
+        switch (mediumCause(path)) {
+        case MediumCause::ReadOnly:
+            rc = SQLITE_READONLY;
+            break;
+        case MediumCause::Full:
+            rc = SQLITE_FULL;
+            break;
+        case MediumCause::NotAllowed:
+            raiseError(3051, source,
+                       QStringLiteral("You may not write to the database file '%1' or its folder; check their "
+                                      "permissions.")
+                           .arg(path));
+        case MediumCause::None:
+            break;
+        }
+    }
     switch (rc & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:

@@ -2,6 +2,7 @@
 #include "BankAccount.h"
 #include "PaydayPays.h"
 #include "PaydayTables.h"
+#include "SettledFigures.h"
 #include "PaydayText.h"
 #include "data/FarmDetails.h"
 #include "runtime/DateFns.h"
@@ -212,6 +213,8 @@ BankFile MakeBankFile(Database& wage, const QDate& paymentDate, BankFormat forma
             QStringLiteral("No committed pay was paid on %1.").arg(dateText(QVariant(paymentDate)));
         return file;
     }
+    file.refusal = RefusalForUnsettledPays(wage, pays, QStringLiteral("bank file"));
+    if (!file.ok()) return file;
     b.employer = GetFarmName();
     b.created = created.isValid() ? created : Today();
     b.due = due.isValid() ? due : paymentDate;

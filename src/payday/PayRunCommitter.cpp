@@ -39,11 +39,13 @@ PayCommitter CommitAsTheDialogDoes(bool print) {
         Listener listener(outer);
         setDialogs(&listener);
         bool committed = false;
+        bool foundCommitted = false;
         try {
             CommitModel commit(screen);
+            commit.remembersChoices = false;
             commit.Form_Load();
-            // Not through the box's setter, which would store the choice for the next commit.
-            commit.chkPrint = print;
+            commit.setPrint(print);
+            foundCommitted = commit.reprint;
             committed = !commit.reprint && commit.cmd_Commit_Click(0);
         } catch (...) {
             setDialogs(&outer);
@@ -51,6 +53,7 @@ PayCommitter CommitAsTheDialogDoes(bool print) {
         }
         setDialogs(&outer);
         if (committed) return QString();
+        if (foundCommitted) return QStringLiteral("The pay was committed meanwhile by another user or program.");
         return listener.last.isEmpty() ? QStringLiteral("The pay was not committed.") : listener.last;
     };
 }

@@ -3,6 +3,7 @@
 #include "PaydayFileCheck.h"
 #include "PaydayPays.h"
 #include "PaydayTables.h"
+#include "SettledFigures.h"
 #include "PaydayText.h"
 #include "data/Recordset.h"
 #include "frame/SettingGetters.h"
@@ -125,6 +126,8 @@ PaydayFile EmploymentInformationFile(Database& wage, const QDate& paymentDate) {
         file.refusal = QStringLiteral("No committed pay was paid on %1.").arg(shownDate(paymentDate));
         return file;
     }
+    file.refusal = RefusalForUnsettledPays(wage, pays, QStringLiteral("payday filing file"));
+    if (!file.ok()) return file;
     const PaydaySettings settings = LoadPaydaySettings(wage);
     const QString employerIrd = EmployerIrdNumber(wage);
     if (!IsValidIrdNumber(employerIrd)) file.toFix << irdProblem(QStringLiteral("The employer"), employerIrd);

@@ -21,6 +21,10 @@ TEST_F(PaydayTest, ChildSupportHeldDownIsCodedP) {
         wage.execute(QStringLiteral("INSERT INTO DeductionDetails (WageID, DeductNameID, AmountCalcon, Percentage, "
                                     "Deductions) VALUES (%1, 5, 25, 100, 25)")
                          .arg(driverPay));
+        // Stored as a commit would store it.
+        wage.execute(QStringLiteral("UPDATE Wages SET Deductions = Deductions + 25, TakeHome = TakeHome - 25 WHERE "
+                                    "WageID = %1")
+                         .arg(driverPay));
     });
     // Asked 25 and took 25: no code.
     ql::EmployeeTaxItems items = ql::LoadEmployeeTaxItems(wage, 4);

@@ -86,6 +86,10 @@ TEST_F(PaydayTest, EmploymentInformationFieldByField) {
             QStringLiteral("INSERT INTO DeductionDetails (WageID, DeductNameID, AmountCalcon, Percentage, "
                            "Deductions) VALUES (%1, 5, 25, 100, 25)")
                 .arg(driverPay));
+        // Stored as a commit would store it.
+        wage.execute(QStringLiteral("UPDATE Wages SET Deductions = Deductions + 25, TakeHome = TakeHome - 25 WHERE "
+                                    "WageID = %1")
+                         .arg(driverPay));
     });
     const ql::PaydayFile file = ql::EmploymentInformationFile(wage, kPaymentDate);
     ASSERT_TRUE(file.ok()) << file.refusal.toStdString();

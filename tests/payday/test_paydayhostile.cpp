@@ -80,8 +80,15 @@ TEST_F(HostileTest, HostileNamesEveryIntervalZeroTakeHomeNineDigitIrd) {
     wage.execute(QStringLiteral("INSERT INTO PayInterval (PayIntervalID, IntervalName, PaysPerYear, NumberOfDays) "
                                 "VALUES (6, 'Daily', 260, 1), (7, 'Half-monthly', 24, 0)"));
     qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET PayInterval = 'Daily' WHERE WageID = ") + wageOf(4)); });
-    qltest::withoutPayGuard(wage, [&] { wage.execute(QStringLiteral("UPDATE Wages SET PayInterval = 'Half-monthly', TakeHome = 0 WHERE WageID = ") +
-                 wageOf(3)); });
+    // The zero take-home as a pay would store it: a deduction takes all of it.
+    qltest::withoutPayGuard(wage, [&] {
+        wage.execute(QStringLiteral("INSERT INTO DeductionDetails (WageID, DeductNameID, AmountCalcon, Percentage, "
+                                    "Deductions) SELECT WageID, 6, TakeHome, 100, TakeHome FROM Wages WHERE WageID = ") +
+                     wageOf(3));
+        wage.execute(QStringLiteral("UPDATE Wages SET PayInterval = 'Half-monthly', Deductions = Deductions + TakeHome, "
+                                    "TakeHome = 0 WHERE WageID = ") +
+                     wageOf(3));
+    });
     // A nine-digit IRD number from the extended range.
     QString nine;
     for (qint64 n = 100000000; nine.isEmpty(); ++n)

@@ -3,9 +3,12 @@
 // the committer the main window installs; here a test one that writes the reference as a commit does.
 #include "CliRunner.h"
 #include "TestEnv.h"
+#include "cashbook/WageAccounts.h"
+#include "data/Database.h"
 #include "frame/ScriptedDialogs.h"
 #include "frame/SettingGetters.h"
 #include "payday/PayRun.h"
+#include "payday/PayRunCommitter.h"
 #include "payengine/AppContext.h"
 #include "payengine/PayList.h"
 #include "payengine/PayView.h"
@@ -90,6 +93,41 @@ TEST_F(PayRunCommitTest, LeftOutAndCancelled) {
     EXPECT_EQ(r.notDone, QStringList{QStringLiteral("Barry Sampleton")});
     EXPECT_EQ(committed(), 2);
     EXPECT_EQ(calls.value(items.at(1).wageID), 0); // Eli Madeup left out
+}
+
+// Another process commits a pay after the run looked at it and before its commit read it: the commit
+// finds it committed and leaves it, and the user's "Update Cashbook" stays on (the dialog's reprint
+// mode would switch it off), so the run's other pays are posted as well.
+TEST_F(PayRunCommitTest, APayCommittedElsewhereMeanwhileLeavesTheCashbookChoiceAlone) {
+    ASSERT_EQ(ql::getWageCash(), 1);
+    const ql::PayRunItem taken = items.first();
+    {
+        ql::Database other;
+        other.open(ql::WageFileName());
+        other.execute(
+            QStringLiteral("UPDATE Wages SET Reference = 'ELSEWHERE', PaymentDate = '2026-11-09' WHERE WageID = %1")
+                .arg(taken.wageID));
+        other.close();
+    }
+    {
+        ql::PayRunAdder screen;
+        ql::PayView* view = screen.standOn(taken);
+        ASSERT_NE(view, nullptr);
+        EXPECT_EQ(ql::CommitAsTheDialogDoes(false)(*view, taken).toStdString(),
+                  "The pay was committed meanwhile by another user or program.");
+    }
+    EXPECT_EQ(ql::getWageCash(), 1);
+    const ql::PayRunCommit run = ql::CommitPayRun(items, {}, ql::CommitAsTheDialogDoes(false));
+    EXPECT_TRUE(run.failure.isEmpty()) << run.failure.toStdString();
+    EXPECT_EQ(run.done.size(), items.size() - 1);
+    EXPECT_EQ(committed(), int(items.size()));
+    ql::Database farm;
+    farm.open(ql::DataFileName());
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays")).toInt(), int(items.size()) - 1);
+    EXPECT_EQ(farm.scalar(QStringLiteral("SELECT count(*) FROM QuillaryPostedPays WHERE WageID = %1").arg(taken.wageID))
+                  .toInt(),
+              0);
+    farm.close();
 }
 
 } // namespace

@@ -42,7 +42,8 @@ TEST(CurrencyFromDouble, AsTheFloatingPointUnitRoundsAtRandom) {
         const double whole = double(qint64(random.generate64() % (qint64(1) << 42)) - (qint64(1) << 41)) / 10000.0;
         switch (i % 7) {
         case 0: d = (random.generateDouble() - 0.5) * 2e6; break;          // any amount
-        case 1: d = double(random.bounded(-2000000000, 2000000000)) / 100000.0; break; // five decimals
+        // The 64-bit bounds: the span of two billion either side does not fit the int overload.
+        case 1: d = double(random.bounded(qint64(-2000000000), qint64(2000000000))) / 100000.0; break; // five decimals
         case 2: d = (double(random.bounded(-1000000, 1000000)) + 0.5) / 10000.0; break; // near a tie
         case 3: d = (random.generateDouble() - 0.5) * 1e14; break;         // large
         case 4: d = double(random.bounded(-100000000, 100000000)) / 10000.0; break; // amounts as stored

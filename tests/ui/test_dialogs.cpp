@@ -51,7 +51,8 @@ TEST_F(DialogTest, TaxInformation) {
 
     // The adjustments refuse the wage account and go back.
     const int before = adjust->currentIndex();
-    QApplication::sendEvent(adjust, new QFocusEvent(QEvent::FocusIn));
+    QFocusEvent focusIn(QEvent::FocusIn);
+    QApplication::sendEvent(adjust, &focusIn);
     adjust->setCurrentIndex(wage->currentIndex());
     emit adjust->activated(wage->currentIndex());
     EXPECT_EQ(adjust->currentIndex(), before);
